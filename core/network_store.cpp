@@ -1,0 +1,228 @@
+// The network store: sizing, clearing, node keys, record blanking and compaction, and the
+// rebuild of node identities after any change of coordinates.
+#include "core/network_store.h"
+
+#include <cstdlib>
+#include <unordered_set>
+
+#include "core/defaults.h"
+#include "core/ui_port.h"
+
+namespace galeris {
+namespace {
+
+// Calls f on every array that holds a field of the stored airway record.
+template <class F>
+void ForEachRecordArray(Network& n, F&& f) {
+  f(n.EntryNodeName); f(n.ExitNodeName); f(n.BranchName);
+  f(n.EntryNodeId); f(n.ExitNodeId);
+  f(n.Coord1); f(n.Coord2); f(n.Dim); f(n.BranchCode);
+  f(n.ResType); f(n.ShockType); f(n.WallType);
+  f(n.WallFactor); f(n.ShockFactor); f(n.Comment);
+  f(n.Resistance); f(n.Quantity); f(n.FanNumber); f(n.NoOfFans);
+  f(n.Length); f(n.Pressure); f(n.Contaminant);
+  f(n.PrimaryLayer); f(n.SecondLayer); f(n.FromNodeP); f(n.ToNodeP);
+  f(n.UndoNo); f(n.AirwayNo); f(n.LabelPos);
+  f(n.RemoteStation); f(n.ParallelCount); f(n.CurveFraction); f(n.SmokeData);
+}
+
+// Calls f on every working array that belongs to one airway (and so moves with it).
+template <class F>
+void ForEachWorkingArray(Network& n, F&& f) {
+  f(n.ExitNodeNo); f(n.EntryNodeNo); f(n.ViewEnd1); f(n.ViewEnd2); f(n.AirwayLine);
+  f(n.SmokeTime); f(n.FanSlot); f(n.NodeLinkRange); f(n.ChordWeight); f(n.TreeMark);
+}
+
+template <class F>
+void ForEachAirwayArray(Network& n, F&& f) {
+  ForEachRecordArray(n, f);
+  ForEachWorkingArray(n, f);
+}
+
+template <class V>
+void ResizeKeeping(V& v, std::size_t size) {
+  v.resize(size);
+}
+
+template <class V>
+void Refill(V& v, std::size_t size) {
+  V fresh(size);
+  v.swap(fresh);
+}
+
+void SizeArrays(Network& n, bool keep) {
+  auto size = [keep](auto& v, std::size_t count) { keep ? ResizeKeeping(v, count) : Refill(v, count); };
+  const std::size_t airways = static_cast<std::size_t>(n.MaxAirways) + 1;
+  ForEachAirwayArray(n, [&](auto& v) { size(v, airways); });
+  if (!keep || n.SmokeTime.size() != airways) {
+    for (auto& t : n.SmokeTime) t = 9999999.0f;
+  }
+  const std::size_t nodes = 2 * static_cast<std::size_t>(n.MaxAirways) + 2;
+  size(n.NodeParent, nodes);
+  size(n.NodeGroup, nodes);
+  size(n.SmokeQueue, airways);
+  size(n.WeightOrder, airways);
+  size(n.LoopOrder, airways);
+  size(n.NodeLinks, 4 * static_cast<std::size_t>(n.MaxAirways) + 1);
+  size(n.MeshMember, 20 * static_cast<std::size_t>(n.MaxAirways) + 1);
+  size(n.MeshStart, static_cast<std::size_t>(n.MaxAirways) / 2 + 1);
+  size(n.MeshPath, static_cast<std::size_t>(n.MaxAirways) / 2 + 1);
+
+  size(n.RLName, kMaxLevels + 1);
+  size(n.RLBound, kMaxLevels + 1);
+  size(n.ViewName, kMaxViews + 1);
+  size(n.ViewValue, kMaxViews + 1);
+  size(n.ViewCode, kMaxViews + 1);
+  size(n.PrimaryLayerName, kPrimaryLayers + 1);
+  size(n.PrimaryLayerShow, kPrimaryLayers + 1);
+  size(n.SecondLayerName, kSecondLayers + 1);
+  size(n.SecondLayerShow, kSecondLayers + 1);
+
+  const std::size_t texts = static_cast<std::size_t>(n.MaxTexts) + 1;
+  size(n.TextString, texts);
+  size(n.TextCoord, texts);
+  size(n.TextUsed, texts + 1);
+  size(n.TextLayer, texts + 1);
+
+  const std::size_t fans = static_cast<std::size_t>(n.FanMax) + 1;
+  size(n.FanName, fans);
+  size(n.FanDiameter, fans);
+  size(n.CurveQ, fans);
+  size(n.CurveP, fans);
+  size(n.CurveEff, fans);
+  size(n.SimCurveQ, fans);
+  size(n.SimCurveP, fans);
+
+  size(n.UndoOrder, static_cast<std::size_t>(n.UndoMax) + 1);
+}
+
+// Mod of the key: abs(v) less its whole multiples of m.
+std::int64_t KeyMod(std::int64_t v, std::int64_t m) { return std::llabs(v) % m; }
+
+}  // namespace
+
+void ResizeStore(Network& net) { SizeArrays(net, true); }
+
+void ClearStore(Network& net) { SizeArrays(net, false); }
+
+Key NodeKey(std::int32_t x, std::int32_t y, std::int32_t z) {
+  // The offsets differ on purpose: 9999 for X and Z, 99999 for Y.
+  const std::int64_t mz = z < 0 ? KeyMod(std::int64_t{z} + 9999, 10000) : KeyMod(z, 10000);
+  const std::int64_t my = y < 0 ? KeyMod(std::int64_t{y} + 99999, 1000000) : KeyMod(y, 1000000);
+  const std::int64_t mx = x < 0 ? KeyMod(std::int64_t{x} + 9999, 1000000) : KeyMod(x, 1000000);
+  // Terms: Z times 10^10, Y times 10^4, X over 100; in fixed point (times 10^4) all exact.
+  return mz * 100000000000000LL + my * 100000000LL + mx * 100LL;
+}
+
+void BlankAirway(Network& net, int position) {
+  ForEachRecordArray(net, [position](auto& v) {
+    using T = typename std::decay_t<decltype(v)>::value_type;
+    v[position] = T{};
+  });
+}
+
+void CopyAirway(Network& net, int from, int to) {
+  if (from == to) return;
+  ForEachAirwayArray(net, [from, to](auto& v) { v[to] = v[from]; });
+}
+
+void SwapAirways(Network& net, int a, int b) {
+  if (a == b) return;
+  ForEachAirwayArray(net, [a, b](auto& v) { std::swap(v[a], v[b]); });
+}
+
+void ReorderAirways(Network& net, const std::vector<int>& order) {
+  const int count = static_cast<int>(order.size()) - 1;
+  ForEachAirwayArray(net, [&](auto& v) {
+    using V = std::decay_t<decltype(v)>;
+    V moved(order.size());
+    for (int k = 1; k <= count; ++k) moved[k] = v[order[k]];
+    for (int k = 1; k <= count; ++k) v[k] = std::move(moved[k]);
+  });
+}
+
+void CompactAirways(Network& net) {
+  int kept = 0;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    if (net.BranchCode[i] == 0) continue;
+    ++kept;
+    CopyAirway(net, i, kept);
+  }
+  for (int i = kept + 1; i <= net.BranchCount; ++i) BlankAirway(net, i);
+  net.BranchCount = static_cast<std::int16_t>(kept);
+}
+
+void RebuildNodes(Network& net, const Defaults& defaults, UiPort& ui) {
+  const std::int32_t surface = SurfaceThreshold(net);
+  bool warn = false;
+  bool compact = false;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    net.EntryNodeId[i] = NodeKey(net.Coord1[i][1], net.Coord1[i][2], net.Coord1[i][3]);
+    net.ExitNodeId[i] = NodeKey(net.Coord2[i][1], net.Coord2[i][2], net.Coord2[i][3]);
+    if (surface <= net.Coord1[i][3] || (net.BranchCode[i] & Bit::ForceEntrySurface))
+      net.EntryNodeId[i] = SurfaceKey;
+    if (surface <= net.Coord2[i][3] || (net.BranchCode[i] & Bit::ForceExitSurface))
+      net.ExitNodeId[i] = SurfaceKey;
+    if (net.EntryNodeId[i] == SurfaceKey && net.ExitNodeId[i] == SurfaceKey) {
+      net.Errorlist.push_back(std::to_string(net.AirwayNo[i]) + "\tboth ends on surface");
+      net.Comment[i] = "ends on surface";
+      net.BranchCode[i] |= Bit::ErrorMark;
+      warn = true;
+    }
+    if (net.EntryNodeId[i] == 0 || net.ExitNodeId[i] == 0) {
+      BlankAirway(net, i);
+      compact = true;
+    }
+    if (net.Resistance[i] >= defaults.HighResistance) net.Quantity[i] = 0;
+    if (net.AirwayNo[i] == 0) net.AirwayNo[i] = ++net.NextAirwayNo;
+  }
+  if (compact) CompactAirways(net);
+  if (warn) {
+    ui.Message(
+        "Please check your surface RL values or the airway data as the network will not "
+        "simulate properly with the current settings.",
+        MsgButtons::OK, MsgIcon::Exclamation,
+        "Galeris has detected that one or more of your airways has both ends on or above the "
+        "surface");
+  }
+}
+
+bool HasDuplicateAirwayNumbers(const Network& net) {
+  std::unordered_set<std::int32_t> seen;
+  seen.reserve(static_cast<std::size_t>(net.BranchCount) * 2);
+  for (int i = 1; i <= net.BranchCount; ++i)
+    if (!seen.insert(net.AirwayNo[i]).second) return true;
+  return false;
+}
+
+void RenumberDuplicateAirways(Network& net) {
+  std::unordered_set<std::int32_t> seen;
+  for (int i = 1; i <= net.BranchCount; ++i)
+    if (!seen.insert(net.AirwayNo[i]).second) net.AirwayNo[i] = ++net.NextAirwayNo;
+}
+
+void CheckDuplicateAirwayNumbers(Network& net, UiPort& ui) {
+  if (!HasDuplicateAirwayNumbers(net)) {
+    ui.Message("All airways have unqiue numbers");
+    return;
+  }
+  if (ui.Message("Duplicate unique airway numbers exist - allow Galeris to re-number them ?",
+                 MsgButtons::YesNo, MsgIcon::Question,
+                 "Duplicate airway numbers") == MsgAnswer::Yes)
+    RenumberDuplicateAirways(net);
+}
+
+bool RoomForAirway(const Network& net, UiPort& ui) {
+  if (net.BranchCount < net.MaxAirways && net.BranchCount < kAirwayLoopLimit) return true;
+  ui.Message(kMsgAirwaysExceeded, MsgButtons::OK, MsgIcon::Exclamation);
+  return false;
+}
+
+bool RoomForAirways(const Network& net, int count, UiPort& ui) {
+  const long total = long{net.BranchCount} + count;
+  if (total <= net.MaxAirways && total <= kAirwayLoopLimit) return true;
+  ui.Message(kMsgPasteExceeded, MsgButtons::OK, MsgIcon::Exclamation);
+  return false;
+}
+
+}  // namespace galeris

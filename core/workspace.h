@@ -1,0 +1,28 @@
+// Everything the engine works on for one open network: the store, the settings, the unit
+// table, the program's folders and the user-interface port. Owned by the application (or by a
+// test) and passed by reference; nothing of it is global.
+#pragma once
+
+#include "core/defaults.h"
+#include "core/network_store.h"
+#include "core/program_paths.h"
+#include "core/ui_port.h"
+#include "core/units.h"
+
+namespace galeris {
+
+struct Workspace {
+  explicit Workspace(UiPort& port) : ui(port) {}
+
+  Network net;
+  Defaults defaults;
+  UnitTable units;
+  ProgramPaths paths;
+  UiPort& ui;
+
+  std::uint8_t DefaultsSaved = 0xFF;  // 0 after the options are changed
+  std::int16_t MergeBase = 1;         // 1: a load replaces the network; above: merge behind it
+  bool MasterMode = false;            // the next save is to a Master (.smm) file
+};
+
+}  // namespace galeris

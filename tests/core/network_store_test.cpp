@@ -1,0 +1,197 @@
+// The store: node keys, the surface rule, blanking and compaction, numbering, capacities.
+#include <gtest/gtest.h>
+
+#include "core/defaults.h"
+#include "core/headless_ui.h"
+#include "core/network_store.h"
+#include "tests/support/test_support.h"
+
+namespace galeris {
+namespace {
+
+using test::AddAirway;
+
+constexpr const char* kSurfaceTitle =
+    "Galeris has detected that one or more of your airways has both ends on or above the surface";
+
+TEST(NodeKey, TermsAreExactFixedPoint) {
+  EXPECT_EQ(NodeKey(0, 0, 0), 0);
+  EXPECT_EQ(NodeKey(1, 0, 0), 100);              // X over 100, four decimals
+  EXPECT_EQ(NodeKey(0, 1, 0), 100000000);        // Y times 10^4
+  EXPECT_EQ(NodeKey(0, 0, 1), 100000000000000);  // Z times 10^10
+  EXPECT_EQ(NodeKey(123456, 654321, 4321),
+            4321 * 100000000000000LL + 654321 * 100000000LL + 123456 * 100LL);
+}
+
+TEST(NodeKey, NegativeCoordinatesUseTheirOwnOffsets) {
+  // X and Z are offset by 9999, Y by 99999.
+  EXPECT_EQ(NodeKey(-1, 0, 0), NodeKey(9998, 0, 0));
+  EXPECT_EQ(NodeKey(0, -1, 0), NodeKey(0, 99998, 0));
+  EXPECT_EQ(NodeKey(0, 0, -1), NodeKey(0, 0, 9998));
+  EXPECT_NE(NodeKey(0, -1, 0), NodeKey(0, 9998, 0));
+  // Below the offset the absolute value is taken: -10000 becomes Mod(-1) = 1.
+  EXPECT_EQ(NodeKey(-10000, 0, 0), NodeKey(1, 0, 0));
+}
+
+TEST(NodeKey, CoordinatesAMultipleOfTheModulusApartCollide) {
+  EXPECT_EQ(NodeKey(5, 7, 3), NodeKey(1000005, 1000007, 10003));
+  EXPECT_EQ(NodeKey(0, 0, 10000), 0);  // a key of 0 reads as blank
+}
+
+class RebuildNodesTest : public ::testing::Test {
+ protected:
+  RebuildNodesTest() {
+    net.RLBound[1] = {0, 1200, 1000};  // surface level: RL Max 1200, RL Min 1000
+    net.RLCount = 1;
+  }
+  Network net;
+  Defaults defaults;
+  HeadlessUi ui;
+};
+
+TEST_F(RebuildNodesTest, EndAtExactlyRlMinIsOnTheSurface) {
+  AddAirway(net, 10, 10, 1000, 10, 10, 900);
+  AddAirway(net, 10, 10, 999, 10, 10, 900);
+  RebuildNodes(net, defaults, ui);
+  EXPECT_EQ(net.EntryNodeId[1], SurfaceKey);
+  EXPECT_EQ(net.EntryNodeId[2], NodeKey(10, 10, 999));
+  EXPECT_TRUE(ui.Records().empty());
+}
+
+TEST_F(RebuildNodesTest, ForceBitsPutAnEndOnTheSurface) {
+  int a = AddAirway(net, 10, 10, 500, 20, 10, 500);
+  int b = AddAirway(net, 30, 10, 500, 40, 10, 500);
+  net.BranchCode[a] |= Bit::ForceEntrySurface;
+  net.BranchCode[b] |= Bit::ForceExitSurface;
+  RebuildNodes(net, defaults, ui);
+  EXPECT_EQ(net.EntryNodeId[a], SurfaceKey);
+  EXPECT_EQ(net.ExitNodeId[a], NodeKey(20, 10, 500));
+  EXPECT_EQ(net.EntryNodeId[b], NodeKey(30, 10, 500));
+  EXPECT_EQ(net.ExitNodeId[b], SurfaceKey);
+}
+
+TEST_F(RebuildNodesTest, ManyAirwaysOnTheSurfaceGiveOneWarning) {
+  for (int k = 0; k < 5; ++k) AddAirway(net, k, 1, 1100, k, 2, 1050);
+  AddAirway(net, 1, 1, 500, 2, 2, 500);
+  net.AirwayNo[1] = 17;  // a new airway is numbered after the check, so its line says 0
+  RebuildNodes(net, defaults, ui);
+  ASSERT_EQ(ui.Records().size(), 1u);
+  EXPECT_EQ(ui.Records()[0].title, kSurfaceTitle);
+  EXPECT_EQ(ui.Records()[0].text,
+            "Please check your surface RL values or the airway data as the network will not "
+            "simulate properly with the current settings.");
+  EXPECT_EQ(net.BranchCount, 6);  // marked, not removed
+  EXPECT_EQ(net.Errorlist.size(), 5u);
+  EXPECT_EQ(net.Errorlist[0], "17\tboth ends on surface");
+  EXPECT_EQ(net.Errorlist[1], "0\tboth ends on surface");
+  EXPECT_EQ(net.Comment[1].Trimmed(), "ends on surf");  // cut to 12 characters
+  EXPECT_TRUE(net.BranchCode[1] & Bit::ErrorMark);
+  EXPECT_FALSE(net.BranchCode[6] & Bit::ErrorMark);
+}
+
+TEST_F(RebuildNodesTest, AnEndAtTheOriginIsBlankAndCompactedAway) {
+  AddAirway(net, 1, 1, 1, 2, 2, 2);
+  AddAirway(net, 0, 0, 0, 5, 5, 5);
+  AddAirway(net, 3, 3, 3, 4, 4, 4);
+  net.BranchName[3] = "third";
+  RebuildNodes(net, defaults, ui);
+  EXPECT_EQ(net.BranchCount, 2);
+  EXPECT_EQ(net.BranchName[2].Trimmed(), "third");
+  EXPECT_EQ(net.BranchCode[3], 0);
+  EXPECT_TRUE(net.BranchName[3].IsBlank());
+}
+
+TEST_F(RebuildNodesTest, NumbersNewAirwaysAndStopsBlockedFlow) {
+  net.NextAirwayNo = 40;
+  int a = AddAirway(net, 1, 1, 1, 2, 2, 2);
+  int b = AddAirway(net, 2, 2, 2, 3, 3, 3);
+  net.AirwayNo[b] = 7;
+  net.Resistance[a] = static_cast<float>(defaults.HighResistance);
+  net.Quantity[a] = 12;
+  net.Quantity[b] = 12;
+  RebuildNodes(net, defaults, ui);
+  EXPECT_EQ(net.AirwayNo[a], 41);
+  EXPECT_EQ(net.AirwayNo[b], 7);
+  EXPECT_EQ(net.NextAirwayNo, 41);
+  EXPECT_EQ(net.Quantity[a], 0);
+  EXPECT_EQ(net.Quantity[b], 12);
+}
+
+TEST(Store, TextFieldsAreCutAndPadded) {
+  Text12 t = "a comment that is long";
+  EXPECT_EQ(t.Padded(), "a comment th");
+  t = "x";
+  EXPECT_EQ(t.Padded(), "x           ");
+  EXPECT_EQ(t.Trimmed(), "x");
+  EXPECT_EQ(Text40().Padded(), std::string(40, ' '));
+}
+
+TEST(Store, ResizeKeepsAndClearLoses) {
+  Network net;
+  net.MaxAirways = 100;
+  ClearStore(net);
+  int a = AddAirway(net, 1, 2, 3, 4, 5, 6);
+  net.BranchName[a] = "kept";
+  net.MaxAirways = 200;
+  ResizeStore(net);
+  EXPECT_EQ(net.Coord1.size(), 201u);
+  EXPECT_EQ(net.MeshMember.size(), 4001u);
+  EXPECT_EQ(net.BranchName[a].Trimmed(), "kept");
+  ClearStore(net);
+  EXPECT_TRUE(net.BranchName[a].IsBlank());
+  EXPECT_EQ(net.SmokeTime[a], 9999999.0f);
+}
+
+TEST(Store, ReorderMovesEveryField) {
+  Network net;
+  for (int k = 1; k <= 3; ++k) {
+    AddAirway(net, k, k, k, k + 1, k + 1, k + 1);
+    net.AirwayNo[k] = k * 10;
+    net.ChordWeight[k] = static_cast<float>(k);
+  }
+  ReorderAirways(net, {0, 3, 1, 2});
+  EXPECT_EQ(net.AirwayNo[1], 30);
+  EXPECT_EQ(net.AirwayNo[2], 10);
+  EXPECT_EQ(net.ChordWeight[3], 2.0f);
+  EXPECT_EQ(net.Coord1[1][1], 3);
+}
+
+TEST(Store, DuplicateAirwayNumbers) {
+  Network net;
+  HeadlessUi ui;
+  for (int k = 1; k <= 3; ++k) AddAirway(net, k, k, k, k + 1, k + 1, k + 1);
+  net.AirwayNo[1] = 1;
+  net.AirwayNo[2] = 2;
+  net.AirwayNo[3] = 3;
+  net.NextAirwayNo = 3;
+  CheckDuplicateAirwayNumbers(net, ui);
+  EXPECT_EQ(ui.MessageTexts().back(), "All airways have unqiue numbers");
+
+  net.AirwayNo[3] = 1;
+  ui.QueueAnswer(MsgAnswer::Yes);
+  CheckDuplicateAirwayNumbers(net, ui);
+  EXPECT_EQ(ui.Records().back().title, "Duplicate airway numbers");
+  EXPECT_EQ(net.AirwayNo[1], 1);
+  EXPECT_EQ(net.AirwayNo[3], 4);
+  EXPECT_FALSE(HasDuplicateAirwayNumbers(net));
+}
+
+TEST(Store, CapacityMessages) {
+  Network net;
+  net.MaxAirways = 2;
+  ClearStore(net);
+  HeadlessUi ui;
+  AddAirway(net, 1, 1, 1, 2, 2, 2);
+  EXPECT_TRUE(RoomForAirway(net, ui));
+  EXPECT_FALSE(RoomForAirways(net, 2, ui));
+  EXPECT_EQ(ui.MessageTexts().back(),
+            "Network size has exceeded maximum airways - increase airways in default settings");
+  AddAirway(net, 2, 2, 2, 3, 3, 3);
+  EXPECT_FALSE(RoomForAirway(net, ui));
+  EXPECT_EQ(ui.MessageTexts().back(),
+            "Maximum Number of Airways Exceeded\nIncrease allowable number of branches in "
+            "Defaults !");
+}
+
+}  // namespace
+}  // namespace galeris
