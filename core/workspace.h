@@ -3,9 +3,14 @@
 // test) and passed by reference; nothing of it is global.
 #pragma once
 
+#include <array>
+#include <functional>
+#include <string>
+
 #include "core/defaults.h"
 #include "core/network_store.h"
 #include "core/program_paths.h"
+#include "core/sim_run.h"
 #include "core/ui_port.h"
 #include "core/units.h"
 
@@ -19,6 +24,11 @@ struct Workspace {
   UnitTable units;
   ProgramPaths paths;
   UiPort& ui;
+  SimRun sim;
+
+  // Recent files 1..9, newest first; StoreRecentFiles saves them (the desktop program sets it).
+  std::array<std::string, 10> RecentFiles{};
+  std::function<void(const std::array<std::string, 10>&)> StoreRecentFiles;
 
   std::uint8_t DefaultsSaved = 0xFF;  // 0 after the options are changed
   std::int16_t MergeBase = 1;         // 1: a load replaces the network; above: merge behind it

@@ -1,0 +1,20 @@
+// The state of one simulation run, read and written by the driver, its stages and the windows
+// that show the run (progress form, error list).
+#pragma once
+
+#include <cstdint>
+
+namespace galeris {
+
+struct SimRun {
+  std::int16_t SimMode = 0;      // 0 simulate, -1 non-converging, 1..4 diagnostics
+  std::int16_t SimStatus = 0;    // 0 clean, 1 failed or stopped, 2 warnings
+  std::uint8_t SimCancel = 0;    // 255: stop at the next test
+  std::uint8_t ShowProgress = 1; // 1 show the progress form; 0 a quiet run
+  std::int16_t MeshCount = 0;
+  std::int32_t Sweeps = 0;       // sweeps of the last balancing
+  bool RestrictionFound = false;
+  bool AirwayReversed = false;
+};
+
+}  // namespace galeris

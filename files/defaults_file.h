@@ -1,0 +1,28 @@
+// The defaults list on disk: Defaults.dat in the program folder, and the block that opens
+// every network file. Built-in values, the start-up load with its clamps, and saving.
+#pragma once
+
+#include <string>
+
+#include "core/workspace.h"
+#include "files/text_format.h"
+
+namespace galeris {
+
+// Every built-in preset and value, and the five initial views of the store.
+void SetBuiltInDefaults(Workspace& ws);
+// Built-in values, then Defaults.dat, then the clamps.
+void InitDefaults(Workspace& ws);
+// Reads Defaults.dat from the program folder; a missing file is no error.
+void LoadDefaults(Workspace& ws);
+// Writes Defaults.dat and Conversion.dat.
+void SaveDefaults(Workspace& ws);
+
+// Line 1 of the block: "3.1<TAB>GALERIS3".
+std::string DefaultsHeadLine();
+// Lines 2 to 9 of the block (six preset lines, the values line, the end line), CR LF each.
+std::string FormatDefaultsBlock(const Workspace& ws);
+// Reads lines 2 to 9 from an open file of the given version; false when the lines run out.
+bool ReadDefaultsBlock(Workspace& ws, LineReader& in, float version);
+
+}  // namespace galeris

@@ -1,0 +1,55 @@
+// The text rules shared by every file the system reads and writes: the line reader (CR LF,
+// any bytes), the field splitter of both formats, the writer's number printing and the two
+// number conversions of the readers.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <fstream>
+#include <string>
+#include <string_view>
+
+namespace galeris {
+
+inline constexpr int kSplitFields = 100;
+
+// Fields 1..100 of the last split line; field 0 unused.
+using FieldTable = std::array<std::string, kSplitFields + 1>;
+
+// Splits one line: tab-joined above version 2.4, comma-separated at 2.4 and below, with the
+// decimal separator rules of both. The locale flag and file mark come from the header line.
+struct SplitLocale {
+  bool differs = false;  // the file's decimal mark differs from the machine's
+  char fileMark = '.';
+};
+void SplitLine(float version, std::string_view line, FieldTable& fields,
+               const SplitLocale& locale = {});
+
+// The writer's plain number output: a blank before a number that is not negative, and a blank
+// after every number (" 5 ", "-2.5 "). Singles print to 7 significant digits, doubles to 15.
+std::string PrintNumber(double value);
+std::string PrintSingle(float value);
+// Formatted fields: the shortest general form, no blanks ("5", "-2.5", "1E+10").
+std::string FormatGeneral(double value);
+std::string FormatGeneralSingle(float value);
+
+// Val-style: the longest leading number of the text, blanks skipped, 0 when there is none.
+double Val(std::string_view text);
+// Strict: the whole text must be a number (blanks around allowed); false on bad or empty text.
+bool StrictNumber(std::string_view text, double& value);
+
+// Reads a file line by line; lines end at CR LF, LF or CR. Survives any bytes.
+class LineReader {
+ public:
+  explicit LineReader(const std::string& path);
+  bool IsOpen() const { return in_.is_open(); }
+  bool ReadLine(std::string& line);  // false at end of file
+  bool AtEnd();
+  long LineNumber() const { return lineNumber_; }
+
+ private:
+  std::ifstream in_;
+  long lineNumber_ = 0;
+};
+
+}  // namespace galeris
