@@ -1,13 +1,231 @@
-// frmWindow: a view window.
+// frmWindow: paints the network through the view's drawing passes and turns window events into
+// the view commands (resize, wheel zoom, drag rotation and pan).
 #include "app/frm_window.h"
 
-namespace galeris {
+#include <QMouseEvent>
+#include <QPainter>
+#include <QResizeEvent>
+#include <QWheelEvent>
+#include <cmath>
 
-FrmWindow::FrmWindow(Workspace& ws, QWidget* parent) : QWidget(parent), ws_(ws) {
-  setWindowTitle("Network");
-  setMinimumSize(320, 240);
+#include "view/drawing.h"
+#include "view/qt/qpainter_canvas.h"
+
+namespace galeris {
+namespace {
+
+constexpr float kWheelStep = 1.25f;  // one notch of the wheel
+
+void EnsurePermanentViews(Network& net) {
+  if (net.ViewName[1].empty()) MakePermanentViews(net);
 }
 
-void FrmWindow::Redraw() { update(); }
+}  // namespace
+
+FrmWindow::FrmWindow(Workspace& ws, QWidget* parent)
+    : QWidget(parent), ws_(ws), view_(MakeViewState(ws)) {
+  setWindowTitle("Network");
+  setMinimumSize(320, 240);
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setFocusPolicy(Qt::StrongFocus);
+  EnsurePermanentViews(ws_.net);
+  view_.PixelWidth = std::max(1, width());
+  view_.PixelHeight = std::max(1, height());
+  BuildVisibleList(ws_, view_);
+}
+
+void FrmWindow::Repaint(bool wireframeOnly) {
+  wireframeOnly_ = wireframeOnly;
+  update();
+}
+
+void FrmWindow::Announce() {
+  SetScaleCaption(ws_, view_);
+  emit CaptionChanged(QString::fromStdString(view_.FrameCaption));
+  emit RotationChanged(QString::fromStdString(view_.StatusRotX),
+                       QString::fromStdString(view_.StatusRotY));
+}
+
+void FrmWindow::Redraw() {
+  if (view_.LineAirway.size() < static_cast<std::size_t>(ws_.net.MaxAirways) + 1) {
+    view_.LineAirway.assign(static_cast<std::size_t>(ws_.net.MaxAirways) + 1, 0);
+  }
+  EnsurePermanentViews(ws_.net);
+  BuildVisibleList(ws_, view_);
+  ProjectNetwork(ws_, view_);
+  Announce();
+  Repaint(false);
+}
+
+void FrmWindow::Fit() {
+  BuildVisibleList(ws_, view_);
+  ProjectNetwork(ws_, view_);
+  FitNetwork(ws_, view_);
+  ProjectNetwork(ws_, view_);
+  fitted_ = true;
+  Announce();
+  Repaint(false);
+}
+
+void FrmWindow::SetDataType(int code) {
+  view_.DataTypeCode = static_cast<std::int16_t>(code);
+  Repaint(false);
+}
+
+bool FrmWindow::ApplyView(const QString& name) {
+  if (!ApplyNamedView(ws_, view_, name.toStdString())) return false;
+  Announce();
+  Repaint(false);
+  return true;
+}
+
+int FrmWindow::SaveView() { return SaveNamedView(ws_, view_); }
+
+bool FrmWindow::DeleteView(int listPosition) { return DeleteNamedView(ws_, listPosition); }
+
+void FrmWindow::SetLevel(int listPosition) {
+  SelectLevel(ws_, view_, listPosition);
+  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  Repaint(false);
+}
+
+void FrmWindow::StepLevel(bool up) {
+  galeris::StepLevel(ws_, view_, up);
+  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  Repaint(false);
+}
+
+void FrmWindow::ToggleLevels() {
+  ToggleLevelMode(ws_, view_);
+  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  Repaint(false);
+}
+
+void FrmWindow::SetThreeD(bool on) {
+  if (on) {
+    view_.Is3D = 1;
+    ProjectNetwork(ws_, view_);
+    PivotToVisible(ws_, view_);
+    ProjectNetwork(ws_, view_);
+  } else {
+    SetPlanView(ws_, view_);
+  }
+  Announce();
+  Repaint(false);
+}
+
+void FrmWindow::ToggleGrid() {
+  view_.GridOn = !view_.GridOn;
+  Repaint(false);
+}
+
+void FrmWindow::SetDisplayBits(std::int32_t bits) {
+  view_.DisplayBits = bits;
+  Redraw();
+}
+
+void FrmWindow::BeginRotation() {
+  BeginRotator(ws_, view_);
+  view_.Moving = true;
+  Announce();
+}
+
+bool FrmWindow::RotateStep(float buttonX, float buttonY) {
+  if (!RotatorTick(ws_, view_, buttonX, buttonY)) return false;
+  emit RotationChanged(QString::fromStdString(view_.StatusRotX),
+                       QString::fromStdString(view_.StatusRotY));
+  Repaint(true);
+  return true;
+}
+
+void FrmWindow::EndRotation() {
+  view_.Moving = false;
+  Announce();
+  Repaint(false);
+}
+
+QPointF FrmWindow::WindowPoint(QPointF pixel) const {
+  const double x = view_.ScaleLeft + pixel.x() * view_.ScaleWidth / std::max(1, width());
+  const double y = view_.ScaleTop + pixel.y() * view_.ScaleHeight / std::max(1, height());
+  return QPointF(x * ws_.net.AxisSignX, y * ws_.net.AxisSignY);
+}
+
+void FrmWindow::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  QPainterCanvas canvas(painter, size());
+  view_.PixelWidth = std::max(1, width());
+  view_.PixelHeight = std::max(1, height());
+  if (wireframeOnly_) {
+    RedrawWireframe(ws_, view_, canvas);
+  } else {
+    RedrawNetwork(ws_, view_, canvas);
+  }
+  wireframeOnly_ = false;
+}
+
+void FrmWindow::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  ResizeView(ws_, view_, event->size().width(), event->size().height());
+  Repaint(false);
+}
+
+void FrmWindow::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (fitted_) return;
+  ResizeView(ws_, view_, std::max(1, width()), std::max(1, height()));
+  Fit();
+}
+
+void FrmWindow::wheelEvent(QWheelEvent* event) {
+  if (ws_.defaults.ScrollZoomOff != 0 || event->angleDelta().y() == 0) return;
+  const float factor = event->angleDelta().y() > 0 ? 1 / kWheelStep : kWheelStep;
+  SetZoom(ws_, view_, view_.ScaleWidth * factor, view_.ScaleHeight * factor);
+  Announce();
+  Repaint(false);
+}
+
+void FrmWindow::mousePressEvent(QMouseEvent* event) {
+  const QPointF at = WindowPoint(event->position());
+  const Qt::MouseButtons buttons = event->buttons();
+  if ((buttons & Qt::LeftButton) && (buttons & Qt::RightButton)) {
+    panning_ = false;
+    rotating_ = true;
+    view_.Moving = true;
+    drag_ = BeginDragRotation(ws_, view_, static_cast<float>(at.x()), static_cast<float>(at.y()));
+  } else if (buttons & Qt::MiddleButton) {
+    panning_ = true;
+    pressPoint_ = at;
+    pressPanX_ = view_.PanX;
+    pressPanY_ = view_.PanY;
+  }
+}
+
+void FrmWindow::mouseMoveEvent(QMouseEvent* event) {
+  const QPointF at = WindowPoint(event->position());
+  if (rotating_) {
+    DragRotate(ws_, view_, drag_, static_cast<float>(at.x()), static_cast<float>(at.y()));
+    emit RotationChanged(QString::fromStdString(view_.StatusRotX),
+                         QString::fromStdString(view_.StatusRotY));
+    Repaint(true);
+  } else if (panning_) {
+    const double dx = pressPoint_.x() - at.x(), dy = pressPoint_.y() - at.y();
+    if (std::fabs(dx) > view_.ScaleWidth / 50 || std::fabs(dy) > view_.ScaleHeight / 50) {
+      view_.Moving = true;
+      MovePan(ws_.net, view_, static_cast<float>(dx + pressPanX_),
+              static_cast<float>(dy + pressPanY_));
+      ProjectNetwork(ws_, view_);
+      Repaint(true);
+    }
+  }
+}
+
+void FrmWindow::mouseReleaseEvent(QMouseEvent*) {
+  if (!rotating_ && !panning_) return;
+  rotating_ = false;
+  panning_ = false;
+  view_.Moving = false;
+  Announce();
+  Repaint(false);
+}
 
 }  // namespace galeris

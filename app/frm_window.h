@@ -1,9 +1,14 @@
-// frmWindow: one view window of the network inside the frame's MDI area.
+// frmWindow: one view window of the network inside the frame's MDI area. It owns its view
+// state, paints through the QPainter canvas, follows its size, and offers the view commands
+// that the frame's menus and toolbar call.
 #pragma once
 
+#include <QPointF>
+#include <QString>
 #include <QWidget>
 
 #include "core/workspace.h"
+#include "view/view_state.h"
 
 namespace galeris {
 
@@ -11,11 +16,60 @@ class FrmWindow : public QWidget {
   Q_OBJECT
  public:
   FrmWindow(Workspace& ws, QWidget* parent = nullptr);
-  // Rebuilds the projection and repaints.
+
+  // Rebuilds the visible list and the projection and repaints.
   void Redraw();
+  ViewState& View() { return view_; }
+  const ViewState& View() const { return view_; }
+
+  void Fit();                    // mnuFit, Home
+  void SetDataType(int code);    // CmbDataType and CmbDataVal: group * 10 + item
+  bool ApplyView(const QString& name);  // CmbView
+  int SaveView();                // mnuSaveView; the slot used, 0 for none
+  bool DeleteView(int listPosition);  // mnuDelView
+  void SetLevel(int listPosition);    // CmbRL, VsbRL
+  void StepLevel(bool up);            // the Up and Down keys
+  void ToggleLevels();                // the Levels button
+  void SetThreeD(bool on);            // the 2D / 3D button
+  void ToggleGrid();
+  void SetDisplayBits(std::int32_t bits);
+
+  // The rotation button: press, each timer tick with the position held in the button, release.
+  void BeginRotation();
+  bool RotateStep(float buttonX, float buttonY);
+  void EndRotation();
+
+  // A pixel of the window in the view's own coordinates, multiplied by the axis signs.
+  QPointF WindowPoint(QPointF pixel) const;
+
+ signals:
+  // The frame's caption with the print scale, after every change of scale.
+  void CaptionChanged(const QString& caption);
+  // "RotX n" and "RotY n" for the status fields.
+  void RotationChanged(const QString& rotX, const QString& rotY);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
+  void Repaint(bool wireframeOnly);
+  void Announce();
+
   Workspace& ws_;
+  ViewState view_;
+  bool wireframeOnly_ = false;
+  bool fitted_ = false;
+  DragRotation drag_;
+  bool rotating_ = false;
+  bool panning_ = false;
+  QPointF pressPoint_;
+  float pressPanX_ = 0, pressPanY_ = 0;
 };
 
 }  // namespace galeris

@@ -1,12 +1,68 @@
-// galeris: the desktop program.
+// galeris: the desktop program. The title window takes the command line, the frame loads, and
+// the program waits for the user.
 #include <QApplication>
-#include <QMainWindow>
+#include <QScreen>
+#include <QTimer>
+
+#include "app/frm_title.h"
+#include "app/main_form.h"
+#include "app/qt_ui.h"
+#include "core/program_paths.h"
+#include "core/workspace.h"
+
+namespace {
+
+// "--screenshot FILE" (not shown to users): saves a picture of the screen a few seconds after
+// start and ends the program; it is how the program's look is checked without a desktop.
+QString TakeScreenshotOption(QStringList& arguments) {
+  const int at = arguments.indexOf("--screenshot");
+  if (at < 0 || at + 1 >= arguments.size()) return {};
+  const QString file = arguments[at + 1];
+  arguments.remove(at, 2);
+  return file;
+}
+
+void SaveScreenshot(galeris::MainForm& form, const QString& file) {
+  QScreen* screen = form.screen();
+  QPixmap picture = screen ? screen->grabWindow(0) : QPixmap();
+  if (picture.isNull() || QGuiApplication::platformName() == "offscreen") picture = form.grab();
+  picture.save(file);
+}
+
+}  // namespace
 
 int main(int argc, char** argv) {
+  // The image export of helper programs and scripts runs here, before any window exists.
+
   QApplication app(argc, argv);
-  QMainWindow frame;
-  frame.setWindowTitle("Galeris");
-  frame.resize(1024, 768);
-  frame.show();
+  QApplication::setOrganizationName("Galeris");
+  QApplication::setApplicationName("Galeris");
+  QStringList arguments = QApplication::arguments();
+  const QString screenshot = TakeScreenshotOption(arguments);
+
+  galeris::FrmTitle title;
+  title.show();
+  QApplication::processEvents();
+  const std::string commandFile = galeris::CommandFileFrom(arguments);
+
+  galeris::QtUi ui;
+  galeris::Workspace ws(ui);
+  ws.paths = galeris::FindProgramPaths(QApplication::applicationFilePath().toStdString());
+  galeris::MainForm form(ws);
+  ui.SetParentWindow(&form);
+  ui.SetSimRun(&ws.sim);
+  ui.OnCancel([&form] { form.RedrawViews(); });
+  form.show();
+  title.raise();
+  QApplication::processEvents();
+  form.Load(commandFile);
+  title.close();
+
+  if (!screenshot.isEmpty()) {
+    QTimer::singleShot(2500, &form, [&form, screenshot] {
+      SaveScreenshot(form, screenshot);
+      QApplication::exit(0);
+    });
+  }
   return app.exec();
 }

@@ -15,6 +15,13 @@ struct SimRun {
   std::int32_t Sweeps = 0;       // sweeps of the last balancing
   bool RestrictionFound = false;
   bool AirwayReversed = false;
+  bool Running = false;          // a run is under way: no other simulation may start
+  const char* FormCaption = "Simulate";  // the progress form's caption as the run left it
+  std::int16_t SimCurveCount = 0;  // fan curve slots built for this run
+  std::int16_t SimFanCount = 0;    // airways with a fan in this run
+  // The last mesh correction; it carries over to the next mesh and the next run, so that a
+  // dead mesh receives its neighbour's correction.
+  float SimCorr = 0;
 };
 
 }  // namespace galeris

@@ -1,7 +1,26 @@
-// The unit table as built in.
+// The unit table: the built-in rows, and the conversions between stored SI values and the
+// numbers a user sees and types.
 #include "core/units.h"
 
+#include "core/number_format.h"
+
 namespace galeris {
+namespace {
+
+// A table read from a damaged file may hold any system number; the screen then shows SI.
+int SystemOf(const UnitTable& units) {
+  return units.UnitSystem == 2 ? 2 : 1;
+}
+
+bool IsRow(int row) {
+  return row >= 1 && row <= kUnitRows;
+}
+
+double FactorOf(const UnitTable& units, int row) {
+  return IsRow(row) ? units.UnitFactor[row][SystemOf(units)] : 1.0;
+}
+
+}  // namespace
 
 UnitTable BuiltInUnits() {
   struct Row {
@@ -34,7 +53,30 @@ UnitTable BuiltInUnits() {
     t.UnitText[r] = {"", rows[r].si, rows[r].british};
     t.UnitFormat[r] = {"", rows[r].siFormat, rows[r].britishFormat};
   }
+  t.Heads = {kConversionTitle, "Unit",      "Factor",        "SI Unit",
+             "British Unit",   "SI Format", "British Format"};
   return t;
+}
+
+std::string FormatValue(const UnitTable& units, double value, int row, bool showUnit, bool plain) {
+  const int system = SystemOf(units);
+  const std::string_view picture = plain || !IsRow(row)
+                                       ? std::string_view(kPlainPicture)
+                                       : std::string_view(units.UnitFormat[row][system]);
+  const std::string number = FormatNumber(ToDisplay(units, value, row), picture);
+  if (!showUnit || !IsRow(row)) return number;
+  const std::string& unit = units.UnitText[row][system];
+  return row == Unit::Cost ? unit + " " + number : number + " " + unit;
+}
+
+double ToDisplay(const UnitTable& units, double value, int row) {
+  return value * FactorOf(units, row);
+}
+
+double FromDisplay(const UnitTable& units, double value, int row) {
+  const double factor = FactorOf(units, row);
+  if (value == 0 || factor == 0) return 0;
+  return value / factor;
 }
 
 }  // namespace galeris

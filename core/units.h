@@ -12,21 +12,26 @@ class UiPort;
 
 inline constexpr int kUnitRows = 15;
 
+// Line 1 of Conversion.dat.
+inline constexpr const char* kConversionTitle = "Conversion Table : SI Units to British Units";
+// The picture of a plain value: every significant decimal, at least one.
+inline constexpr const char* kPlainPicture = "0.0########";
+
 // Rows of the table.
 namespace Unit {
-inline constexpr int Length = 1, Velocity = 2, Area = 3, Quantity = 4, Resistance = 5,
-                     Density = 6, Power = 7, Pressure = 8, Mass = 9, FrictionFactor = 10,
-                     Cost = 11, Time = 12, BarometricPressure = 13, Coordinates = 14,
-                     Percentage = 15;
+inline constexpr int Length = 1, Velocity = 2, Area = 3, Quantity = 4, Resistance = 5, Density = 6,
+                     Power = 7, Pressure = 8, Mass = 9, FrictionFactor = 10, Cost = 11, Time = 12,
+                     BarometricPressure = 13, Coordinates = 14, Percentage = 15;
 }
 
 struct UnitTable {
   int UnitSystem = 1;  // 1 SI, 2 British
   std::array<std::string, kUnitRows + 1> UnitName{};
-  std::array<std::array<double, 3>, kUnitRows + 1> UnitFactor{};        // [row][system]
+  std::array<std::array<double, 3>, kUnitRows + 1> UnitFactor{};       // [row][system]
   std::array<std::array<std::string, 3>, kUnitRows + 1> UnitText{};    // [row][system]
   std::array<std::array<std::string, 3>, kUnitRows + 1> UnitFormat{};  // [row][system]
-  std::array<std::string, 7> Heads{};  // the head lines of Conversion.dat, as read
+  // The head lines of Conversion.dat as read: [0] the title, [1..6] the column heads.
+  std::array<std::string, 7> Heads{};
 };
 
 // The built-in table.
@@ -39,7 +44,9 @@ std::string FormatValue(const UnitTable& units, double value, int row, bool show
 double ToDisplay(const UnitTable& units, double value, int row);
 double FromDisplay(const UnitTable& units, double value, int row);
 
-// Conversion.dat in the given path; a failure says so and keeps the table as it was.
+// Conversion.dat in the given path; a failure says so and keeps the table as it was. These
+// two live with the other file readers (files/conversion_file.cpp), as they share its
+// line splitting, and are linked through galeris_files.
 void LoadConversion(UnitTable& units, const std::string& path, UiPort& ui);
 void SaveConversion(const UnitTable& units, const std::string& path, UiPort& ui);
 

@@ -12,6 +12,7 @@
 #include "core/program_paths.h"
 #include "core/sim_run.h"
 #include "core/ui_port.h"
+#include "core/undo_journal_port.h"
 #include "core/units.h"
 
 namespace galeris {
@@ -25,6 +26,7 @@ struct Workspace {
   ProgramPaths paths;
   UiPort& ui;
   SimRun sim;
+  UndoJournal* journal = nullptr;  // the undo journal; none in tests and the command line
 
   // Recent files 1..9, newest first; StoreRecentFiles saves them (the desktop program sets it).
   std::array<std::string, 10> RecentFiles{};

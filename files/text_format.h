@@ -8,6 +8,7 @@
 #include <fstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace galeris {
 
@@ -16,14 +17,24 @@ inline constexpr int kSplitFields = 100;
 // Fields 1..100 of the last split line; field 0 unused.
 using FieldTable = std::array<std::string, kSplitFields + 1>;
 
-// Splits one line: tab-joined above version 2.4, comma-separated at 2.4 and below, with the
-// decimal separator rules of both. The locale flag and file mark come from the header line.
+// Splits one line: tab-joined from version 2.4, comma-separated below, with the decimal
+// separator rules of both. The locale flag and file mark come from the header line.
 struct SplitLocale {
   bool differs = false;  // the file's decimal mark differs from the machine's
   char fileMark = '.';
 };
 void SplitLine(float version, std::string_view line, FieldTable& fields,
                const SplitLocale& locale = {});
+
+// True when lines of this version are tab-joined rather than comma-separated.
+bool IsTabFormat(float version);
+
+// The locale of a file from its header line: the character at position 2 against the
+// machine's separator.
+SplitLocale LocaleOfHeader(std::string_view headerLine);
+
+// The version of a file: the first three characters of its first line, as a single.
+float VersionOf(std::string_view firstLine);
 
 // The writer's plain number output: a blank before a number that is not negative, and a blank
 // after every number (" 5 ", "-2.5 "). Singles print to 7 significant digits, doubles to 15.
@@ -48,8 +59,12 @@ class LineReader {
   long LineNumber() const { return lineNumber_; }
 
  private:
+  bool Fill();  // false when the file has nothing more
+  int Peek();   // the next byte, or -1 at the end
   std::ifstream in_;
   long lineNumber_ = 0;
+  std::vector<char> buffer_;
+  std::size_t start_ = 0, end_ = 0;
 };
 
 }  // namespace galeris

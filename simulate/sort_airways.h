@@ -9,4 +9,9 @@ namespace galeris {
 void SortAirways(Workspace& ws);
 void DeleteRedundantAirways(Workspace& ws);
 
+// The order of the sort alone: airways by (EntryNodeId, ExitNodeId) downward, equal pairs in
+// the order they stood. FromNodeP, ToNodeP and SmokeTime stay where they are, since every
+// caller rebuilds them after sorting.
+void SortByNodeKeys(Network& net);
+
 }  // namespace galeris

@@ -1,0 +1,53 @@
+// frmTitle: start-up window and command line.
+#include "app/frm_title.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QScreen>
+
+#include "files/lifecycle.h"
+
+namespace galeris {
+
+std::string CommandFileFrom(const QStringList& arguments) {
+  QString line = arguments.mid(1).join(' ').trimmed();
+  if (line.size() >= 2 && line.startsWith('"') && line.endsWith('"')) line = line.mid(1, line.size() - 2);
+  const std::string path = line.toStdString();
+  return IsNetworkFileName(path) ? path : std::string();
+}
+
+FrmTitle::FrmTitle(QWidget* parent)
+    : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint) {
+  setObjectName("frmTitle");
+  setWindowTitle("Galeris");
+  resize(460, 220);
+  if (const QScreen* screen = QGuiApplication::primaryScreen()) {
+    QRect frame = frameGeometry();
+    frame.moveCenter(screen->availableGeometry().center());
+    move(frame.topLeft());
+  }
+}
+
+void FrmTitle::paintEvent(QPaintEvent*) {
+  QPainter p(this);
+  p.setRenderHint(QPainter::Antialiasing);
+  QLinearGradient sky(0, 0, 0, height());
+  sky.setColorAt(0, QColor(40, 70, 110));
+  sky.setColorAt(1, QColor(20, 30, 45));
+  p.fillRect(rect(), sky);
+  // A shaft and two levels with airflow arrows: the network the program is about.
+  p.setPen(QPen(QColor(120, 200, 255), 3));
+  p.drawLine(60, 40, 60, 180);
+  p.drawLine(60, 110, 200, 110);
+  p.drawLine(60, 180, 200, 180);
+  p.drawLine(200, 110, 200, 180);
+  p.setPen(Qt::white);
+  p.setFont(QFont("Sans", 30, QFont::Bold));
+  p.drawText(QRect(220, 40, 230, 60), Qt::AlignLeft | Qt::AlignVCenter, "Galeris");
+  p.setFont(QFont("Sans", 10));
+  p.drawText(QRect(220, 100, 230, 60), Qt::AlignLeft | Qt::TextWordWrap,
+             "Mine ventilation network simulator");
+  p.drawText(QRect(220, 160, 230, 30), Qt::AlignLeft, "Loading...");
+}
+
+}  // namespace galeris

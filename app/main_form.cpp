@@ -1,0 +1,309 @@
+// MainForm: construction of the frame, its toolbars and status line, the data and level
+// lists, the palette, and the refreshes that follow changes of the network.
+#include "app/main_form.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QScrollBar>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "app/data_types.h"
+#include "app/frm_error.h"
+#include "app/frm_file_note.h"
+#include "app/frm_help.h"
+#include "app/frm_window.h"
+#include "app/recent_files.h"
+#include "app/tool_palette.h"
+#include "files/lifecycle.h"
+
+namespace galeris {
+
+MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws) {
+  setObjectName("MainForm");
+  setWindowTitle("Galeris");
+  resize(1200, 800);
+  mdi_ = new QMdiArea(this);
+  mdi_->setObjectName("Views");
+  mdi_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  mdi_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+  setCentralWidget(mdi_);
+  chooser_ = [this](const FileDialogRequest& request) {
+    return ChooseFileWithDialog(this, request);
+  };
+  BuildMenus();
+  BuildToolbars();
+  BuildStatusBar();
+  autosave_ = new QTimer(this);
+  autosave_->setObjectName("Autosave");
+  connect(autosave_, &QTimer::timeout, this, &MainForm::AutosaveTimerTick);
+  // Edits made in a view window or a dialog change the network behind the frame's back; the
+  // status label catches up after each user action.
+  qApp->installEventFilter(this);
+  RefreshSimStatus();
+}
+
+MainForm::~MainForm() { qApp->removeEventFilter(this); }
+
+void MainForm::BuildToolbars() {
+  palette_ = new ToolPalette(this);
+  addToolBar(Qt::LeftToolBarArea, palette_);
+  palette_->setOrientation(Qt::Vertical);
+  connect(palette_, &ToolPalette::ButtonClicked, this, &MainForm::PaletteClicked);
+  // Until the view's dispatcher is attached, only the palette's commands that the frame runs
+  // itself are live.
+  for (int i = 0; i < kPaletteButtons; ++i)
+    palette_->Button(i)->setEnabled(i == 14 || i == 19 || i == 20);
+  palette_->PressButton(0);
+
+  auto* data = new QToolBar("Data", this);
+  data->setObjectName("DataBar");
+  addToolBar(Qt::TopToolBarArea, data);
+  lblSim_ = new QLabel(this);
+  lblSim_->setObjectName("LblSim");
+  lblSim_->setAlignment(Qt::AlignCenter);
+  lblSim_->setMinimumWidth(44);
+  lblSim_->setAutoFillBackground(true);
+  lblSim_->setFrameShape(QFrame::Panel);
+  lblSim_->setFrameShadow(QFrame::Sunken);
+  lblSim_->setToolTip("Simulation status: SIM when the network has changed since the last "
+                      "simulation, OK when the flows shown are a solution");
+  data->addWidget(lblSim_);
+  data->addSeparator();
+  data->addWidget(new QLabel(" Data ", this));
+  cmbDataType_ = new QComboBox(this);
+  cmbDataType_->setObjectName("CmbDataType");
+  cmbDataType_->setToolTip("Data group shown beside the airways");
+  data->addWidget(cmbDataType_);
+  cmbDataVal_ = new QComboBox(this);
+  cmbDataVal_->setObjectName("CmbDataVal");
+  cmbDataVal_->setToolTip("Data item shown beside the airways");
+  cmbDataVal_->setMinimumContentsLength(14);
+  data->addWidget(cmbDataVal_);
+  data->addSeparator();
+  data->addWidget(new QLabel(" Level ", this));
+  cmbRL_ = new QComboBox(this);
+  cmbRL_->setObjectName("CmbRL");
+  cmbRL_->setMinimumContentsLength(12);
+  cmbRL_->setToolTip("Level shown in the view");
+  data->addWidget(cmbRL_);
+  vsbRL_ = new QScrollBar(Qt::Vertical, this);
+  vsbRL_->setObjectName("VsbRL");
+  vsbRL_->setFixedHeight(cmbRL_->sizeHint().height());
+  vsbRL_->setToolTip("Step through the levels");
+  data->addWidget(vsbRL_);
+  data->addSeparator();
+  data->addWidget(new QLabel(" View ", this));
+  cmbView_ = new QComboBox(this);
+  cmbView_->setObjectName("CmbView");
+  cmbView_->setMinimumContentsLength(14);
+  cmbView_->setToolTip("Saved views");
+  data->addWidget(cmbView_);
+  data->addSeparator();
+  for (auto [name, field] : {std::pair{"X", &txtX_}, {"Y", &txtY_}, {"Z", &txtZ_}}) {
+    data->addWidget(new QLabel(QString(" %1 ").arg(name), this));
+    *field = new QLineEdit(this);
+    (*field)->setObjectName(QString("Txt%1").arg(name));
+    (*field)->setReadOnly(true);
+    (*field)->setMaximumWidth(90);
+    (*field)->setToolTip("Mouse position in the view");
+    data->addWidget(*field);
+  }
+  FillDataTypeLists();
+  connect(cmbDataType_, &QComboBox::currentIndexChanged, this, &MainForm::DataGroupChosen);
+  connect(cmbDataVal_, &QComboBox::currentIndexChanged, this, &MainForm::DataItemChosen);
+  connect(vsbRL_, &QScrollBar::valueChanged, this, &MainForm::LevelScrolled);
+}
+
+void MainForm::BuildStatusBar() {
+  lblStatus_ = new QLabel(this);
+  lblStatus_->setObjectName("LblStatus");
+  statusBar()->addWidget(lblStatus_, 1);
+}
+
+void MainForm::SetStatusText(const QString& text) { lblStatus_->setText(text); }
+
+void MainForm::FillDataTypeLists() {
+  fillingLists_ = true;
+  cmbDataType_->clear();
+  cmbDataType_->addItems(DataGroupNames());
+  cmbDataType_->setCurrentIndex(dataTypeCode_ / 10 - 1);
+  cmbDataVal_->clear();
+  cmbDataVal_->addItems(DataItemNames(dataTypeCode_ / 10));
+  cmbDataVal_->setCurrentIndex(dataTypeCode_ % 10 - 2);
+  fillingLists_ = false;
+}
+
+void MainForm::DataGroupChosen(int position) {
+  if (fillingLists_ || position < 0) return;
+  const int group = position + 1;
+  SetDataType(group, std::max(2, lastItemOfGroup_[group]));
+}
+
+void MainForm::DataItemChosen(int position) {
+  if (fillingLists_ || position < 0) return;
+  SetDataType(dataTypeCode_ / 10, position + 2);
+}
+
+void MainForm::SetDataType(int group, int item) {
+  if (group < 1 || group > kDataGroups) return;
+  const int items = static_cast<int>(DataItemNames(group).size());
+  item = std::clamp(item, 2, items + 1);
+  lastItemOfGroup_[group] = item;
+  dataTypeCode_ = group * 10 + item;
+  FillDataTypeLists();
+  RedrawViews();
+}
+
+void MainForm::RefreshLevelList() {
+  const QString shown = cmbRL_->currentText();
+  cmbRL_->blockSignals(true);
+  cmbRL_->clear();
+  for (int i = 1; i <= ws_.net.RLCount && i < static_cast<int>(ws_.net.RLName.size()); ++i)
+    cmbRL_->addItem(QString::fromStdString(ws_.net.RLName[i]));
+  if (cmbRL_->count() == 0) cmbRL_->addItems({"SURFACE", "U/Ground"});
+  const int keep = cmbRL_->findText(shown);
+  cmbRL_->setCurrentIndex(keep >= 0 ? keep : 0);
+  cmbRL_->blockSignals(false);
+  // The scroll bar runs against the list: its top is the list's last entry.
+  vsbRL_->blockSignals(true);
+  vsbRL_->setRange(0, std::max(0, cmbRL_->count() - 1));
+  vsbRL_->setValue(vsbRL_->maximum() - cmbRL_->currentIndex());
+  vsbRL_->blockSignals(false);
+
+  cmbView_->clear();
+  for (int i = 1; i <= 100 && i < static_cast<int>(ws_.net.ViewName.size()); ++i)
+    if (!ws_.net.ViewName[i].empty()) cmbView_->addItem(QString::fromStdString(ws_.net.ViewName[i]));
+  cmbView_->setCurrentIndex(-1);
+}
+
+void MainForm::LevelScrolled(int value) {
+  cmbRL_->setCurrentIndex(vsbRL_->maximum() - value);
+}
+
+void MainForm::RefreshSimStatus() {
+  const bool balanced = ws_.net.NetworkBalanced != 0;
+  lblSim_->setText(balanced ? "OK" : "SIM");
+  QPalette label = lblSim_->palette();
+  label.setColor(QPalette::Window, QColor::fromRgb(balanced ? kSimLabelBalanced : kSimLabelChanged));
+  label.setColor(QPalette::WindowText, Qt::black);
+  lblSim_->setPalette(label);
+  for (QComboBox* list : {cmbDataType_, cmbDataVal_}) {
+    QPalette colours = list->palette();
+    colours.setColor(QPalette::Base, balanced ? QColor::fromRgb(kDataListBalanced)
+                                              : QApplication::palette().color(QPalette::Base));
+    colours.setColor(QPalette::Button, balanced ? QColor::fromRgb(kDataListBalanced)
+                                                : QApplication::palette().color(QPalette::Button));
+    list->setPalette(colours);
+  }
+}
+
+void MainForm::RefreshCaption() {
+  const std::string& name = ws_.net.FileName;
+  if (name.empty()) {
+    setWindowTitle("Galeris");
+    return;
+  }
+  const std::size_t cut = name.find_last_of("/\\");
+  const std::string shown = cut == std::string::npos ? name : name.substr(cut + 1);
+  setWindowTitle(QString::fromStdString(shown.substr(0, 100)));
+}
+
+void MainForm::RedrawViews() {
+  for (QMdiSubWindow* sub : mdi_->subWindowList())
+    if (auto* view = qobject_cast<FrmWindow*>(sub->widget())) view->Redraw();
+}
+
+FrmWindow* MainForm::NewViewWindow() {
+  if (mdi_->subWindowList().size() >= kMaxViewWindows) {
+    ws_.ui.Inform("Too many windows");
+    return nullptr;
+  }
+  auto* view = new FrmWindow(ws_);
+  QMdiSubWindow* sub = mdi_->addSubWindow(view);
+  sub->setWindowTitle(QString("View %1").arg(mdi_->subWindowList().size()));
+  sub->resize(720, 520);
+  sub->show();
+  return view;
+}
+
+void MainForm::PaletteClicked(int index) {
+  previousButton_ = currentButton_;
+  currentButton_ = index;
+  SetStatusText(PaletteStatusText(index));
+  switch (index) {
+    case 14:
+      RunSimulationCommand(0);
+      break;
+    case 19:
+      OpenFile();
+      break;
+    case 20: {
+      // A Master file is never overwritten by the quick save: it goes through Save As.
+      const QString name = QString::fromStdString(ws_.net.FileName);
+      if (name.isEmpty() || name.toUpper().endsWith(".SMM"))
+        SaveAs();
+      else
+        SaveFile();
+      break;
+    }
+    default:
+      return;
+  }
+  // Momentary commands give the palette back to the button that was down before.
+  currentButton_ = previousButton_;
+  palette_->PressButton(currentButton_);
+}
+
+FrmError& MainForm::ErrorForm() {
+  if (!frmError_) {
+    frmError_ = new FrmError(this);
+    frmError_->OnGoto([this](int airwayNo) { GoToAirwayNo(airwayNo); });
+    frmError_->OnCancel([this] { StopRun(); });
+  }
+  return *frmError_;
+}
+
+FrmFileNote& MainForm::FileNoteForm() {
+  if (!frmFileNote_) frmFileNote_ = new FrmFileNote(ws_, this);
+  return *frmFileNote_;
+}
+
+FrmHelp& MainForm::HelpForm() {
+  if (!frmHelp_) frmHelp_ = new FrmHelp(this);
+  return *frmHelp_;
+}
+
+void MainForm::ShowFileNote() {
+  FrmFileNote& note = FileNoteForm();
+  note.Refresh();
+  note.show();
+  note.raise();
+}
+
+void MainForm::ShowHelp(const QString& page) { HelpForm().ShowPage(page); }
+
+bool MainForm::eventFilter(QObject* watched, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::MouseButtonRelease:
+    case QEvent::KeyRelease:
+      QTimer::singleShot(0, this, [this] { RefreshSimStatus(); });
+      break;
+    default:
+      break;
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+}  // namespace galeris

@@ -1,0 +1,162 @@
+// MainForm: the frame window. It holds the menus, the button palette, the data-display and
+// level lists, the simulation status label, the coordinate fields, the status text and the
+// view windows, and it runs the file and simulation commands through the engine.
+#pragma once
+
+#include <QMainWindow>
+#include <array>
+#include <functional>
+#include <string>
+
+#include "app/file_dialogs.h"
+#include "core/workspace.h"
+
+class QAction;
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QMdiArea;
+class QMenu;
+class QScrollBar;
+class QTimer;
+
+namespace galeris {
+
+class FrmError;
+class FrmFileNote;
+class FrmHelp;
+class FrmWindow;
+class ToolPalette;
+
+inline constexpr int kMaxViewWindows = 5;
+
+// Colours of the simulation status label and of the data lists when a solution stands.
+inline constexpr QRgb kSimLabelChanged = 0xFFFFC080;   // RGB 255, 192, 128
+inline constexpr QRgb kSimLabelBalanced = 0xFF00FF00;  // RGB 0, 255, 0
+inline constexpr QRgb kDataListBalanced = 0xFFC0FFC0;  // RGB 192, 255, 192
+
+class MainForm : public QMainWindow {
+  Q_OBJECT
+ public:
+  // Message boxes and questions go through ws.ui; tests give a scripted one.
+  explicit MainForm(Workspace& ws, QWidget* parent = nullptr);
+  ~MainForm() override;
+
+  // The load of the frame: the data lists, the recent files, the start-up loads in their one
+  // order, the first view window, then the command-line file and the recovery offer.
+  void Load(const std::string& commandFile);
+
+  // The file dialogs; tests answer them from a script.
+  void SetFileChooser(FileChooser chooser) { chooser_ = std::move(chooser); }
+  // Goto of the error list and the views: shows the airway at this store position.
+  void OnGoToAirway(std::function<void(int position)> go) { goToAirway_ = std::move(go); }
+
+  // File commands.
+  void NewFile();
+  void OpenFile();
+  void OpenRecent(int number);
+  void MergeFile();
+  bool SaveFile();
+  bool SaveAs();
+
+  // Simulation commands: the run with its progress and error windows, for one SimMode.
+  void RunSimulationCommand(int simMode);
+  void ReseedAirflowsCommand();
+
+  // Windows.
+  FrmWindow* NewViewWindow();
+  void ShowFileNote();
+  void ShowHelp(const QString& page = "index.html");
+
+  // Refreshes after a change of the network.
+  void RefreshSimStatus();
+  void RefreshCaption();
+  void RefreshRecentMenu();
+  void RefreshLevelList();
+  void RedrawViews();
+  void SetStatusText(const QString& text);
+
+  // The data type shown beside the airways: group * 10 + item.
+  int DataTypeCode() const { return dataTypeCode_; }
+  void SetDataType(int group, int item);
+
+  QAction* Action(const QString& objectName) const;
+  QMdiArea& Views() const { return *mdi_; }
+  ToolPalette& Palette() const { return *palette_; }
+  FrmError& ErrorForm();
+  FrmFileNote& FileNoteForm();
+  FrmHelp& HelpForm();
+  QLabel& SimLabel() const { return *lblSim_; }
+  bool CommandRunning() const { return ws_.sim.Running; }
+
+ protected:
+  void closeEvent(QCloseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void BuildMenus();
+  void BuildFileMenu();
+  void BuildEditMenu();
+  void BuildViewMenu();
+  void BuildSimulateMenu();
+  void BuildToolsMenu();
+  void BuildWindowMenu();
+  void BuildHelpMenu();
+  QAction* AddEntry(QMenu* menu, const QString& name, const QString& caption,
+                    std::function<void()> run = {});
+  void BuildToolbars();
+  void BuildStatusBar();
+
+  void FillDataTypeLists();
+  void DataGroupChosen(int position);
+  void DataItemChosen(int position);
+  void LevelScrolled(int value);
+  void PaletteClicked(int index);
+
+  void AfterLoad(bool loaded);
+  void AfterSave(bool saved);
+  QString ChooseFile(FileDialogRequest request);
+  QString ChooseNetworkToOpen(const QString& title);
+  bool OpenPath(const std::string& path);
+  void RestartAutosave();
+  void AutosaveTimerTick();
+  bool IsBusy() const;
+  void ShowRunResult(bool reachedTheEnd);
+  void SetSimulationEnabled(bool enabled);
+  void GoToAirwayNo(int airwayNo);
+  void StopRun();
+
+  Workspace& ws_;
+  FileChooser chooser_;
+  std::function<void(int)> goToAirway_;
+
+  QMdiArea* mdi_ = nullptr;
+  ToolPalette* palette_ = nullptr;
+  QComboBox* cmbDataType_ = nullptr;
+  QComboBox* cmbDataVal_ = nullptr;
+  QComboBox* cmbRL_ = nullptr;
+  QScrollBar* vsbRL_ = nullptr;
+  QComboBox* cmbView_ = nullptr;
+  QLabel* lblSim_ = nullptr;
+  QLabel* lblStatus_ = nullptr;
+  QLineEdit* txtX_ = nullptr;
+  QLineEdit* txtY_ = nullptr;
+  QLineEdit* txtZ_ = nullptr;
+  QMenu* fileMenu_ = nullptr;
+  QMenu* windowMenu_ = nullptr;
+  QAction* recentSeparator_ = nullptr;
+  std::array<QAction*, 10> mnuOld_{};
+  QTimer* autosave_ = nullptr;
+  int autoSaveTicks_ = 0;
+  FrmError* frmError_ = nullptr;
+  FrmFileNote* frmFileNote_ = nullptr;
+  FrmHelp* frmHelp_ = nullptr;
+
+  int dataTypeCode_ = 12;
+  std::array<int, 6> lastItemOfGroup_{2, 2, 2, 2, 2, 2};
+  bool fillingLists_ = false;
+  int currentButton_ = 0;
+  int previousButton_ = 0;
+};
+
+}  // namespace galeris

@@ -1,0 +1,69 @@
+// MainForm's simulation commands: each sets the run's mode, shows the progress, runs the
+// driver, then opens or closes the error list, turns the status label and redraws.
+#include <QAction>
+#include <QToolButton>
+
+#include "app/frm_error.h"
+#include "app/main_form.h"
+#include "app/tool_palette.h"
+#include "simulate/simulate.h"
+
+namespace galeris {
+
+namespace {
+
+const char* const kSimulationActions[] = {"mnuExecute",     "mnnuNonConverge", "mnuProblems",
+                                          "mnuRemoveRedund", "mnuFindResFans",  "mnuDupAir",
+                                          "mnuResetAirflows"};
+
+}  // namespace
+
+void MainForm::SetSimulationEnabled(bool enabled) {
+  for (const char* name : kSimulationActions)
+    if (QAction* action = Action(name)) action->setEnabled(enabled);
+  palette_->Button(14)->setEnabled(enabled);
+}
+
+void MainForm::RunSimulationCommand(int simMode) {
+  if (ws_.sim.Running) return;
+  SetSimulationEnabled(false);
+  ws_.sim.ShowProgress = 1;
+  ws_.sim.SimMode = static_cast<std::int16_t>(simMode);
+  const SimOutcome outcome = RunSimulation(ws_);
+  SetSimulationEnabled(true);
+  if (outcome.Ran) {
+    if (outcome.ShowErrorList)
+      ErrorForm().ShowList(ws_.net.Errorlist, outcome.ErrorListCaption);
+    else if (frmError_)
+      frmError_->hide();
+  }
+  RefreshSimStatus();
+  RedrawViews();
+}
+
+void MainForm::ReseedAirflowsCommand() {
+  if (ws_.sim.Running) return;
+  if (ReseedAirflows(ws_)) {
+    RefreshSimStatus();
+    RedrawViews();
+  }
+}
+
+void MainForm::StopRun() {
+  ws_.sim.SimCancel = 255;
+  ws_.ui.HideProgress();
+  RedrawViews();
+}
+
+void MainForm::GoToAirwayNo(int airwayNo) {
+  for (int position = 1; position <= ws_.net.BranchCount; ++position) {
+    if (ws_.net.AirwayNo[position] != airwayNo) continue;
+    SetStatusText(QString("Airway %1").arg(airwayNo));
+    if (goToAirway_) goToAirway_(position);
+    RedrawViews();
+    return;
+  }
+  SetStatusText(QString("Airway %1 is no longer in the network").arg(airwayNo));
+}
+
+}  // namespace galeris

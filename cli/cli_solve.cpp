@@ -1,0 +1,114 @@
+// galeris-sim solve: runs the simulation (or one of its diagnostic commands) on a network file,
+// prints the error list and a summary line, and can write the solved network.
+#include <charconv>
+#include <filesystem>
+#include <memory>
+#include <ostream>
+
+#include "cli/cli_command.h"
+#include "files/network_file.h"
+#include "simulate/simulate.h"
+
+namespace galeris::cli {
+namespace {
+
+constexpr int kDefaultMaxRounds = 10;
+
+bool ParseMode(const std::string& text, std::int16_t& mode) {
+  static const struct {
+    const char* name;
+    std::int16_t mode;
+  } kModes[] = {{"simulate", kModeSimulate},
+                {"converge", kModeNonConverging},
+                {"find-bulkheads", kModeFindBulkheads},
+                {"remove-bulkheads", kModeRemoveBulkheads},
+                {"restrictive-fans", kModeRestrictiveFans},
+                {"duplicates", kModeDuplicates}};
+  if (text.empty()) {
+    mode = kModeSimulate;
+    return true;
+  }
+  for (const auto& m : kModes) {
+    if (text == m.name) {
+      mode = m.mode;
+      return true;
+    }
+  }
+  return false;
+}
+
+bool ParseCount(const std::string& text, int& value) {
+  if (text.empty()) return true;
+  const char* end = text.data() + text.size();
+  auto [p, ec] = std::from_chars(text.data(), end, value);
+  return ec == std::errc() && p == end && value >= 0;
+}
+
+const char* StatusWord(const SimOutcome& outcome, const SimRun& run) {
+  if (!outcome.Ran || run.SimStatus == 1) return "failed";
+  return run.SimStatus == 2 ? "warnings" : "clean";
+}
+
+int ExitCode(const SimOutcome& outcome, const SimRun& run) {
+  if (!outcome.Ran || run.SimStatus == 1) return kExitFailed;
+  return run.SimStatus == 2 ? kExitWarnings : kExitOk;
+}
+
+// A "yes" on the command line keeps balancing only so many times, so a script never hangs on
+// a network that does not converge.
+void BoundConvergenceAnswers(CliContext& c, int maxRounds) {
+  auto asked = std::make_shared<int>(0);
+  std::ostream& err = c.err;
+  HeadlessUi& ui = c.ui;
+  c.ui.OnMessage([&err, &ui, asked, maxRounds](const UiRecord& r) {
+    err << r.title << ": " << r.text << "\n";
+    if (r.title == "Convergence Warning" && ++*asked > maxRounds) ui.QueueAnswer(MsgAnswer::No);
+  });
+}
+
+int RunSolve(CliContext& c) {
+  const std::string out = TakeOption(c.args, "-o");
+  const std::string modeText = TakeOption(c.args, "--mode");
+  const std::string roundsText = TakeOption(c.args, "--max-rounds");
+  std::int16_t mode = kModeSimulate;
+  int maxRounds = kDefaultMaxRounds;
+  if (c.args.size() != 1 || !ParseMode(modeText, mode) || !ParseCount(roundsText, maxRounds)) {
+    c.err << "usage: galeris-sim solve IN [-o OUT] [--mode simulate|converge|find-bulkheads|"
+             "remove-bulkheads|restrictive-fans|duplicates] [--max-rounds N]\n";
+    return kExitBadInput;
+  }
+  Workspace& ws = c.ws;
+  ws.net.FileName = c.args[0];
+  std::error_code ec;
+  if (!std::filesystem::is_regular_file(c.args[0], ec) || !LoadNetwork(ws)) {
+    c.err << "solve: cannot read " << c.args[0] << "\n";
+    return kExitBadInput;
+  }
+  BoundConvergenceAnswers(c, maxRounds);
+  ws.sim.ShowProgress = 0;
+  ws.sim.SimMode = mode;
+  const SimOutcome outcome = RunSimulation(ws);
+  for (const auto& line : ws.net.Errorlist) c.out << line << "\n";
+  c.out << "airways " << ws.net.BranchCount << " meshes " << ws.sim.MeshCount << " sweeps "
+        << ws.sim.Sweeps << " status " << StatusWord(outcome, ws.sim) << "\n";
+  if (!out.empty()) {
+    ws.net.FileName = out;
+    if (!SaveNetwork(ws)) {
+      c.err << "solve: could not write " << out << "\n";
+      return kExitFailed;
+    }
+  }
+  return ExitCode(outcome, ws.sim);
+}
+
+const RegisterCommand kSolve({"solve",
+                              "solve IN [-o OUT] [--mode simulate|converge|find-bulkheads|"
+                              "remove-bulkheads|restrictive-fans|duplicates] [--max-rounds N]",
+                              "Simulates the airflow of IN (or runs a diagnostic), prints the "
+                              "error list and a summary; -o writes the solved network.\n"
+                              "      --max-rounds N bounds the \"yes\" answers to \"Convergence "
+                              "Warning\" (default 10).",
+                              RunSolve});
+
+}  // namespace
+}  // namespace galeris::cli

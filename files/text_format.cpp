@@ -1,0 +1,253 @@
+// The text rules of every file: reading lines whatever their ends, splitting them into the
+// shared field table, and the number pictures of the writer and the readers.
+#include "files/text_format.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cctype>
+#include <cmath>
+
+#include "core/number_format.h"
+
+namespace galeris {
+namespace {
+
+constexpr std::size_t kReadChunk = 1 << 16;
+constexpr std::size_t kLegacyLastField = 30;  // comma lines keep at most this of their last field
+
+void ReplaceAll(std::string& s, char from, char to) {
+  if (from == to) return;
+  std::replace(s.begin(), s.end(), from, to);
+}
+
+// The shortest general form with the given significant digits, as VB prints it: fixed notation
+// while the exponent lies from -5 to digits-1, else "1.5E+10"; the machine's decimal separator.
+std::string General(double value, int digits) {
+  if (!std::isfinite(value)) return "0";  // never written: such a value could not be read back
+  if (value == 0) return "0";             // no "-0"
+  char text[48];
+  auto [end, ec] = std::to_chars(text, text + sizeof text, value, std::chars_format::general, digits);
+  std::string s(text, end);
+  for (char& c : s) {
+    if (c == 'e') c = 'E';
+    else if (c == '.') c = MachineDecimalSeparator();
+  }
+  return s;
+}
+
+std::string Printed(std::string general) {
+  if (general.empty() || general[0] != '-') general.insert(general.begin(), ' ');
+  general.push_back(' ');
+  return general;
+}
+
+bool IsBlank(char c) {
+  return c == ' ' || c == '\t' || c == '\n';
+}
+
+void SplitTabs(std::string_view line, FieldTable& fields) {
+  int field = 1;
+  std::size_t start = 0;
+  while (field <= kSplitFields) {
+    const std::size_t tab = line.find('\t', start);
+    if (tab == std::string_view::npos) {
+      fields[field].assign(line.substr(start));
+      return;
+    }
+    fields[field].assign(line.substr(start, tab - start));
+    start = tab + 1;
+    ++field;
+  }
+}
+
+void SplitCommas(std::string_view line, FieldTable& fields, char separator) {
+  int field = 1;
+  std::size_t start = 0;
+  while (field <= kSplitFields) {
+    const std::size_t comma = line.find(',', start);
+    std::string_view part = comma == std::string_view::npos
+                                ? line.substr(start).substr(0, kLegacyLastField)
+                                : line.substr(start, comma - start);
+    std::string& f = fields[field];
+    f.clear();
+    for (char c : part)
+      if (c != '"') f.push_back(c);
+    if (separator != '.') ReplaceAll(f, '.', separator);
+    if (comma == std::string_view::npos) return;
+    start = comma + 1;
+    ++field;
+  }
+}
+
+// Parses sign, digits, one decimal point and an exponent from a text already cleaned to use '.'.
+bool ParseDouble(const std::string& s, double& value) {
+  if (s.empty()) return false;
+  const char* first = s.data();
+  if (*first == '+') ++first;
+  if (first == s.data() + s.size()) return false;
+  auto [ptr, ec] = std::from_chars(first, s.data() + s.size(), value);
+  return ec == std::errc() && ptr == s.data() + s.size();
+}
+
+}  // namespace
+
+bool IsTabFormat(float version) {
+  // A 2.4 file is already tab-joined: its writer introduced tabs together with the decimal rule.
+  return version >= 2.4f;
+}
+
+void SplitLine(float version, std::string_view line, FieldTable& fields,
+               const SplitLocale& locale) {
+  for (int i = 1; i <= kSplitFields; ++i) fields[i].clear();
+  const char separator = MachineDecimalSeparator();
+  if (!IsTabFormat(version)) {
+    SplitCommas(line, fields, separator);
+    return;
+  }
+  std::string text(line);
+  if (separator != ',')
+    ReplaceAll(text, ',', separator);
+  else
+    ReplaceAll(text, '.', separator);
+  if (locale.differs) ReplaceAll(text, locale.fileMark, separator);
+  SplitTabs(text, fields);
+}
+
+SplitLocale LocaleOfHeader(std::string_view headerLine) {
+  SplitLocale locale;
+  if (headerLine.size() < 2) return locale;
+  const char mark = headerLine[1];
+  if (mark != MachineDecimalSeparator()) {
+    locale.differs = true;
+    locale.fileMark = mark;
+  }
+  return locale;
+}
+
+float VersionOf(std::string_view firstLine) {
+  // The version was printed with the writer's decimal mark, whichever it was.
+  std::string head(firstLine.substr(0, std::min<std::size_t>(3, firstLine.size())));
+  const auto digit = [](char c) { return std::isdigit(static_cast<unsigned char>(c)) != 0; };
+  if (head.size() == 3 && digit(head[0]) && !digit(head[1]) && digit(head[2])) head[1] = '.';
+  return static_cast<float>(Val(head));
+}
+
+std::string FormatGeneral(double value) {
+  return General(value, 15);
+}
+std::string FormatGeneralSingle(float value) {
+  return General(value, 7);
+}
+std::string PrintNumber(double value) {
+  return Printed(FormatGeneral(value));
+}
+std::string PrintSingle(float value) {
+  return Printed(FormatGeneralSingle(value));
+}
+
+double Val(std::string_view text) {
+  // Blanks are skipped anywhere, as in "1 000"; the number ends at the first other character
+  // that cannot continue it.
+  std::string number;
+  bool digits = false, point = false, exponent = false, exponentDigits = false;
+  const char separator = MachineDecimalSeparator();
+  for (char c : text) {
+    if (IsBlank(c)) continue;
+    if (c >= '0' && c <= '9') {
+      number.push_back(c);
+      (exponent ? exponentDigits : digits) = true;
+    } else if ((c == '-' || c == '+') && (number.empty() || number.back() == 'e')) {
+      number.push_back(c);
+    } else if ((c == '.' || c == separator) && !point && !exponent) {
+      number.push_back('.');
+      point = true;
+    } else if ((c == 'e' || c == 'E' || c == 'd' || c == 'D') && digits && !exponent) {
+      number.push_back('e');
+      exponent = true;
+    } else {
+      break;
+    }
+  }
+  if (!digits) return 0;
+  if (exponent && !exponentDigits) {
+    while (!number.empty() && number.back() != 'e') number.pop_back();
+    number.pop_back();
+  }
+  double value = 0;
+  if (!ParseDouble(number, value)) {
+    // Only an out-of-range exponent gets here: clamp as the hardware would.
+    value = number[0] == '-' ? -HUGE_VAL : HUGE_VAL;
+    if (exponent && number.find("e-") != std::string::npos) value = 0;
+  }
+  return value;
+}
+
+bool StrictNumber(std::string_view text, double& value) {
+  std::size_t a = 0, b = text.size();
+  while (a < b && (text[a] == ' ' || text[a] == '\t')) ++a;
+  while (b > a && (text[b - 1] == ' ' || text[b - 1] == '\t')) --b;
+  if (a == b) return false;
+  const char separator = MachineDecimalSeparator();
+  std::string number;
+  number.reserve(b - a);
+  bool digits = false;
+  for (std::size_t i = a; i < b; ++i) {
+    char c = text[i];
+    if (c == separator)
+      c = '.';
+    else if (c == '.')
+      return false;  // only the machine's separator counts as a decimal mark
+    else if (c == 'd' || c == 'D')
+      c = 'e';
+    if (c >= '0' && c <= '9') digits = true;
+    number.push_back(c);
+  }
+  if (!digits) return false;
+  double parsed = 0;
+  if (!ParseDouble(number, parsed) || !std::isfinite(parsed)) return false;
+  value = parsed;
+  return true;
+}
+
+LineReader::LineReader(const std::string& path) : in_(path, std::ios::binary) {
+  buffer_.resize(kReadChunk);
+}
+
+bool LineReader::Fill() {
+  if (start_ < end_) return true;
+  if (!in_.is_open() || !in_) return false;
+  in_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
+  start_ = 0;
+  end_ = static_cast<std::size_t>(in_.gcount());
+  return end_ > 0;
+}
+
+int LineReader::Peek() {
+  if (!Fill()) return -1;
+  return static_cast<unsigned char>(buffer_[start_]);
+}
+
+bool LineReader::AtEnd() {
+  return Peek() < 0;
+}
+
+bool LineReader::ReadLine(std::string& line) {
+  line.clear();
+  if (!Fill()) return false;
+  ++lineNumber_;
+  while (Fill()) {
+    const char* begin = buffer_.data() + start_;
+    const char* end = buffer_.data() + end_;
+    const char* stop = std::find_if(begin, end, [](char c) { return c == '\r' || c == '\n'; });
+    line.append(begin, stop);
+    start_ += static_cast<std::size_t>(stop - begin);
+    if (stop == end) continue;
+    const char ending = *stop;
+    ++start_;
+    if (ending == '\r' && Peek() == '\n') ++start_;
+    return true;
+  }
+  return true;
+}
+
+}  // namespace galeris

@@ -1,0 +1,332 @@
+// Pressure resolution and results: fan loads, airway pressures, reversals, node pressures,
+// node links and the derived values of a solved airway.
+#include "simulate/pressures.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <functional>
+#include <queue>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "simulate/fan_curves.h"
+#include "simulate/simulate.h"
+#include "simulate/sort_airways.h"
+
+namespace galeris {
+namespace {
+
+constexpr std::uint8_t kCancel = 255;
+constexpr double kPi = 3.141592654;
+constexpr std::int32_t kTopByte = static_cast<std::int32_t>(0xFF000000u);
+
+float SquareLaw(const Network& net, int i) {
+  return net.Quantity[i] * net.Quantity[i] * net.Resistance[i];
+}
+
+// The signed pressure sum round a mesh, as the balancing forms it; for a locked mesh this is
+// what the fixed chord has to supply.
+float MeshLoad(const Network& net, int first, int end) {
+  float load = 0;
+  for (int k = first; k < end; ++k) {
+    int v = net.MeshMember[k];
+    if (k == first) v = std::abs(v);
+    const int a = std::abs(v);
+    const float s = v < 0 ? -1.0f : 1.0f;
+    const float q = s * net.Quantity[a];
+    float fanP = 0;
+    if (net.FanSlot[a] != 0)
+      fanP = EvaluateFanCurve(net, static_cast<int>(net.FanSlot[a]), net.Quantity[a], a,
+                              net.Pressure[a])
+                 .FanP;
+    load = load + q * std::fabs(q * net.Resistance[a]) - s * fanP;
+  }
+  return load;
+}
+
+// The full exchange of FinishRun: both surface bits trade places.
+void ExchangeEnds(Network& net, int i) {
+  std::swap(net.EntryNodeId[i], net.ExitNodeId[i]);
+  net.Quantity[i] = -net.Quantity[i];
+  std::swap(net.Coord1[i], net.Coord2[i]);
+  std::swap(net.EntryNodeName[i], net.ExitNodeName[i]);
+  std::int32_t& code = net.BranchCode[i];
+  if (code & Bit::ForceEntrySurface)
+    code = (code & ~Bit::ForceEntrySurface) | Bit::ForceExitSurface;
+  else if (code & Bit::ForceExitSurface)
+    code = (code & ~Bit::ForceExitSurface) | Bit::ForceEntrySurface;
+}
+
+void ReverseJournalled(Workspace& ws, int i, int action) {
+  if (ws.journal) ws.journal->RecordUndo(i, UndoJournal::kBefore, action);
+  ExchangeEnds(ws.net, i);
+  if (ws.journal) ws.journal->RecordUndo(i, UndoJournal::kAfter, action);
+}
+
+void ListReversedFan(Workspace& ws, int i) {
+  Network& net = ws.net;
+  net.Errorlist.push_back(std::to_string(net.AirwayNo[i]) + "\tFan flow reversed");
+  if (ws.sim.SimStatus == 0) ws.sim.SimStatus = 2;
+  net.Comment[i] = "Flow Reversed";
+  net.BranchCode[i] |= Bit::ErrorMark;
+}
+
+// First position 1..BranchCount whose entry key equals key, in the descending store; 0 if none.
+int FirstEntryAt(const Network& net, Key key) {
+  const auto begin = net.EntryNodeId.begin() + 1;
+  const auto end = begin + net.BranchCount;
+  const auto it = std::lower_bound(begin, end, key, [](Key a, Key k) { return a > k; });
+  if (it == end || *it != key) return 0;
+  return static_cast<int>(it - net.EntryNodeId.begin());
+}
+
+// The airways j != i of each key, in ascending position: an index sorted by (key, position).
+std::vector<int> IndexByKey(const std::vector<Key>& keys, int count) {
+  std::vector<int> order(static_cast<std::size_t>(count));
+  for (int j = 1; j <= count; ++j) order[j - 1] = j;
+  std::sort(order.begin(), order.end(), [&keys](int a, int b) {
+    return keys[a] != keys[b] ? keys[a] < keys[b] : a < b;
+  });
+  return order;
+}
+
+void LinkEnd(Network& net, const std::vector<Key>& own, const std::vector<Key>& other, int end,
+             std::size_t& pos) {
+  const std::vector<int> order = IndexByKey(other, net.BranchCount);
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    net.NodeLinkRange[i][end][1] = static_cast<std::int32_t>(pos);
+    const Key key = own[i];
+    auto first = std::lower_bound(order.begin(), order.end(), key,
+                                  [&other](int j, Key k) { return other[j] < k; });
+    for (auto it = first; it != order.end() && other[*it] == key; ++it) {
+      if (*it == i) continue;
+      if (pos >= net.NodeLinks.size())
+        throw std::length_error(
+            "Too many airways meet at the nodes of this network for the node links - increase "
+            "the allowable branch numbers in the defaults settings");
+      net.NodeLinks[pos++] = static_cast<std::int16_t>(*it);
+    }
+    net.NodeLinkRange[i][end][2] = static_cast<std::int32_t>(pos) - 1;
+  }
+}
+
+}  // namespace
+
+void ResolveFanLoads(Workspace& ws) {
+  Network& net = ws.net;
+  const SimRun& run = ws.sim;
+  std::vector<float>& fanLoad = net.ChordWeight;
+  for (int i = 1; i <= net.BranchCount; ++i) fanLoad[i] = net.Resistance[i];
+  for (int m = 1; m <= run.MeshCount; ++m) {
+    if (run.SimCancel == kCancel) return;
+    const int first = net.MeshStart[m];
+    if (net.MeshMember[first] >= 0) continue;
+    fanLoad[std::abs(net.MeshMember[first])] = MeshLoad(net, first, net.MeshStart[m + 1]);
+  }
+  for (int m = 1; m <= run.MeshCount; ++m) {
+    if (run.SimCancel == kCancel) return;
+    const int first = net.MeshStart[m];
+    const bool locked = net.MeshMember[first] < 0;
+    for (int k = first; k < net.MeshStart[m + 1]; ++k) {
+      if (k == first && locked) continue;
+      fanLoad[std::abs(net.MeshMember[k])] = 0;
+    }
+  }
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    if (net.FanSlot[i] == 0) continue;
+    const FanPoint fan =
+        EvaluateFanCurve(net, static_cast<int>(net.FanSlot[i]), net.Quantity[i], i,
+                         net.Pressure[i]);
+    net.FanSlot[i] = fan.State == FanOnCurve ? fan.FanP : 9999.0f * fan.State;
+  }
+  for (int i = 1; i <= net.BranchCount; ++i)
+    if (fanLoad[i] != 0) net.FanSlot[i] = fanLoad[i];
+}
+
+void StoreAirwayPressures(Workspace& ws) {
+  Network& net = ws.net;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    if (net.FanNumber[i] == 0)
+      net.Pressure[i] = -SquareLaw(net, i);
+    else if (net.FanNumber[i] > 0)
+      net.Pressure[i] = net.FanSlot[i];
+    if (net.FanSlot[i] != 0) net.Pressure[i] = net.FanSlot[i];
+  }
+}
+
+void FinishRun(Workspace& ws) {
+  Network& net = ws.net;
+  SimRun& run = ws.sim;
+  if (run.SimCancel == kCancel || run.SimStatus == 1) {
+    SetSimCaption(ws, "Simulation Failed !");
+    return;
+  }
+  const float maxError = ws.defaults.MaxError;
+  const int action = ws.journal ? ws.journal->UndoAction() : 0;
+  bool reversed = false;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    net.LabelPos[i] = std::fabs(net.LabelPos[i]);
+    if (net.LabelPos[i] < 1) net.LabelPos[i] = 0.5f;
+    if (!(net.Quantity[i] < 0 && std::fabs(net.Quantity[i]) > maxError)) continue;
+    if (net.FanNumber[i] != 0) {
+      ListReversedFan(ws, i);
+    } else if (!(net.BranchCode[i] & Bit::FixedDirection)) {
+      ReverseJournalled(ws, i, action);
+      reversed = true;
+    }
+  }
+  if (reversed) {
+    run.AirwayReversed = true;
+    if (ws.journal) ws.journal->SetUndoAction(action + 1);
+  }
+}
+
+float PressureDrop(const Network& net, int j) {
+  const int fan = net.FanNumber[j];
+  const bool fixedQuantity = net.BranchCode[j] & Bit::FixedQuantity;
+  if (!fixedQuantity && fan == 0) return net.Pressure[j];
+  if (fixedQuantity || fan < 0) return net.Pressure[j] - SquareLaw(net, j);
+  if (net.Pressure[j] == kNegateMark) return -SquareLaw(net, j);
+  if (net.Pressure[j] == kStallMark) {
+    float stall = net.CurveP[fan][1][1];
+    if (net.BranchCode[j] & Bit::FansInSeries) stall *= static_cast<float>(net.NoOfFans[j]);
+    return stall - SquareLaw(net, j);
+  }
+  return net.Pressure[j] - SquareLaw(net, j);
+}
+
+void PropagateNodePressures(Workspace& ws) {
+  Network& net = ws.net;
+  const int n = net.BranchCount;
+  std::priority_queue<int, std::vector<int>, std::greater<int>> thisPass;
+  std::vector<int> nextPass;
+  for (int i = 1; i <= n; ++i) {
+    net.ToNodeP[i] = kUnreached;
+    net.FromNodeP[i] = 0;
+  }
+  for (int i = 1; i <= n; ++i) {
+    if (net.EntryNodeId[i] != SurfaceKey) continue;
+    net.ToNodeP[i] = PressureDrop(net, i);
+    thisPass.push(i);
+  }
+  if (thisPass.empty()) {
+    for (int i = 1; i <= n; ++i) net.ToNodeP[i] = 0;
+    return;
+  }
+  // The passes over the store, airway by airway, done only where something is newly reached:
+  // an airway reached behind the one at work waits for the next pass, as in a full pass.
+  for (;;) {
+    if (thisPass.empty()) {
+      if (nextPass.empty()) break;
+      for (int i : nextPass) thisPass.push(i);
+      nextPass.clear();
+    }
+    const int i = thisPass.top();
+    thisPass.pop();
+    if (net.ExitNodeId[i] == SurfaceKey) continue;
+    const int first = FirstEntryAt(net, net.ExitNodeId[i]);
+    if (first == 0) continue;
+    for (int j = first; j <= n && net.EntryNodeId[j] == net.ExitNodeId[i]; ++j) {
+      if (net.ToNodeP[j] != kUnreached) continue;
+      net.ToNodeP[j] = net.ToNodeP[i] + PressureDrop(net, j);
+      net.FromNodeP[j] = net.ToNodeP[i];
+      if (j > i)
+        thisPass.push(j);
+      else
+        nextPass.push_back(j);
+    }
+  }
+}
+
+void ResolveNodePressures(Workspace& ws) {
+  SortAirways(ws);
+  ShowSimProgress(ws, 95);
+  PropagateNodePressures(ws);
+}
+
+void ReverseAirway(Network& net, int i) {
+  std::swap(net.EntryNodeId[i], net.ExitNodeId[i]);
+  net.LabelPos[i] = -net.LabelPos[i];
+  std::swap(net.Coord1[i], net.Coord2[i]);
+  net.Quantity[i] = -net.Quantity[i];
+  std::swap(net.EntryNodeName[i], net.ExitNodeName[i]);
+  // One-sided on purpose: a surface end stays marked at the exit.
+  std::int32_t& code = net.BranchCode[i];
+  if (code & (Bit::ForceEntrySurface | Bit::ForceExitSurface))
+    code = (code | Bit::ForceExitSurface) & ~kTopByte;
+}
+
+void ApplyFixedDirections(Workspace& ws) {
+  Network& net = ws.net;
+  enum { NotAsked, Allowed, Refused } answer = NotAsked;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    const bool fixed = net.BranchCode[i] & Bit::FixedDirection;
+    if (net.Quantity[i] < 0) {
+      if (fixed && answer == NotAsked) {
+        answer = ws.ui.AskYesNo(
+                     "Galeris detects a number of airways have a 'FIXED DIRECTION' on them and "
+                     "require reversing.  Galeris may not simulate correctly next time unless "
+                     "these airways are reversed.  Do you want to allow Galeris to do this ?",
+                     "Reverse airways")
+                     ? Allowed
+                     : Refused;
+      }
+      if (!fixed || answer != Refused) ReverseAirway(net, i);
+    }
+    if (fixed && net.Comment[i].Padded().compare(0, 3, "Rev") == 0)
+      net.Errorlist.push_back(std::to_string(net.AirwayNo[i]) + "\tFixed direction violated!");
+  }
+}
+
+void BuildNodeLinks(Workspace& ws) {
+  Network& net = ws.net;
+  std::size_t pos = 0;
+  LinkEnd(net, net.EntryNodeId, net.ExitNodeId, 1, pos);
+  LinkEnd(net, net.ExitNodeId, net.EntryNodeId, 2, pos);
+}
+
+double AirwayPressureDrop(const Network& net, int i) {
+  const double q = net.Quantity[i];
+  return net.Resistance[i] * q * q;
+}
+
+double AirPower(const Network& net, int i) {
+  const double q = net.Quantity[i];
+  return q * q * q * net.Resistance[i] / 1000.0;
+}
+
+double FanVelocityPressure(const Workspace& ws, int i) {
+  const Network& net = ws.net;
+  const int fan = net.FanNumber[i];
+  if (fan < 1 || net.Pressure[i] == kStallMark || net.Pressure[i] == kNegateMark) return 0;
+  const double d = net.FanDiameter[fan];
+  const double divisor = net.NoOfFans[i] * kPi / 4.0 * d * d;
+  if (divisor == 0) return 0;
+  const double v = net.Quantity[i] / divisor;
+  return ws.defaults.AirDensity * v * v / 2.0;
+}
+
+double FanInputPower(const Workspace& ws, int i) {
+  const Network& net = ws.net;
+  const int fan = net.FanNumber[i];
+  if (fan < 1) return 0;
+  double p = net.Pressure[i];
+  if (p == kStallMark)
+    p = net.CurveP[fan][1][1];
+  else if (p == kNegateMark)
+    p = 0;
+  const double eff = EvaluateFanEfficiency(ws, i);
+  if (eff == 0) return 0;
+  const double vp = FanVelocityPressure(ws, i);
+  return ((1.0 - net.CurveFraction[i] / 100.0) * vp + p) * net.Quantity[i] / 1000.0 /
+         (eff / 100.0);
+}
+
+double YearlyPowerCost(const Workspace& ws, int i) {
+  if (ws.defaults.FanEffDefault == 0) return 0;
+  return AirPower(ws.net, i) * ws.defaults.PowerCost * 24.0 * 365.0 / ws.defaults.FanEffDefault;
+}
+
+}  // namespace galeris

@@ -1,0 +1,113 @@
+// The sort of the store by location keys, and the clean-up of duplicate and zero-length
+// airways between its two passes. Surface entries have the highest key, so they come first.
+#include "simulate/sort_airways.h"
+
+#include <algorithm>
+#include <numeric>
+#include <string>
+#include <vector>
+
+#include "core/airway_values.h"
+
+namespace galeris {
+namespace {
+
+// True when airway a belongs before airway b: larger entry key first, then larger exit key.
+bool KeysAbove(const Network& net, int a, int b) {
+  if (net.EntryNodeId[a] != net.EntryNodeId[b]) return net.EntryNodeId[a] > net.EntryNodeId[b];
+  return net.ExitNodeId[a] > net.ExitNodeId[b];
+}
+
+bool IsSorted(const Network& net) {
+  for (int j = 2; j <= net.BranchCount; ++j)
+    if (KeysAbove(net, j, j - 1)) return false;
+  return true;
+}
+
+void AddError(Workspace& ws, int i, const char* label, const char* comment) {
+  ws.net.Errorlist.push_back(std::to_string(ws.net.AirwayNo[i]) + "\t" + label);
+  ws.net.Comment[i] = comment;
+  ws.net.BranchCode[i] |= Bit::ErrorMark;
+}
+
+// One clean-up loop: the first airway that `isRedundant` finds raises the question (unless
+// `ask` is false, which counts as No); Yes blanks it and every later one, No lists them all.
+template <class Test>
+bool RemoveOrList(Workspace& ws, bool ask, const char* question, const char* title,
+                  const char* label, const char* comment, Test isRedundant) {
+  Network& net = ws.net;
+  bool asked = false;
+  bool remove = false;
+  bool blanked = false;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    if (!isRedundant(i)) continue;
+    if (!asked) {
+      asked = true;
+      remove = ask && ws.ui.Message(question, MsgButtons::YesNo, MsgIcon::Question, title) ==
+                          MsgAnswer::Yes;
+    }
+    if (remove) {
+      BlankAirway(net, i);
+      blanked = true;
+    } else {
+      ws.sim.SimStatus = 1;
+      AddError(ws, i, label, comment);
+    }
+  }
+  return blanked;
+}
+
+}  // namespace
+
+void SortByNodeKeys(Network& net) {
+  const int n = net.BranchCount;
+  if (n < 2 || IsSorted(net)) return;
+  // A stable sort with the insertion sort's comparison gives its order, ties included.
+  std::vector<int> order(static_cast<std::size_t>(n) + 1);
+  std::iota(order.begin(), order.end(), 0);
+  std::stable_sort(order.begin() + 1, order.end(),
+                   [&net](int a, int b) { return KeysAbove(net, a, b); });
+  std::vector<float> fromP(net.FromNodeP.begin(), net.FromNodeP.begin() + n + 1);
+  std::vector<float> toP(net.ToNodeP.begin(), net.ToNodeP.begin() + n + 1);
+  std::vector<float> smoke(net.SmokeTime.begin(), net.SmokeTime.begin() + n + 1);
+  ReorderAirways(net, order);
+  std::copy(fromP.begin(), fromP.end(), net.FromNodeP.begin());
+  std::copy(toP.begin(), toP.end(), net.ToNodeP.begin());
+  std::copy(smoke.begin(), smoke.end(), net.SmokeTime.begin());
+}
+
+void SortAirways(Workspace& ws) {
+  Network& net = ws.net;
+  if (net.BranchCount <= 1) {
+    ws.ui.Inform("No Data to sort", "Galeris", MsgIcon::Information);
+    return;
+  }
+  SortByNodeKeys(net);
+  DeleteRedundantAirways(ws);
+  SortByNodeKeys(net);
+  for (int i = 1; i <= net.BranchCount; ++i) net.BranchCode[i] &= ~Bit::Selected;
+}
+
+void DeleteRedundantAirways(Workspace& ws) {
+  Network& net = ws.net;
+  // The last airway compares with the blank slot after it, so never counts as a duplicate.
+  const bool duplicatesBlanked =
+      RemoveOrList(ws, ws.sim.SimMode != 4, "Duplicate branches exist - delete them ?",
+                   "Duplicate branches", "Duplicate airway", "Duplicate branch", [&net](int i) {
+                     if (i == net.BranchCount) return false;
+                     return net.EntryNodeId[i] == net.EntryNodeId[i + 1] &&
+                            net.ExitNodeId[i] == net.ExitNodeId[i + 1];
+                   });
+  if (duplicatesBlanked) CompactAirways(net);
+
+  const bool zeroLengthBlanked =
+      RemoveOrList(ws, true, "Branches with identical start/end points detected - delete them ?",
+                   "Zero length branches", "Same start/end", "Same start/end", [&net](int i) {
+                     const Key entry = net.EntryNodeId[i];
+                     return entry == net.ExitNodeId[i] && entry != SurfaceKey && entry != 0;
+                   });
+  if (zeroLengthBlanked) CompactAirways(net);
+  RecalcAllResistances(ws);
+}
+
+}  // namespace galeris

@@ -1,0 +1,510 @@
+// The network file: a file the program writes reads back byte for byte, the record's older
+// forms, the header rules, merges with their fan offset, Master files, and every kind of bad
+// file, none of which may cost the open network without the user's answer.
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <regex>
+
+#include "files/fan_database.h"
+#include "files/lifecycle.h"
+#include "files/network_file.h"
+#include "tests/files/network_test_support.h"
+
+namespace galeris {
+namespace {
+
+using test::FileFixture;
+using test::ReadFile;
+using test::WriteFile;
+
+const std::string kLoadQuestion = "Error occured loading file\nDo you wish to continue loading?";
+
+// Writes the sample network to a file and returns its path and bytes.
+std::string SaveSample(FileFixture& fx, const std::string& name = "sample.sim") {
+  test::BuildSampleNetwork(fx.ws);
+  const std::string path = fx.dir + name;
+  WriteFile(path, FormatNetworkFile(fx.ws));
+  return path;
+}
+
+bool Load(FileFixture& fx, const std::string& path) {
+  fx.ws.net.FileName = path;
+  fx.ws.MergeBase = 1;
+  return LoadNetwork(fx.ws);
+}
+
+TEST(NetworkFile, WrittenFileReadsBackByteIdentical) {
+  FileFixture a;
+  const std::string path = SaveSample(a);
+  const std::string bytes = ReadFile(path);
+  FileFixture b;
+  ASSERT_TRUE(Load(b, path));
+  EXPECT_EQ(FormatNetworkFile(b.ws), bytes);
+  EXPECT_TRUE(b.ui.MessageTexts().empty());
+
+  const Network& n = b.ws.net;
+  EXPECT_EQ(n.BranchCount, 5);
+  EXPECT_EQ(n.NetworkTitle, "Sample Mine");
+  EXPECT_EQ(n.FileNote, "First line\nSecond\tline");
+  EXPECT_EQ(n.AxisSignX, 1);
+  EXPECT_EQ(n.AxisSignY, -1);
+  EXPECT_EQ(n.EntryNodeName[1].Trimmed(), "Intake collar");
+  EXPECT_EQ(n.Resistance[2], 1.234568e-05f);
+  EXPECT_EQ(n.Quantity[3], -150.25f);
+  EXPECT_EQ(n.FanNumber[4], -1);
+  EXPECT_EQ(n.SmokeData[5][2], 2);
+  EXPECT_EQ(n.UndoNo[5], 0);
+  EXPECT_EQ(n.EntryNodeId[1], SurfaceKey);
+  EXPECT_EQ(n.RLName[2], "Level 900");
+  EXPECT_EQ(n.RLCount, 2);
+  EXPECT_EQ(n.ViewName[6], "Shaft bottom");
+  EXPECT_EQ(n.ViewCode[6][5], 50000);
+  EXPECT_EQ(n.SecondLayerName[3], "Pumps");
+  EXPECT_EQ(n.TextCoord[1][3], 1000);
+  EXPECT_EQ(n.FanName[2], "Booster");
+  EXPECT_EQ(n.CurveEff[1][10], 80);
+  EXPECT_EQ(n.NetworkSaved, 0xFF);
+}
+
+TEST(NetworkFile, SectionsStandInTheirOrder) {
+  FileFixture fx;
+  const std::string bytes = ReadFile(SaveSample(fx));
+  const std::vector<std::string> marks = {
+      "3.1 GALERIS3\tSample Mine\t 0 \t 1 \tFirst line\x1dSecond\x1fline\t 0 \r\n",
+      "Defaults List for Network\r\n3.1\tGALERIS3\r\n",
+      "**End of Network Defaults**\r\nSaved Views\r\nstartupview\t 0.5 \t",
+      "End of saved views\r\nTag List\r\n 2 \tVentilation\t-1 \r\n-3 \tPumps\t-1 \r\nEnd of Tag List",
+      "Fan Name/Point\tPressure Pa\tQuantity m3/s\tMax Fans=\t 250 \r\nMain Axial\t 2.8 \t 1 \r\n",
+      "**End of Fan Database**\r\nRL Name\tRL Max\tRL Min\r\nSURFACE\t 1100 \t 1000 \r\n",
+      "**END OF RL LIST**\r\nPortal\t 10 \t 20 \t 1000 \r\n**End Of Floating Text\r\nEntry Node\t",
+      "\tCurve Fraction\r\nIntake collar\t\tIntake shaft\t\t\t100\t100\t1000\t100\t100\t900\t0\t5.5\t"};
+  std::size_t at = 0;
+  for (const auto& mark : marks) {
+    const std::size_t found = bytes.find(mark, at);
+    ASSERT_NE(found, std::string::npos) << mark;
+    at = found + mark.size();
+  }
+  EXPECT_EQ(bytes.substr(bytes.size() - 2), "\r\n");
+}
+
+TEST(NetworkFile, ViewLineLayout) {
+  FileFixture fx;
+  const std::string bytes = ReadFile(SaveSample(fx));
+  const std::size_t start = bytes.find("Shaft bottom\t");
+  const std::string line = bytes.substr(start, bytes.find("\r\n", start) - start);
+  FieldTable f;
+  SplitLine(3.1f, line, f);
+  EXPECT_EQ(f[3], "-1.25 ");
+  EXPECT_EQ(f[27], " 4 ");   // code 4, as a currency value
+  EXPECT_EQ(f[28], " 5 ");
+  EXPECT_EQ(f[33], " 0 ");   // item 27 is written
+  EXPECT_EQ(f[34], "");      // and an empty field closes the line
+  EXPECT_EQ(line.back(), '\t');
+}
+
+TEST(AirwayRecord, FormatsThirtyNineFields) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  const std::string line = FormatAirwayRecord(fx.ws.net, 5);
+  EXPECT_EQ(std::count(line.begin(), line.end(), '\t'), 38);
+  FieldTable f;
+  SplitLine(3.1f, line, f);
+  EXPECT_EQ(f[4], "");
+  EXPECT_EQ(f[21], "1E+08");
+  EXPECT_EQ(f[22], "25");
+  EXPECT_EQ(f[25], "101.25");
+  EXPECT_EQ(f[34], "-0.5");
+  EXPECT_EQ(f[39], "2");
+}
+
+TEST(AirwayRecord, ShortRecordKeepsPressuresAndZeroesTheRest) {
+  FileFixture fx;
+  Network& n = fx.ws.net;
+  n.Pressure[1] = 7;
+  n.ToNodeP[1] = 8;
+  n.AirwayNo[1] = 99;
+  n.CurveFraction[1] = 30;
+  std::string line = "A\tB\tC\t\t\t1\t2\t3\t4\t5\t6\t2\t3\t1\t0\t0\t4\t0.01\t0\t\t0.5\t10\t0\t0\t"
+                     "50\t\t\t\t\t\t\t7";  // 32 fields
+  ReadAirwayRecord(fx.ws, line, 1, 3.1f);
+  EXPECT_EQ(n.Pressure[1], 7);
+  EXPECT_EQ(n.ToNodeP[1], 8);
+  EXPECT_EQ(n.UndoNo[1], 7);
+  EXPECT_EQ(n.AirwayNo[1], 0);
+  EXPECT_EQ(n.CurveFraction[1], 0);
+  EXPECT_EQ(n.Coord2[1][3], 6);
+  EXPECT_EQ(n.ExitNodeName[1].Padded(), "B" + std::string(39, ' '));
+}
+
+TEST(AirwayRecord, OlderPresetNumbersBecomeUserGiven) {
+  FileFixture fx;
+  Network& n = fx.ws.net;
+  const std::string line =
+      "A\tB\tC\t\t\t1\t2\t3\t4\t5\t6\t2\t3\t1\t10\t6\t10\t0.01\t0\t\t0.5\t10\t0\t0\t50";
+  ReadAirwayRecord(fx.ws, line, 1, 2.9f);  // 2.9 compares as a single: not below 2.9
+  EXPECT_EQ(n.ResType[1], 10);
+  EXPECT_EQ(n.ShockType[1], 6);
+  EXPECT_EQ(n.WallType[1], 10);
+  ReadAirwayRecord(fx.ws, line, 2, 2.8f);
+  EXPECT_EQ(n.ResType[2], 10);
+  EXPECT_EQ(n.ShockType[2], 50);
+  EXPECT_EQ(n.WallType[2], 50);
+  ReadAirwayRecord(fx.ws, line, 3, 2.5f);  // tab form still
+  ReadAirwayRecord(fx.ws, line, 4, 2.0f);  // no tabs below 2.4: one comma field
+  EXPECT_EQ(n.ResType[3], 10);
+  const std::string comma = "A,B,C,,,1,2,3,4,5,6,2,3,1,10,6,10,0.01,0,,0.5,10,0,0,50";
+  ReadAirwayRecord(fx.ws, comma, 5, 2.0f);
+  EXPECT_EQ(n.ResType[5], 50);
+  EXPECT_EQ(n.Coord1[5][3], 3);
+}
+
+TEST(AirwayRecord, CoordinatesRoundHalfToEven) {
+  FileFixture fx;
+  const std::string line =
+      "A\tB\tC\t\t\t2.5\t3.5\t-2.5\t4\t5\t6\t2\t3\t1\t0\t0\t0\t0\t0\t\t0\t0\t0\t0\t0";
+  ReadAirwayRecord(fx.ws, line, 1, 3.1f);
+  EXPECT_EQ(fx.ws.net.Coord1[1], (Coord3{0, 2, 4, -2}));
+}
+
+TEST(NetworkFile, HeaderAxisSigns) {
+  for (auto [field, sign] : {std::pair{"0", 1}, {"1", -1}, {"2", 1}, {"", 1}, {"-1", 1}}) {
+    FileFixture fx;
+    const std::string path = SaveSample(fx);
+    std::string bytes = ReadFile(path);
+    const std::string head = "3.1 GALERIS3\tSample Mine\t 0 \t 1 \t";
+    bytes.replace(0, head.size(), "3.1 GALERIS3\tSample Mine\t" + std::string(field) + "\t" +
+                                      field + "\t");
+    WriteFile(path, bytes);
+    FileFixture b;
+    ASSERT_TRUE(Load(b, path));
+    EXPECT_EQ(b.ws.net.AxisSignX, sign) << field;
+    EXPECT_EQ(b.ws.net.AxisSignY, sign) << field;
+  }
+}
+
+TEST(NetworkFile, NoteEscapesAndCommasFollowTheSeparatorRule) {
+  EXPECT_EQ(EscapeNote("a\nb\rc\td"), "a\x1d" "b\x1e" "c\x1f" "d");
+  EXPECT_EQ(UnescapeNote(EscapeNote("x\r\ny\tz")), "x\r\ny\tz");
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.FileNote = "Checked, approved";
+  const std::string path = fx.dir + "n.sim";
+  WriteFile(path, FormatNetworkFile(fx.ws));
+  FileFixture b;
+  ASSERT_TRUE(Load(b, path));
+  EXPECT_EQ(b.ws.net.FileNote, "Checked. approved");  // a comma reads as the decimal mark
+}
+
+TEST(NetworkFile, SaveStampsTheNoteAndStoresTheRecentList) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  std::array<std::string, 10> stored{};
+  fx.ws.StoreRecentFiles = [&stored](const std::array<std::string, 10>& l) { stored = l; };
+  fx.ws.net.FileName = fx.dir + "stamped.sim";
+  fx.ws.net.NetworkSaved = 0;
+  ASSERT_TRUE(SaveNetwork(fx.ws));
+  EXPECT_EQ(fx.ws.net.NetworkSaved, 0xFF);
+  EXPECT_EQ(stored[1], fx.dir + "stamped.sim");
+  const std::regex stamp(
+      "First line\nSecond\tline\n\\*\\*\\* File Saved (Sun|Mon|Tue|Wed|Thu|Fri|Sat), "
+      "[0-9]{1,2} [A-Z][a-z]{2} [0-9]{4}   [0-9]{2}:[0-9]{2}:[0-9]{2} \\*\\*\\*\n");
+  EXPECT_TRUE(std::regex_match(fx.ws.net.FileNote, stamp)) << fx.ws.net.FileNote;
+  FileFixture b;
+  ASSERT_TRUE(Load(b, fx.dir + "stamped.sim"));
+  EXPECT_EQ(b.ws.net.FileNote.rfind("First line\nSecond\tline\n*** File Saved ", 0), 0u);
+}
+
+TEST(NetworkFile, SaveStopsAtTheFirstRecordWithoutAKey) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.EntryNodeId[4] = 0;  // drawn but not yet keyed
+  const std::string saved = FormatNetworkFile(fx.ws);
+  const std::string recovery = FormatNetworkFile(fx.ws, true);
+  EXPECT_LT(std::count(saved.begin(), saved.end(), '\n'),
+            std::count(recovery.begin(), recovery.end(), '\n'));
+  EXPECT_EQ(std::count(recovery.begin(), recovery.end(), '\n') -
+                std::count(saved.begin(), saved.end(), '\n'),
+            2);
+}
+
+TEST(NetworkFile, EmptyNetworkWritesOneBlankRecordThatIsDropped) {
+  FileFixture fx;
+  fx.ws.net.RLName[1] = "SURFACE";
+  fx.ws.net.RLBound[1] = {0, 1100, 1000};
+  const std::string path = fx.dir + "empty.sim";
+  WriteFile(path, FormatNetworkFile(fx.ws));
+  FileFixture b;
+  test::BuildSampleNetwork(b.ws);
+  ASSERT_TRUE(Load(b, path));
+  EXPECT_EQ(b.ws.net.BranchCount, 0);
+}
+
+TEST(NetworkFile, RecoveryFileLeavesNameAndSavedFlag) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.FileName = fx.dir + "named.sim";
+  fx.ws.net.NetworkSaved = 0;
+  fx.ws.MasterMode = true;  // no question in temp mode
+  ASSERT_TRUE(SaveNetwork(fx.ws, 1));
+  EXPECT_EQ(fx.ws.net.NetworkSaved, 0);
+  EXPECT_EQ(fx.ws.net.FileName, fx.dir + "named.sim");
+  EXPECT_EQ(fx.ws.net.FileNote, "First line\nSecond\tline");
+  EXPECT_TRUE(fx.ui.MessageTexts().empty());
+  EXPECT_EQ(fx.ws.RecentFiles[1], "");
+  EXPECT_FALSE(ReadFile(fx.dir + "tempsim.sim").empty());
+}
+
+TEST(NetworkFile, GasSimulationBlocksSaving) {
+  HeadlessUi ui;
+  EXPECT_FALSE(GasSimulationBlocksSave(ui, 0));
+  EXPECT_TRUE(GasSimulationBlocksSave(ui, 2));
+  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Clear gas simulation first !"});
+}
+
+// ---- Merge ------------------------------------------------------------------------------
+
+TEST(Merge, FansJoinBehindTheOpenListWithTheOffset) {
+  FileFixture src;
+  const std::string path = SaveSample(src, "other.sim");
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.FanName[3] = "Auxiliary";
+  fx.ws.net.CurveP[3][1][1] = 500;
+  fx.ui.QueueAnswer(MsgAnswer::No);  // add the merged fans to the list
+  ASSERT_TRUE(MergeNetwork(fx.ws, path));
+  const Network& n = fx.ws.net;
+  EXPECT_TRUE(fx.ui.Said(kMsgMergeFans));
+  EXPECT_EQ(n.BranchCount, 10);
+  EXPECT_EQ(n.FanName[4], "Main Axial");
+  EXPECT_EQ(n.FanName[5], "Booster");
+  EXPECT_EQ(n.FanNumber[3], 1);   // the open airway keeps its fan
+  EXPECT_EQ(n.FanNumber[8], 4);   // fan 1 of the file is now fan 4
+  EXPECT_EQ(n.FanNumber[9], 2);   // and a fixed pressure, -1, is moved as well
+  EXPECT_EQ(n.FanNumber[10], 0);
+  EXPECT_EQ(n.RLName[3], "SURFACE");  // levels join behind the open ones
+  EXPECT_EQ(fx.ws.MergeBase, 1);
+  EXPECT_EQ(n.NetworkSaved, 0);
+  EXPECT_EQ(n.FileName, "");
+  EXPECT_EQ(n.TextString[2], "Portal");
+}
+
+TEST(Merge, KeepingTheOpenDatabaseUsesOffsetZero) {
+  FileFixture src;
+  const std::string path = SaveSample(src, "other.sim");
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.FileName = fx.dir + "open.sim";
+  fx.ui.QueueAnswer(MsgAnswer::Yes);
+  ASSERT_TRUE(MergeNetwork(fx.ws, path));
+  EXPECT_EQ(fx.ws.net.FanNumber[8], 1);
+  EXPECT_EQ(fx.ws.net.FanName[3], "");
+  EXPECT_EQ(fx.ws.net.FileName, fx.dir + "open.sim");
+  EXPECT_EQ(fx.ws.net.BranchCount, 10);
+}
+
+TEST(Merge, EmptyListAnsweredNoUsesOffsetZero) {
+  FileFixture src;
+  const std::string path = SaveSample(src, "other.sim");
+  FileFixture fx;
+  test::AddAirway(fx.ws.net, 1, 1, 1, 2, 2, 2);
+  fx.ui.QueueAnswer(MsgAnswer::No);
+  ASSERT_TRUE(MergeNetwork(fx.ws, path));
+  EXPECT_EQ(fx.ws.net.FanName[1], "Main Axial");
+  EXPECT_EQ(fx.ws.net.FanNumber[4], 1);
+}
+
+// ---- Master files -------------------------------------------------------------------------
+
+TEST(MasterFile, LoadWarnsAndLaterSavesAsSim) {
+  FileFixture src;
+  const std::string path = SaveSample(src, "master.SMM");
+  FileFixture fx;
+  ASSERT_TRUE(OpenNetwork(fx.ws, path));
+  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kMsgMasterLoad});
+  EXPECT_EQ(fx.ws.net.FileName, src.dir + "master.sim");
+}
+
+TEST(MasterFile, SavingAsMasterAsksFirst) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.FileName = fx.dir + "a.sim";
+  fx.ui.QueueAnswer(MsgAnswer::No);
+  EXPECT_FALSE(SaveNetworkAs(fx.ws, fx.dir + "b.smm"));
+  EXPECT_EQ(fx.ui.Records().back().title, "Master File");
+  EXPECT_EQ(fx.ui.Records().back().text, kMsgMasterSave);
+  EXPECT_EQ(fx.ws.net.FileName, fx.dir + "a.sim");
+  EXPECT_TRUE(ReadFile(fx.dir + "b.smm").empty());
+  fx.ui.QueueAnswer(MsgAnswer::Yes);
+  EXPECT_TRUE(SaveNetworkAs(fx.ws, fx.dir + "b.smm"));
+  EXPECT_FALSE(ReadFile(fx.dir + "b.smm").empty());
+}
+
+// ---- Bad files ------------------------------------------------------------------------------
+
+// The open network before a bad load, to check it is still there afterwards.
+struct OpenNetworkGuard {
+  explicit OpenNetworkGuard(FileFixture& fx) : fx(fx) {
+    test::BuildSampleNetwork(fx.ws);
+    fx.ws.net.FileName = fx.dir + "open.sim";
+    before = FormatNetworkFile(fx.ws);
+  }
+  bool Untouched() const { return FormatNetworkFile(fx.ws) == before; }
+  FileFixture& fx;
+  std::string before;
+};
+
+TEST(BadFile, MissingFileAndFolder) {
+  FileFixture fx;
+  OpenNetworkGuard guard(fx);
+  fx.ws.net.FileName = fx.dir + "none.sim";
+  EXPECT_FALSE(LoadNetwork(fx.ws));
+  EXPECT_EQ(fx.ui.MessageTexts().back(), "ERROR 53: That file doesn't exist.");
+  EXPECT_EQ(fx.ws.net.FileName, "");
+  fx.ws.net.FileName = fx.dir + "no/such/folder/x.sim";
+  EXPECT_FALSE(LoadNetwork(fx.ws));
+  EXPECT_EQ(fx.ui.MessageTexts().back(), "ERROR 76: That path doesn't exist.");
+  fx.ws.net.FileName = fx.dir + "open.sim";
+  EXPECT_TRUE(guard.Untouched());
+}
+
+TEST(BadFile, NotAGalerisFileLeavesTheNetworkAndItsName) {
+  for (const std::string& bytes :
+       {std::string("Hello world\r\nsecond line\r\n"), std::string("\x00\x01\x02\xff\xfe", 5),
+        std::string("3.1 GALERIX3\tTitle\r\n"), std::string(200000, 'x')}) {
+    FileFixture fx;
+    OpenNetworkGuard guard(fx);
+    WriteFile(fx.dir + "bad.sim", bytes);
+    EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "bad.sim"));
+    EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{"Not a GALERIS File - Action Aborted"});
+    EXPECT_EQ(fx.ws.net.FileName, fx.dir + "open.sim");
+    EXPECT_TRUE(guard.Untouched());
+  }
+}
+
+TEST(BadFile, EmptyFileAsksThenRefuses) {
+  for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    FileFixture fx;
+    OpenNetworkGuard guard(fx);
+    WriteFile(fx.dir + "empty.sim", "");
+    fx.ui.QueueAnswer(answer);
+    EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "empty.sim"));
+    EXPECT_EQ(fx.ui.Records()[0].title, "Error");
+    EXPECT_EQ(fx.ui.Records()[0].text, kLoadQuestion);
+    EXPECT_EQ(fx.ui.Records()[0].buttons, MsgButtons::YesNo);
+    if (answer == MsgAnswer::Yes) {
+      EXPECT_EQ(fx.ui.MessageTexts().back(), kMsgNotGaleris);
+    }
+    EXPECT_TRUE(guard.Untouched());
+  }
+}
+
+TEST(BadFile, UnknownOldVersionCannotBeRead) {
+  FileFixture fx;
+  OpenNetworkGuard guard(fx);
+  WriteFile(fx.dir + "old.sim", "0.9 GALERIS,Title\r\n");
+  EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "old.sim"));
+  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{"Cannot read file format"});
+  EXPECT_TRUE(guard.Untouched());
+}
+
+TEST(BadFile, TruncatedFileNoKeepsTheOpenNetworkYesLoadsWhatIsThere) {
+  FileFixture src;
+  const std::string bytes = ReadFile(SaveSample(src));
+  const std::size_t cut = bytes.rfind("\r\n", bytes.size() - 3) + 30;  // inside the last record
+  FileFixture fx;
+  OpenNetworkGuard guard(fx);
+  WriteFile(fx.dir + "cut.sim", bytes.substr(0, cut));
+  EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "cut.sim"));
+  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion});
+  EXPECT_TRUE(guard.Untouched());
+
+  FileFixture yes;  // answers every error with Yes
+  yes.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
+  EXPECT_TRUE(OpenNetwork(yes.ws, fx.dir + "cut.sim"));
+  EXPECT_EQ(yes.ws.net.BranchCount, 5);
+  EXPECT_GE(yes.ui.MessageTexts().size(), 2u);
+  for (const auto& text : yes.ui.MessageTexts()) EXPECT_EQ(text, kLoadQuestion);
+}
+
+TEST(BadFile, FileCutBeforeTheRecordsStopsAtTheFirstMissingLine) {
+  FileFixture src;
+  const std::string bytes = ReadFile(SaveSample(src));
+  for (const char* section :
+       {"Saved Views", "Tag List", "Fan Name/Point", "RL Name", "**End Of Floating"}) {
+    FileFixture fx;
+    OpenNetworkGuard guard(fx);
+    WriteFile(fx.dir + "part.sim", bytes.substr(0, bytes.find(section)));
+    EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "part.sim")) << section;
+    EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion}) << section;
+    EXPECT_TRUE(guard.Untouched()) << section;
+    FileFixture yes;
+    yes.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
+    EXPECT_TRUE(OpenNetwork(yes.ws, fx.dir + "part.sim")) << section;
+    EXPECT_EQ(yes.ws.net.BranchCount, 0) << section;
+  }
+}
+
+TEST(BadFile, MissingSectionAndGarbageRecords) {
+  FileFixture src;
+  std::string bytes = ReadFile(SaveSample(src));
+  const std::size_t a = bytes.find("Tag List");
+  bytes.erase(a, bytes.find("Fan Name/Point") - a);  // no layers: the tag end is never met
+  bytes += "garbage\twith\ttabs\r\n" + std::string(100000, '\t') + "\r\n\x01\x02\x03\r\n";
+  FileFixture fx;
+  OpenNetworkGuard guard(fx);
+  WriteFile(fx.dir + "bad.sim", bytes);
+  EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "bad.sim"));
+  EXPECT_TRUE(guard.Untouched());
+  FileFixture yes;
+  yes.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
+  OpenNetwork(yes.ws, fx.dir + "bad.sim");  // whatever it makes of it, it must not crash
+  SUCCEED();
+}
+
+TEST(BadFile, TooManyAirwaysForTheSettings) {
+  FileFixture src;
+  test::BuildSampleNetwork(src.ws);
+  for (int i = 0; i < 60; ++i) test::AddAirway(src.ws.net, 100 + i, 100, 900, 101 + i, 100, 900);
+  RebuildNodes(src.ws.net, src.ws.defaults, src.ui);
+  src.ws.defaults.RequestedAirways = 50;  // the file's own block asks for no more room
+  const std::string path = src.dir + "big.sim";
+  WriteFile(path, FormatNetworkFile(src.ws));
+  FileFixture fx;
+  fx.ws.net.MaxAirways = 50;
+  ClearStore(fx.ws.net);
+  ASSERT_TRUE(OpenNetwork(fx.ws, path));
+  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kMsgFileTooBig});
+  EXPECT_EQ(fx.ws.net.BranchCount, 49);
+}
+
+TEST(BadFile, ReadingKeepsGoingAfterAYes) {
+  FileFixture src;
+  std::string bytes = ReadFile(SaveSample(src));
+  const std::size_t at = bytes.find("\t0\t5.5\t");
+  bytes.replace(at, 7, "\t0\tfive\t");  // the width of the first airway is not a number
+  FileFixture fx;
+  WriteFile(fx.dir + "typo.sim", bytes);
+  fx.ui.QueueAnswer(MsgAnswer::Yes);
+  ASSERT_TRUE(OpenNetwork(fx.ws, fx.dir + "typo.sim"));
+  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion});
+  EXPECT_EQ(fx.ws.net.BranchCount, 5);
+  EXPECT_EQ(fx.ws.net.Dim[1][2], 0);  // the field kept what the slot held
+  EXPECT_EQ(fx.ws.net.BranchName[1].Trimmed(), "Intake shaft");
+}
+
+TEST(NetworkFile, LocaleWithCommaDecimalsReadsBack) {
+  FileFixture src;
+  const std::string path = SaveSample(src);
+  std::string bytes = ReadFile(path);
+  for (char& c : bytes)
+    if (c == '.') c = ',';  // as written on a machine with a decimal comma
+  WriteFile(path, bytes);
+  FileFixture fx;
+  ASSERT_TRUE(Load(fx, path));
+  EXPECT_EQ(fx.ws.net.Quantity[3], -150.25f);
+  EXPECT_EQ(fx.ws.net.Dim[1][2], 5.5f);
+}
+
+}  // namespace
+}  // namespace galeris

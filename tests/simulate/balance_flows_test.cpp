@@ -1,0 +1,301 @@
+// Flow balancing on hand-built meshes: start flows, convergence, locked and dead meshes, the
+// convergence question, cancel, and the non-convergence listing.
+#include "simulate/balance_flows.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <initializer_list>
+#include <vector>
+
+#include "core/headless_ui.h"
+#include "simulate/fan_curves.h"
+#include "tests/support/test_support.h"
+
+namespace galeris {
+namespace {
+
+struct BalanceFixture : ::testing::Test {
+  HeadlessUi ui;
+  Workspace ws{ui};
+  Network& net = ws.net;
+
+  void SetUp() override {
+    ws.defaults.MaxError = 0.0001f;
+    ws.defaults.MaxIter = 500;
+  }
+
+  int Airway(float r, float q = 0) {
+    const int i = ++net.BranchCount;
+    net.Resistance[i] = r;
+    net.Quantity[i] = q;
+    net.AirwayNo[i] = 100 + i;
+    net.BranchCode[i] = Bit::Rectangular;
+    return i;
+  }
+
+  void Meshes(std::initializer_list<std::vector<int>> meshes) {
+    int pos = 1;
+    int m = 0;
+    for (const auto& members : meshes) {
+      net.MeshStart[++m] = pos;
+      for (int v : members) net.MeshMember[pos++] = static_cast<std::int16_t>(v);
+    }
+    net.MeshStart[m + 1] = pos;
+    ws.sim.MeshCount = static_cast<std::int16_t>(m);
+  }
+
+  // The pressure left unbalanced round mesh m.
+  double Residual(int m) {
+    double sum = 0;
+    for (int k = net.MeshStart[m]; k < net.MeshStart[m + 1]; ++k) {
+      const int v = net.MeshMember[k];
+      const int a = std::abs(v);
+      const double s = v < 0 ? -1 : 1;
+      const double q = s * net.Quantity[a];
+      double fanP = 0;
+      if (net.FanSlot[a] != 0)
+        fanP = EvaluateFanCurve(net, static_cast<int>(net.FanSlot[a]), net.Quantity[a], a,
+                                net.Pressure[a])
+                   .FanP;
+      sum += q * std::fabs(q * net.Resistance[a]) - s * fanP;
+    }
+    return sum;
+  }
+};
+
+// Surface S, node A; 3 is a fixed pressure S->A, 1 and 2 return A->S in parallel.
+struct ParallelPair : BalanceFixture {
+  int r1 = 0, r2 = 0, fixed = 0;
+  void SetUp() override {
+    BalanceFixture::SetUp();
+    r1 = Airway(1);
+    r2 = Airway(4);
+    fixed = Airway(0, 5);
+    net.FanNumber[fixed] = -1;
+    net.FanSlot[fixed] = -1;
+    net.Pressure[fixed] = 900;
+    Meshes({{fixed, r1}, {r2, -r1}});
+  }
+};
+
+TEST_F(ParallelPair, SplitsByTheSquareLaw) {
+  BalanceFlows(ws);
+  EXPECT_NEAR(net.Quantity[fixed], 45.0, 0.01);
+  EXPECT_NEAR(net.Quantity[r1], 30.0, 0.01);
+  EXPECT_NEAR(net.Quantity[r2], 15.0, 0.01);
+  EXPECT_EQ(ws.sim.SimStatus, 0);
+  EXPECT_TRUE(ui.MessageTexts().empty());
+  EXPECT_GT(ui.YieldCount(), 0);
+  EXPECT_EQ(ui.AttemptLabel(), std::to_string(ws.sim.Sweeps - 1));
+}
+
+TEST_F(ParallelPair, StartFlowsComeFromTheChordsAlone) {
+  net.Quantity[r1] = 1234;  // a tree airway's old flow is forgotten
+  net.Quantity[r2] = 7;
+  SuperposeStartFlows(net, ws.sim.MeshCount);
+  EXPECT_FLOAT_EQ(net.Quantity[fixed], 5);
+  EXPECT_FLOAT_EQ(net.Quantity[r2], 7);
+  EXPECT_FLOAT_EQ(net.Quantity[r1], 5 - 7);  // continuity at A
+}
+
+TEST_F(ParallelPair, ABalancedNetworkNeedsOneSweepAndNoQuestion) {
+  BalanceFlows(ws);
+  ui.ClearRecords();
+  const int yields = ui.YieldCount();
+  BalanceFlows(ws);
+  EXPECT_EQ(ws.sim.Sweeps, 1);
+  EXPECT_EQ(ui.YieldCount(), yields);  // a converged sweep does not yield
+  EXPECT_TRUE(ui.MessageTexts().empty());
+}
+
+TEST_F(ParallelPair, SweepsUsedUpAskToGoOn) {
+  ws.defaults.MaxIter = 1;
+  ui.QueueAnswer(MsgAnswer::Yes);
+  ui.QueueAnswer(MsgAnswer::No);
+  BalanceFlows(ws);
+  const auto texts = ui.MessageTexts();
+  ASSERT_EQ(texts.size(), 2u);
+  EXPECT_EQ(ui.Records()[0].title, "Convergence Warning");
+  EXPECT_EQ(ui.Records()[0].buttons, MsgButtons::YesNo);
+  EXPECT_EQ(texts[0], "Your Network only has a convergence of 0%\nDo you wish to keep on simulating ?");
+  EXPECT_EQ(ws.sim.Sweeps, 2);
+  EXPECT_EQ(ws.sim.SimStatus, 0);  // No keeps the flows and the run goes on
+}
+
+TEST_F(ParallelPair, PercentCountsTheMeshesOfTheLastSweep) {
+  // Mesh 1 converges at once when its fixed pressure is already met; mesh 2 does not.
+  ws.defaults.MaxIter = 1;
+  net.Quantity[fixed] = 45;
+  net.Quantity[r2] = 0;
+  net.Pressure[fixed] = 45.0f * 45.0f;  // all flow through r1 balances mesh 1
+  BalanceFlows(ws);
+  ASSERT_FALSE(ui.MessageTexts().empty());
+  EXPECT_EQ(ui.MessageTexts()[0],
+            "Your Network only has a convergence of 50%\nDo you wish to keep on simulating ?");
+}
+
+TEST_F(ParallelPair, LabelsShowTheSweepAndTheWorstCorrection) {
+  ws.defaults.MaxIter = 1;
+  BalanceFlows(ws);
+  EXPECT_EQ(ui.AttemptLabel(), "1");
+  EXPECT_NE(ui.ErrorLabel().find(" m3/s"), std::string::npos);
+  EXPECT_EQ(ui.ErrorLabel().find('.'), ui.ErrorLabel().size() - 8);  // "x.xx m3/s"
+}
+
+TEST_F(ParallelPair, QuietRunsLeaveTheLabelsAlone) {
+  ws.sim.ShowProgress = 0;
+  BalanceFlows(ws);
+  EXPECT_EQ(ui.AttemptLabel(), "");
+  EXPECT_GT(ui.YieldCount(), 0);  // a quiet run still yields
+}
+
+TEST_F(ParallelPair, CancelAtAYieldStopsWithStatusOne) {
+  ui.OnYield([this](int n) {
+    if (n == 2) ws.sim.SimCancel = 255;
+  });
+  BalanceFlows(ws);
+  EXPECT_EQ(ws.sim.SimStatus, 1);
+  EXPECT_EQ(ws.sim.Sweeps, 2);
+  // The flows stand as far as balanced, still continuous at A.
+  EXPECT_FLOAT_EQ(net.Quantity[fixed], net.Quantity[r1] + net.Quantity[r2]);
+}
+
+TEST_F(ParallelPair, CancelSeenAtAMeshLeavesStatusAlone) {
+  ws.sim.SimCancel = 255;
+  BalanceFlows(ws);
+  EXPECT_EQ(ws.sim.SimStatus, 0);
+  EXPECT_EQ(ws.sim.Sweeps, 0);
+}
+
+TEST_F(ParallelPair, NonConvergingModeListsTheMeshNumberAsAPosition) {
+  ws.sim.SimMode = -1;
+  ws.defaults.MaxIter = 1;
+  BalanceFlows(ws);
+  ASSERT_GE(net.Errorlist.size(), 1u);
+  // Meshes 1 and 2 are reported against the airways at store positions 1 and 2.
+  EXPECT_EQ(net.Errorlist[0], "101\tConverge Error");
+  EXPECT_EQ(net.Comment[1].Trimmed().substr(0, 9), "Converge ");
+  EXPECT_TRUE(net.BranchCode[1] & Bit::ErrorMark);
+  EXPECT_EQ(ws.sim.SimStatus, 1);
+}
+
+TEST_F(ParallelPair, NonConvergingModeSkipsMarkedAirways) {
+  ws.sim.SimMode = -1;
+  ws.defaults.MaxIter = 1;
+  net.BranchCode[1] |= Bit::ErrorMark;
+  net.BranchCode[2] |= Bit::ErrorMark;
+  BalanceFlows(ws);
+  EXPECT_TRUE(net.Errorlist.empty());
+  EXPECT_EQ(ws.sim.SimStatus, 0);
+}
+
+TEST_F(BalanceFixture, LockedMeshKeepsItsStartFlows) {
+  const int fixedQ = Airway(2, 12);
+  const int a = Airway(3);
+  const int b = Airway(5);
+  net.BranchCode[fixedQ] |= Bit::FixedQuantity;
+  Meshes({{-fixedQ, a, -b}});
+  BalanceFlows(ws);
+  EXPECT_FLOAT_EQ(net.Quantity[fixedQ], 12);
+  EXPECT_FLOAT_EQ(net.Quantity[a], 12);
+  EXPECT_FLOAT_EQ(net.Quantity[b], -12);
+  EXPECT_EQ(ws.sim.Sweeps, 1);
+}
+
+TEST_F(BalanceFixture, FixedQuantityPushesItsFlowIntoNeighbouringMeshes) {
+  // Fixed 20 m3/s into A; two parallel returns share it by resistance.
+  const int fixedQ = Airway(0, 20);
+  const int r1 = Airway(1);
+  const int r2 = Airway(9);
+  net.BranchCode[fixedQ] |= Bit::FixedQuantity;
+  Meshes({{-fixedQ, r1}, {r2, -r1}});
+  BalanceFlows(ws);
+  EXPECT_FLOAT_EQ(net.Quantity[fixedQ], 20);
+  EXPECT_NEAR(net.Quantity[r1], 15, 0.001);
+  EXPECT_NEAR(net.Quantity[r2], 5, 0.001);
+}
+
+TEST_F(BalanceFixture, AllZeroWithoutFansStaysAtZero) {
+  const int a = Airway(1);
+  const int b = Airway(2);
+  Meshes({{a, -b}});
+  BalanceFlows(ws);
+  EXPECT_EQ(net.Quantity[a], 0);
+  EXPECT_EQ(net.Quantity[b], 0);
+  EXPECT_EQ(ws.sim.Sweeps, 1);
+  EXPECT_TRUE(ui.MessageTexts().empty());
+}
+
+TEST_F(BalanceFixture, DeadMeshTakesItsNeighboursCorrection) {
+  const int fixed = Airway(0, 0);
+  net.FanNumber[fixed] = -1;
+  net.FanSlot[fixed] = -1;
+  net.Pressure[fixed] = 100;
+  const int r = Airway(1);
+  const int dead1 = Airway(1);
+  const int dead2 = Airway(1);
+  Meshes({{fixed, r}, {dead1, dead2}});
+  ws.defaults.MaxIter = 1;
+  BalanceSweep(ws, false);
+  EXPECT_NE(net.Quantity[fixed], 0);
+  EXPECT_FLOAT_EQ(net.Quantity[dead1], net.Quantity[fixed]);
+  EXPECT_FLOAT_EQ(net.Quantity[dead2], net.Quantity[fixed]);
+  EXPECT_FLOAT_EQ(ws.sim.SimCorr, net.Quantity[fixed]);
+}
+
+TEST_F(BalanceFixture, TheLastCorrectionCarriesIntoTheNextRun) {
+  const int a = Airway(1);
+  const int b = Airway(1);
+  Meshes({{a, b}});
+  ws.sim.SimCorr = 2.5f;
+  BalanceSweep(ws, false);
+  EXPECT_FLOAT_EQ(net.Quantity[a], 2.5f);
+}
+
+TEST_F(BalanceFixture, FanOnACurveFindsItsOperatingPoint) {
+  // One fan type, Q 10..100, static 2000 falling 10 Pa per m3/s; a single return R = 0.5.
+  net.FanName[1] = "Main";
+  for (int j = 1; j <= 10; ++j) {
+    net.CurveQ[1][j] = 10.0f * j;
+    net.CurveP[1][j] = {0, 2100.0f - 100.0f * j, 2200.0f - 100.0f * j};
+  }
+  ValidateFanCurves(ws);
+  const int fan = Airway(0, 30);
+  net.FanNumber[fan] = 1;
+  net.NoOfFans[fan] = 1;
+  const int r = Airway(0.5f);
+  Meshes({{fan, r}});
+  BuildSimCurves(ws);
+  BalanceFlows(ws);
+  // 2100 - 10 Q = 0.5 Q^2: Q = 55.80 m3/s.
+  const double q = (-10 + std::sqrt(100 + 4 * 0.5 * 2100)) / (2 * 0.5);
+  EXPECT_NEAR(net.Quantity[fan], q, 0.001);
+  EXPECT_NEAR(Residual(1), 0, 0.05);
+}
+
+TEST_F(BalanceFixture, TwoFansInParallelAndTwoInSeries) {
+  net.FanName[1] = "Main";
+  for (int j = 1; j <= 10; ++j) {
+    net.CurveQ[1][j] = 10.0f * j;
+    net.CurveP[1][j] = {0, 2100.0f - 100.0f * j, 2200.0f - 100.0f * j};
+  }
+  ValidateFanCurves(ws);
+  const int fan = Airway(0, 30);
+  net.FanNumber[fan] = 1;
+  net.NoOfFans[fan] = 2;
+  const int r = Airway(0.5f);
+  Meshes({{fan, r}});
+  BuildSimCurves(ws);
+  BalanceFlows(ws);
+  // In parallel: 2100 - 5 Q = 0.5 Q^2.
+  EXPECT_NEAR(net.Quantity[fan], (-5 + std::sqrt(25 + 4 * 0.5 * 2100)) / (2 * 0.5), 0.001);
+  net.BranchCode[fan] |= Bit::FansInSeries;
+  BuildSimCurves(ws);
+  BalanceFlows(ws);
+  // In series: 4200 - 20 Q = 0.5 Q^2.
+  EXPECT_NEAR(net.Quantity[fan], (-20 + std::sqrt(400 + 4 * 0.5 * 4200)) / (2 * 0.5), 0.001);
+}
+
+}  // namespace
+}  // namespace galeris

@@ -1,0 +1,225 @@
+// Fan curves: the free-delivery point, slots by fan type and arrangement, evaluation on and off
+// the curve, and the efficiency curve.
+#include "simulate/fan_curves.h"
+
+#include <gtest/gtest.h>
+
+#include "core/headless_ui.h"
+#include "tests/support/test_support.h"
+
+namespace galeris {
+namespace {
+
+// A falling fan curve: Q = 10..100 m3/s, static 2000..1100 Pa, total 100 Pa above static.
+void PutFan(Network& net, int f, float slope = 10) {
+  net.FanName[f] = "Fan " + std::to_string(f);
+  net.FanDiameter[f] = 2;
+  for (int j = 1; j <= 10; ++j) {
+    net.CurveQ[f][j] = 10.0f * j;
+    net.CurveP[f][j][1] = 2100.0f - slope * 10.0f * j;
+    net.CurveP[f][j][2] = net.CurveP[f][j][1] + 100.0f;
+    net.CurveEff[f][j] = 0;
+  }
+}
+
+struct FanFixture : ::testing::Test {
+  HeadlessUi ui;
+  Workspace ws{ui};
+  Network& net = ws.net;
+
+  int AddFanAirway(int fan, int count, bool series) {
+    const int i = test::AddAirway(net, 0, 0, 0, 10, 10, 0);
+    net.FanNumber[i] = static_cast<std::int16_t>(fan);
+    net.NoOfFans[i] = static_cast<std::int16_t>(count);
+    if (series) net.BranchCode[i] |= Bit::FansInSeries;
+    return i;
+  }
+};
+
+TEST_F(FanFixture, FreeDeliveryExtendsTheLastSegmentToZeroPressure) {
+  PutFan(net, 1);
+  ValidateFanCurves(ws);
+  // Static 1100 Pa at 100 m3/s, falling 10 Pa per m3/s: zero at 210 m3/s.
+  EXPECT_FLOAT_EQ(net.CurveQ[1][11], 210.0f);
+  EXPECT_FLOAT_EQ(net.CurveP[1][11][1], -1200.0f);
+  EXPECT_FLOAT_EQ(net.CurveP[1][11][2], 0.0f);
+  EXPECT_TRUE(ui.MessageTexts().empty());
+}
+
+TEST_F(FanFixture, FlatStaticCurveFallsBackToTheTotalCurve) {
+  PutFan(net, 1);
+  for (int j = 1; j <= 10; ++j) {
+    net.CurveP[1][j][1] = 500;
+    net.CurveP[1][j][2] = 1100.0f - 10.0f * j;
+  }
+  ValidateFanCurves(ws);
+  EXPECT_FLOAT_EQ(net.CurveQ[1][11], 1100.0f);  // total 1000 Pa at 100, falling 1 per m3/s
+  EXPECT_FLOAT_EQ(net.CurveP[1][11][1], -1000.0f);
+}
+
+TEST_F(FanFixture, InvalidCurveStopsTheCheckWithItsNumber) {
+  PutFan(net, 1);
+  PutFan(net, 2);
+  PutFan(net, 3);
+  for (int j = 1; j <= 10; ++j) net.CurveP[2][j] = {0, 700, 800};  // all pressures equal
+  net.CurveQ[3][11] = 77;  // fan 3 comes after the invalid one: not looked at
+  ValidateFanCurves(ws);
+  ASSERT_EQ(ui.MessageTexts().size(), 1u);
+  EXPECT_EQ(ui.MessageTexts()[0], "Invalid Fan Curve : Fan curve # 2");
+  EXPECT_FLOAT_EQ(net.CurveQ[1][11], 210.0f);
+  EXPECT_FLOAT_EQ(net.CurveQ[3][11], 77.0f);
+  EXPECT_FLOAT_EQ(net.CurveP[2][11][1], 0.0f);
+}
+
+TEST_F(FanFixture, AllFlowsEqualIsInvalid) {
+  PutFan(net, 4);
+  for (int j = 1; j <= 10; ++j) net.CurveQ[4][j] = 50;
+  ValidateFanCurves(ws);
+  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Invalid Fan Curve : Fan curve # 4"});
+}
+
+TEST_F(FanFixture, UnnamedFansAreSkipped) {
+  for (int j = 1; j <= 10; ++j) net.CurveQ[5][j] = 50;
+  ValidateFanCurves(ws);
+  EXPECT_TRUE(ui.MessageTexts().empty());
+}
+
+TEST_F(FanFixture, ArrangementKeysReadParallelTimesHundredPlusSeries) {
+  const int series3 = AddFanAirway(1, 3, true);
+  const int parallel3 = AddFanAirway(1, 3, false);
+  const int none = AddFanAirway(1, 0, false);
+  const int noneSeries = AddFanAirway(1, 0, true);
+  EXPECT_EQ(FanArrangementKey(net, series3), 103);
+  EXPECT_EQ(FanArrangementKey(net, parallel3), 301);
+  EXPECT_EQ(FanArrangementKey(net, none), 10101);
+  EXPECT_EQ(FanArrangementKey(net, noneSeries), 201);
+  const int huge = AddFanAirway(1, 400, false);
+  EXPECT_THROW(FanArrangementKey(net, huge), std::overflow_error);
+}
+
+TEST_F(FanFixture, SlotsScaleFlowsInParallelAndPressuresInSeries) {
+  PutFan(net, 1);
+  PutFan(net, 2);
+  ValidateFanCurves(ws);
+  const int single = AddFanAirway(1, 1, false);
+  const int twoParallel = AddFanAirway(1, 2, false);
+  const int twoSeries = AddFanAirway(1, 2, true);
+  const int oneInSeries = AddFanAirway(1, 1, true);  // key 101, as one fan in parallel
+  const int otherType = AddFanAirway(2, 1, false);
+  const int fixedPressure = AddFanAirway(-1, 0, false);
+  const int noFan = AddFanAirway(0, 0, false);
+  BuildSimCurves(ws);
+  EXPECT_EQ(ws.sim.SimFanCount, 5);
+  EXPECT_EQ(net.FanSlot[single], 1);
+  EXPECT_EQ(net.FanSlot[twoParallel], 2);
+  EXPECT_EQ(net.FanSlot[twoSeries], 3);
+  EXPECT_EQ(net.FanSlot[oneInSeries], 1);
+  EXPECT_EQ(net.FanSlot[otherType], 4);
+  EXPECT_EQ(net.FanSlot[fixedPressure], -1);
+  EXPECT_EQ(net.FanSlot[noFan], 0);
+  EXPECT_EQ(ws.sim.SimCurveCount, 4);
+  for (int j = 1; j <= 11; ++j) {
+    EXPECT_FLOAT_EQ(net.SimCurveQ[2][j], 2 * net.CurveQ[1][j]);
+    EXPECT_FLOAT_EQ(net.SimCurveP[2][j][1], net.CurveP[1][j][1]);
+    EXPECT_FLOAT_EQ(net.SimCurveQ[3][j], net.CurveQ[1][j]);
+    EXPECT_FLOAT_EQ(net.SimCurveP[3][j][1], 2 * net.CurveP[1][j][1]);
+    EXPECT_FLOAT_EQ(net.SimCurveP[3][j][2], 2 * net.CurveP[1][j][2]);
+    EXPECT_FLOAT_EQ(net.SimCurveQ[1][j], net.CurveQ[1][j]);
+  }
+}
+
+TEST_F(FanFixture, SameTypeAndArrangementShareOneSlot) {
+  PutFan(net, 1);
+  ValidateFanCurves(ws);
+  const int a = AddFanAirway(1, 2, false);
+  AddFanAirway(1, 1, false);
+  const int c = AddFanAirway(1, 2, false);
+  BuildSimCurves(ws);
+  EXPECT_EQ(net.FanSlot[a], net.FanSlot[c]);
+  EXPECT_EQ(ws.sim.SimCurveCount, 2);
+}
+
+TEST_F(FanFixture, MoreArrangementsThanSlotsEndTheRun) {
+  net.FanMax = 2;
+  PutFan(net, 1);
+  for (int n = 1; n <= 3; ++n) AddFanAirway(1, n, false);
+  EXPECT_THROW(BuildSimCurves(ws), std::length_error);
+}
+
+struct EvaluateFixture : FanFixture {
+  int airway = 0;
+  void SetUp() override {
+    PutFan(net, 1);
+    ValidateFanCurves(ws);
+    airway = AddFanAirway(1, 1, false);
+    BuildSimCurves(ws);
+  }
+  FanPoint At(float q) { return EvaluateFanCurve(net, 1, q, airway); }
+};
+
+TEST_F(EvaluateFixture, OnTheCurveInterpolatesWithTheSegmentSlope) {
+  const FanPoint p = At(25);
+  EXPECT_EQ(p.State, FanOnCurve);
+  EXPECT_FLOAT_EQ(p.FanP, 1850.0f);
+  EXPECT_FLOAT_EQ(p.Slope, -10.0f);
+  // Beyond point 10, up to the free-delivery point, the last segment is the line to point 11.
+  const FanPoint far = At(150);
+  EXPECT_EQ(far.State, FanOnCurve);
+  EXPECT_FLOAT_EQ(far.Slope, (1100.0f + 1200.0f) / (100.0f - 210.0f));
+  EXPECT_FLOAT_EQ(far.FanP, -1200.0f + (150.0f - 210.0f) * far.Slope);
+}
+
+TEST_F(EvaluateFixture, EndsOfTheCurve) {
+  const FanPoint first = At(10);  // exactly point 1: on the curve
+  EXPECT_EQ(first.State, FanOnCurve);
+  EXPECT_FLOAT_EQ(first.FanP, 2000.0f);
+  const FanPoint stall = At(9.99f);
+  EXPECT_EQ(stall.State, FanStalled);
+  EXPECT_FLOAT_EQ(stall.FanP, 2000.0f);
+  EXPECT_FLOAT_EQ(stall.Slope, -50.0f);
+  const FanPoint reversed = At(-30);
+  EXPECT_EQ(reversed.State, FanStalled);
+  const FanPoint negate = At(210);  // exactly point 11: negated
+  EXPECT_EQ(negate.State, FanNegated);
+  EXPECT_FLOAT_EQ(negate.FanP, 0.0f);
+  EXPECT_FLOAT_EQ(negate.Slope, -50.0f);
+}
+
+TEST_F(EvaluateFixture, CurveFractionBlendsStaticAndTotal) {
+  net.CurveFraction[airway] = 0;
+  EXPECT_FLOAT_EQ(At(30).FanP, 1800.0f);
+  net.CurveFraction[airway] = 100;
+  EXPECT_FLOAT_EQ(At(30).FanP, 1900.0f);
+  net.CurveFraction[airway] = 50;
+  EXPECT_FLOAT_EQ(At(30).FanP, 1850.0f);
+}
+
+TEST_F(EvaluateFixture, FixedPressureKeepsTheCallersValue) {
+  const FanPoint p = EvaluateFanCurve(net, kFixedPressureSlot, 55, airway, 321.5f);
+  EXPECT_EQ(p.State, FanOnCurve);
+  EXPECT_FLOAT_EQ(p.FanP, 321.5f);
+  EXPECT_FLOAT_EQ(p.Slope, -1.0f);
+}
+
+TEST_F(FanFixture, EfficiencyCurve) {
+  PutFan(net, 1);
+  const int i = AddFanAirway(1, 2, false);
+  net.Quantity[i] = 50;
+  EXPECT_FLOAT_EQ(EvaluateFanEfficiency(ws, i), 80.0f);  // no efficiency curve: the default
+  for (int j = 1; j <= 10; ++j) net.CurveEff[1][j] = static_cast<std::int16_t>(40 + 4 * j);
+  // Two in parallel: 50 m3/s is 25 per fan, half way between points 2 and 3.
+  EXPECT_FLOAT_EQ(EvaluateFanEfficiency(ws, i), 50.0f);
+  net.BranchCode[i] |= Bit::FansInSeries;  // in series each fan carries the whole flow
+  EXPECT_FLOAT_EQ(EvaluateFanEfficiency(ws, i), 60.0f);
+  net.Quantity[i] = 500;
+  EXPECT_FLOAT_EQ(EvaluateFanEfficiency(ws, i), 80.0f);
+  net.Quantity[i] = 1;
+  EXPECT_FLOAT_EQ(EvaluateFanEfficiency(ws, i), 44.0f);
+  net.Quantity[i] = 100;  // exactly the last point
+  EXPECT_FLOAT_EQ(EvaluateFanEfficiency(ws, i), 80.0f);
+  net.FanNumber[i] = -1;
+  EXPECT_FLOAT_EQ(EvaluateFanEfficiency(ws, i), 80.0f);
+}
+
+}  // namespace
+}  // namespace galeris

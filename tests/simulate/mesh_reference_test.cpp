@@ -1,0 +1,251 @@
+// The faster sort, checks, weighing and mesh builder against their plain forms, on thousands
+// of random networks: equal keys, equal weights, several parts, loops through the surface,
+// locked chords, duplicates, dead ends and flagged surface ends.
+#include <gtest/gtest.h>
+
+#include <random>
+#include <vector>
+
+#include "core/headless_ui.h"
+#include "simulate/mesh_builder.h"
+#include "simulate/network_checks.h"
+#include "simulate/sort_airways.h"
+#include "tests/simulate/mesh_reference.h"
+
+namespace galeris {
+namespace {
+
+constexpr int kSurfaceRL = 1000;
+
+struct Bench {
+  HeadlessUi ui;
+  Workspace ws{ui};
+  Bench() {
+    ws.net.MaxAirways = 400;
+    ClearStore(ws.net);
+    ws.defaults.ResPreset[1] = 1000000000;  // bulkhead
+  }
+};
+
+class RandomNetwork {
+ public:
+  explicit RandomNetwork(unsigned seed) : rng_(seed) {}
+
+  // Fills both benches with the same random network and the same run settings.
+  void Fill(Bench& a, Bench& b) {
+    const int pools = 1 + Pick(3);
+    const int walks = 1 + Pick(25);
+    airways_.clear();
+    for (int w = 0; w < walks; ++w) AddWalk(Pick(pools));
+    const int strays = Pick(4) == 0 ? 1 + Pick(2) : 0;
+    for (int s = 0; s < strays; ++s) airways_.push_back(Airway{RandomPoint(0), RandomPoint(0)});
+    if (Pick(3) == 0 && !airways_.empty()) airways_.push_back(airways_[Pick(airways_.size())]);
+    if (airways_.size() > 390) airways_.resize(390);
+    const std::int16_t mode = kModes[Pick(std::size(kModes))];
+    const bool yes = Pick(2) == 0;
+    for (Bench* bench : {&a, &b}) {
+      Network& net = bench->ws.net;
+      ClearStore(net);
+      net.RLBound[1] = {0, 5000, kSurfaceRL};
+      bench->ws.sim = SimRun{};
+      bench->ws.sim.SimMode = mode;
+      bench->ui.ClearRecords();
+      bench->ui.SetPolicy(yes ? HeadlessUi::Policy::AlwaysYes : HeadlessUi::Policy::AlwaysNo);
+    }
+    for (const Airway& airway : airways_) {
+      const Properties p = RandomProperties();
+      for (Bench* bench : {&a, &b}) Store(bench->ws.net, airway, p);
+    }
+  }
+
+ private:
+  struct Point {
+    int x, y, z;
+  };
+  struct Airway {
+    Point from, to;
+  };
+  struct Properties {
+    float resistance;
+    std::int32_t code;
+    std::int16_t resType, fan;
+    float quantity;
+    std::int32_t number;
+  };
+  static constexpr std::int16_t kModes[] = {0, 0, 0, -1, 1, 2, 3, 4};
+
+  int Pick(std::size_t n) { return static_cast<int>(rng_() % n); }
+
+  // Points of a pool lie in their own block, so pools meet only through the surface.
+  Point RandomPoint(int pool) {
+    if (Pick(6) == 0) return Point{100 * Pick(4) + 1, 100 * Pick(2) + 1, kSurfaceRL + Pick(2)};
+    return Point{pool * 1000 + 100 * Pick(3) + 1, 100 * Pick(3) + 1, 500 + 10 * Pick(2)};
+  }
+
+  void AddWalk(int pool) {
+    const int length = 2 + Pick(5);
+    std::vector<Point> points;
+    for (int k = 0; k < length; ++k) points.push_back(RandomPoint(pool));
+    for (int k = 0; k < length; ++k)
+      airways_.push_back(Airway{points[k], points[(k + 1) % length]});
+  }
+
+  Properties RandomProperties() {
+    static constexpr float kResistances[] = {0.5f, 1, 1, 1, 2, 3, 0.25f};
+    Properties p{kResistances[Pick(std::size(kResistances))], Bit::Rectangular, kUserGiven, 0,
+                 0, ++number_};
+    const int roll = Pick(40);
+    if (roll == 0) p.code |= Bit::FixedQuantity;
+    if (roll == 1) p.fan = 1;
+    if (roll == 2) p.fan = -1;
+    if (roll == 3) p.resType = 1;
+    if (roll == 4) p.resistance = 2000000000;
+    if (roll == 5) p.code |= Bit::ForceEntrySurface;
+    if (roll == 6) p.code |= Bit::ForceExitSurface;
+    if (roll == 7) p.code |= Bit::FixedQuantity, p.fan = 1;
+    if (roll == 8) p.code |= Bit::FixedQuantity, p.resType = 1;
+    if (Pick(10) == 0) p.code |= Bit::Selected;
+    p.quantity = Pick(8) == 0 ? 9994 : static_cast<float>(Pick(50));
+    return p;
+  }
+
+  static void Store(Network& net, const Airway& airway, const Properties& p) {
+    const int i = ++net.BranchCount;
+    net.Coord1[i] = {0, airway.from.x, airway.from.y, airway.from.z};
+    net.Coord2[i] = {0, airway.to.x, airway.to.y, airway.to.z};
+    net.BranchCode[i] = p.code;
+    net.Dim[i] = {0, 4, 4};
+    net.ResType[i] = p.resType;
+    net.Resistance[i] = p.resistance;
+    net.FanNumber[i] = p.fan;
+    net.Quantity[i] = p.quantity;
+    net.AirwayNo[i] = p.number;
+    net.ParallelCount[i] = 1;
+    net.FromNodeP[i] = static_cast<float>(i);
+    net.SmokeTime[i] = static_cast<float>(2 * i);
+  }
+
+  std::mt19937 rng_;
+  std::vector<Airway> airways_;
+  std::int32_t number_ = 0;
+};
+
+void RunEngine(Workspace& ws) {
+  RebuildNodes(ws.net, ws.defaults, ws.ui);
+  if (ws.net.BranchCount < 2) return;
+  SortAirways(ws);
+  CheckNetwork(ws);
+  if (ws.sim.SimStatus == 1) return;
+  WeighAirways(ws);
+  BuildMeshes(ws);
+}
+
+void RunReference(Workspace& ws) {
+  RebuildNodes(ws.net, ws.defaults, ws.ui);
+  if (ws.net.BranchCount < 2) return;
+  reference::InsertionSort(ws.net);
+  DeleteRedundantAirways(ws);
+  reference::InsertionSort(ws.net);
+  for (int i = 1; i <= ws.net.BranchCount; ++i) ws.net.BranchCode[i] &= ~Bit::Selected;
+  reference::CheckNetwork(ws);
+  if (ws.sim.SimStatus == 1) return;
+  reference::WeighAirways(ws);
+  reference::BuildMeshes(ws);
+}
+
+void ExpectSame(const Bench& fast, const Bench& plain, unsigned seed) {
+  const Network& a = fast.ws.net;
+  const Network& b = plain.ws.net;
+  SCOPED_TRACE("seed " + std::to_string(seed));
+  ASSERT_EQ(a.BranchCount, b.BranchCount);
+  ASSERT_EQ(a.Errorlist, b.Errorlist);
+  ASSERT_EQ(fast.ui.MessageTexts(), plain.ui.MessageTexts());
+  ASSERT_EQ(fast.ws.sim.SimStatus, plain.ws.sim.SimStatus);
+  ASSERT_EQ(a.NodeCount, b.NodeCount);
+  for (int i = 1; i <= a.BranchCount; ++i) {
+    ASSERT_EQ(a.AirwayNo[i], b.AirwayNo[i]) << i;
+    ASSERT_EQ(a.FromNodeP[i], b.FromNodeP[i]) << i;
+    ASSERT_EQ(a.SmokeTime[i], b.SmokeTime[i]) << i;
+    ASSERT_EQ(a.EntryNodeNo[i], b.EntryNodeNo[i]) << i;
+    ASSERT_EQ(a.ExitNodeNo[i], b.ExitNodeNo[i]) << i;
+    ASSERT_EQ(a.BranchCode[i], b.BranchCode[i]) << i;
+    ASSERT_EQ(a.Comment[i], b.Comment[i]) << i;
+    ASSERT_EQ(a.Quantity[i], b.Quantity[i]) << i;
+    ASSERT_EQ(a.WeightOrder[i], b.WeightOrder[i]) << i;
+    ASSERT_EQ(a.SmokeQueue[i], b.SmokeQueue[i]) << i;
+    ASSERT_EQ(a.ResType[i], b.ResType[i]) << i;
+  }
+  if (a.Errorlist.empty() || fast.ws.sim.SimStatus == 0) {
+    for (int i = 1; i <= a.BranchCount; ++i) ASSERT_EQ(a.ChordWeight[i], b.ChordWeight[i]) << i;
+  }
+  for (int node = 1; node <= a.NodeCount; ++node) {
+    ASSERT_EQ(a.NodeGroup[node], b.NodeGroup[node]) << node;
+    ASSERT_EQ(a.NodeParent[node], b.NodeParent[node]) << node;
+  }
+  ASSERT_EQ(fast.ws.sim.MeshCount, plain.ws.sim.MeshCount);
+  const int meshes = fast.ws.sim.MeshCount;
+  if (meshes == 0) return;
+  for (int m = 1; m <= meshes + 1; ++m) ASSERT_EQ(a.MeshStart[m], b.MeshStart[m]) << m;
+  for (int k = 1; k < a.MeshStart[meshes + 1]; ++k) ASSERT_EQ(a.MeshMember[k], b.MeshMember[k]);
+}
+
+TEST(MeshReference, FastFormsGiveThePlainResultsOnRandomNetworks) {
+  Bench fast, plain;
+  int meshed = 0;
+  for (unsigned seed = 1; seed <= 3000; ++seed) {
+    RandomNetwork(seed).Fill(fast, plain);
+    RunEngine(fast.ws);
+    RunReference(plain.ws);
+    ExpectSame(fast, plain, seed);
+    if (HasFailure()) return;
+    meshed += fast.ws.sim.MeshCount > 0;
+  }
+  EXPECT_GT(meshed, 1000);  // most random networks get as far as their meshes
+}
+
+// Grids of a few hundred airways with many equal weights, where trees merge often.
+TEST(MeshReference, FastFormsGiveThePlainResultsOnLargeNetworks) {
+  for (unsigned seed = 1; seed <= 20; ++seed) {
+    Bench fast, plain;
+    for (Bench* b : {&fast, &plain}) {
+      b->ws.net.MaxAirways = 3000;
+      ClearStore(b->ws.net);
+      b->ws.net.RLBound[1] = {0, 5000, kSurfaceRL};
+    }
+    std::mt19937 rng(seed);
+    // A square grid of drives on one level, closed through the surface at two corners.
+    const int side = 20;
+    auto add = [&](int x1, int y1, int z1, int x2, int y2, int z2) {
+      const float r = static_cast<float>(1 + rng() % 3);
+      const bool fan = rng() % 50 == 0;
+      for (Bench* b : {&fast, &plain}) {
+        Network& net = b->ws.net;
+        const int i = ++net.BranchCount;
+        net.Coord1[i] = {0, x1, y1, z1};
+        net.Coord2[i] = {0, x2, y2, z2};
+        net.BranchCode[i] = Bit::Rectangular;
+        net.ResType[i] = kUserGiven;
+        net.Resistance[i] = r;
+        net.FanNumber[i] = fan ? 1 : 0;
+        net.AirwayNo[i] = i;
+        net.ParallelCount[i] = 1;
+      }
+    };
+    for (int r = 0; r < side; ++r) {
+      for (int c = 0; c < side; ++c) {
+        const int x = 100 + 10 * c, y = 100 + 10 * r;
+        if (c + 1 < side) add(x, y, 500, x + 10, y, 500);
+        if (r + 1 < side) add(x, y, 500, x, y + 10, 500);
+      }
+    }
+    add(50, 50, kSurfaceRL, 100, 100, 500);
+    const int far = 100 + 10 * (side - 1);
+    add(far, far, 500, 50, 60, kSurfaceRL);
+    RunEngine(fast.ws);
+    RunReference(plain.ws);
+    ExpectSame(fast, plain, seed);
+  }
+}
+
+}  // namespace
+}  // namespace galeris

@@ -1,0 +1,322 @@
+// The visible list and the draw list: layers, levels, flow limits, the cull, colours and widths,
+// and what the symbol pass writes.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/view/view_fixture.h"
+#include "view/labels.h"
+#include "view/raster_canvas.h"
+
+namespace galeris {
+namespace {
+
+using test::ViewFixture;
+
+// Remembers the texts and pictures that a pass sends.
+class RecordingCanvas : public RasterCanvas {
+ public:
+  RecordingCanvas() : RasterCanvas(800, 600) {}
+  void Text(float x, float y, std::string_view text, Colour colour, float size) override {
+    texts.emplace_back(text);
+    textColours.push_back(colour);
+    RasterCanvas::Text(x, y, text, colour, size);
+  }
+  void Bitmap(int picture, float left, float top, float width, float height) override {
+    pictures.push_back(picture);
+    RasterCanvas::Bitmap(picture, left, top, width, height);
+  }
+  std::vector<std::string> texts;
+  std::vector<Colour> textColours;
+  std::vector<int> pictures;
+};
+
+class DrawingTest : public ::testing::Test, public ViewFixture {
+ protected:
+  std::vector<int> Visible() const {
+    return {ws.net.SmokeQueue.begin() + 1, ws.net.SmokeQueue.begin() + 1 + view.VisibleCount};
+  }
+  std::vector<int> Drawn() const {
+    return {view.LineAirway.begin(), view.LineAirway.begin() + view.AirwayLineCount};
+  }
+  const AirwayLineRecord& LineOf(int airway) const {
+    for (int k = 0; k < view.AirwayLineCount; ++k) {
+      if (view.LineAirway[k] == airway) return ws.net.AirwayLine[k];
+    }
+    static AirwayLineRecord none;
+    ADD_FAILURE() << "airway " << airway << " not drawn";
+    return none;
+  }
+  Colour PaletteOf(int position) const { return PaletteColour(ws.defaults, position); }
+};
+
+TEST_F(DrawingTest, HiddenLayersAreDroppedOrDimmed) {
+  const int shown = Add(1, 0, 0, 100, 0, 0);
+  const int hidden = Add(0, 50, 0, 100, 50, 0);
+  ws.net.SecondLayer[hidden] = 30;
+  ws.net.SecondLayerShow[30] = 0;
+
+  view.DisplayFlags = LineOpt::Invisible;
+  Build();
+  EXPECT_EQ(Visible(), (std::vector<int>{shown}));
+  EXPECT_TRUE(ws.net.BranchCode[shown] & Bit::InView);
+
+  view.DisplayFlags = LineOpt::Dim;
+  Build();
+  EXPECT_EQ(Visible(), (std::vector<int>{shown, hidden}));
+  EXPECT_FALSE(ws.net.BranchCode[hidden] & Bit::InView);
+  EXPECT_EQ(LineOf(hidden).Colour, kContaminantColours[0]);
+  EXPECT_EQ(LineOf(shown).Colour, PaletteOf(Palette::OnLevel));
+
+  // A dimmed airway still counts for the fit.
+  FitNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.PanY, 25);
+
+  view.DisplayFlags = LineOpt::Solid;
+  Build();
+  EXPECT_EQ(LineOf(hidden).Colour, PaletteOf(Palette::OnLevel));
+}
+
+TEST_F(DrawingTest, LayerZeroIsRepairedAndHighSecondLayersCountAs48) {
+  const int i = Add(1, 0, 0, 100, 0, 0);
+  ws.net.PrimaryLayer[i] = 0;
+  ws.net.SecondLayer[i] = 60;
+  ws.net.SecondLayerShow[48] = 0;
+  view.DisplayFlags = LineOpt::Invisible;
+  Build();
+  EXPECT_EQ(ws.net.PrimaryLayer[i], 1);
+  EXPECT_EQ(view.VisibleCount, 0);
+}
+
+TEST_F(DrawingTest, LevelBandTakesAirwaysWithAnEndInside) {
+  const int onLevel = Add(0, 0, 500, 100, 0, 500);
+  const int raise = Add(0, 0, 400, 0, 0, 600);  // passes through the band
+  const int below = Add(0, 0, 300, 100, 0, 300);
+  const int touching = Add(0, 0, 300, 0, 0, 490);
+  view.LevelMode = LevelModeOf::Single;
+  view.LevelBottom = 490;
+  view.LevelTop = 510;
+  Build();
+  EXPECT_EQ(Visible(), (std::vector<int>{onLevel, touching}));
+  view.DisplayBits |= Show::OffLevelRaises;
+  Build();
+  EXPECT_EQ(Visible(), (std::vector<int>{onLevel, raise, touching}));
+  (void)below;
+}
+
+TEST_F(DrawingTest, MultipleLevelsShowAnyBand) {
+  ws.net.RLCount = 3;
+  ws.net.RLBound[2] = {0, 520, 480};
+  ws.net.RLBound[3] = {0, 320, 280};
+  const int a = Add(0, 0, 500, 100, 0, 500);
+  const int b = Add(0, 0, 300, 100, 0, 300);
+  Add(0, 0, 100, 100, 0, 100);
+  view.LevelMode = LevelModeOf::Multiple;
+  view.SelectedLevels = {2, 3};
+  Build();
+  EXPECT_EQ(Visible(), (std::vector<int>{a, b}));
+}
+
+TEST_F(DrawingTest, FlowLimitsHideOrDim) {
+  const int slow = Add(1, 0, 0, 100, 0, 0);
+  const int fast = Add(0, 50, 0, 100, 50, 0);
+  ws.net.Quantity[slow] = 0.5f;
+  ws.net.Quantity[fast] = -20;
+  view.FlowMinimum = 1;
+  view.FlowMaximum = 100;
+  view.FlowDimMode = 2;
+  Build();
+  EXPECT_EQ(Visible(), (std::vector<int>{fast}));
+  view.FlowDimMode = 1;
+  Build();
+  EXPECT_EQ(LineOf(slow).Colour, kContaminantColours[0]);
+  EXPECT_EQ(LineOf(fast).Colour, PaletteOf(Palette::OnLevel));
+}
+
+TEST_F(DrawingTest, CullNeedsBothEndsBeyondTheSameEdge) {
+  // The window runs from -500 to 500 across and -375 to 375 down, centred on the pan (0, 0).
+  const int crossing = Add(-900, -600, 0, 900, 600, 0);
+  const int beyondRight = Add(600, 0, 0, 700, 300, 0);
+  const int corner = Add(-900, 100, 0, 100, 900, 0);  // midpoint outside, ends on two sides
+  Build();
+  EXPECT_EQ(Drawn(), (std::vector<int>{crossing, corner}));
+  (void)beyondRight;
+}
+
+TEST_F(DrawingTest, VerticalShaftInSingleLevelPlanIsATick) {
+  view.LevelMode = LevelModeOf::Single;
+  view.LevelBottom = 490;
+  view.LevelTop = 510;
+  const int down = Add(100, 100, 500, 100, 100, 300);
+  const int up = Add(200, 100, 500, 200, 100, 700);
+  Build();
+  const AirwayLineRecord& d = LineOf(down);
+  EXPECT_FLOAT_EQ(d.X1, 100);
+  EXPECT_FLOAT_EQ(d.X2, 100 - 15);
+  EXPECT_FLOAT_EQ(d.Y2, 100 - 15);
+  EXPECT_EQ(d.Colour, PaletteOf(Palette::Below));
+  const AirwayLineRecord& u = LineOf(up);
+  EXPECT_FLOAT_EQ(u.X2, 200 + 15);
+  EXPECT_FLOAT_EQ(u.Y2, 100 - 15);
+  EXPECT_EQ(u.Colour, PaletteOf(Palette::Above));
+}
+
+TEST_F(DrawingTest, ThreeDColoursSteepAirwaysByDirection) {
+  const int rising = Add(1, 0, 0, 10, 0, 100);
+  const int falling = Add(50, 0, 100, 60, 0, 0);
+  const int drive = Add(0, 100, 0, 200, 100, 10);
+  view.Is3D = 1;
+  view.TiltAngle = 0.5f;
+  Build();
+  EXPECT_EQ(LineOf(rising).Colour, PaletteOf(Palette::Below));
+  EXPECT_EQ(LineOf(falling).Colour, PaletteOf(Palette::Above));
+  EXPECT_EQ(LineOf(drive).Colour, PaletteOf(Palette::OnLevel));
+
+  view.ColourByAir = true;
+  ws.net.BranchCode[drive] |= 512;
+  ws.net.BranchCode[rising] |= 1024;
+  Build();
+  EXPECT_EQ(LineOf(drive).Colour, PaletteOf(Palette::Above));
+  EXPECT_EQ(LineOf(rising).Colour, PaletteOf(Palette::Below));
+  EXPECT_EQ(LineOf(falling).Colour, PaletteOf(Palette::OnLevel));
+}
+
+TEST_F(DrawingTest, SelectedAndProblemAirwaysAreWhite) {
+  const int selected = Add(1, 0, 0, 100, 0, 0);
+  const int problem = Add(0, 50, 0, 100, 50, 0);
+  const int both = Add(0, 90, 0, 100, 90, 0);
+  ws.net.BranchCode[selected] |= Bit::Selected;
+  ws.net.BranchCode[problem] |= Bit::ErrorMark;
+  ws.net.BranchCode[both] |= Bit::ErrorMark | Bit::Selected;
+  ws.net.SecondLayer[selected] = 2;
+  ws.net.SecondLayerShow[2] = 0;  // dimmed, and still white
+  view.SymbolSize[0] = 2;
+  Build();
+  EXPECT_EQ(LineOf(selected).Colour, kWhite);
+  EXPECT_EQ(LineOf(selected).Width, 4);
+  EXPECT_EQ(LineOf(problem).Colour, kWhite);
+  EXPECT_EQ(LineOf(problem).Width, 2);
+  EXPECT_EQ(LineOf(both).Width, 4);
+}
+
+TEST_F(DrawingTest, PaletteFallsBackWhenTheTableIsEmpty) {
+  EXPECT_NE(PaletteColour(ws.defaults, Palette::OnLevel), 0);
+  EXPECT_NE(PaletteColour(ws.defaults, Palette::OnLevel), PaletteColour(ws.defaults, Palette::Below));
+  ws.defaults.ColourTable[1] = RGBColour(1, 2, 3);
+  EXPECT_EQ(PaletteColour(ws.defaults, Palette::OnLevel), RGBColour(1, 2, 3));
+  EXPECT_EQ(PaletteColour(ws.defaults, Palette::Below), 0);
+}
+
+TEST_F(DrawingTest, ContaminantBandsColourTheLines) {
+  const int a = Add(1, 0, 0, 100, 0, 0);
+  const int b = Add(0, 50, 0, 100, 50, 0);
+  ws.net.SmokeData[a][2] = 9000;  // concentration + 1 passes 8000 but not 12000: band 3
+  ws.net.SmokeTime[a] = 10;
+  view.SmokeState = 1;
+  view.SmokeLimit = 0;
+  Build();
+  EXPECT_EQ(LineOf(a).Colour, kContaminantColours[3]);
+  EXPECT_EQ(LineOf(b).Colour, kContaminantColours[1]);  // with no time limit every airway counts
+  view.SmokeLimit = 5;  // not reached yet
+  Build();
+  EXPECT_EQ(LineOf(a).Colour, kContaminantColours[0]);
+}
+
+TEST_F(DrawingTest, WireframeTouchesThePixelsOfTheLines) {
+  Add(-400, 0, 0, 400, 0, 0);
+  Build();
+  RasterCanvas canvas(800, 600);
+  canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
+  canvas.Clear(kBackground);
+  DrawWireframe(ws, view, canvas);
+  EXPECT_EQ(canvas.Pixel(400, 300), PaletteOf(Palette::OnLevel));
+  EXPECT_EQ(canvas.Pixel(400, 200), kBackground);
+}
+
+TEST_F(DrawingTest, DataTextAndNamesFollowTheDisplayBits) {
+  const int i = Add(-200, 0, 0, 200, 0, 0);
+  ws.net.Quantity[i] = 12.34f;
+  ws.net.BranchName[i] = "Main drive";
+  ws.net.ExitNodeName[i] = "N2";
+  view.DisplayBits = Show::DataValues | Show::AirwayNames | Show::NodeNames;
+  view.DataTypeCode = DataType::Quantity;
+  Build();
+  RecordingCanvas canvas;
+  DrawSymbols(ws, view, canvas);
+  EXPECT_EQ(canvas.texts, (std::vector<std::string>{"N2", "12.3", "Main drive"}));
+  EXPECT_EQ(canvas.textColours[1], PaletteOf(Palette::DataText));
+
+  view.DisplayBits = Show::DataValues;
+  ws.net.BranchCode[i] |= Bit::ErrorMark;
+  ws.net.Comment[i] = "ends on surface";
+  canvas.texts.clear();
+  Build();
+  DrawSymbols(ws, view, canvas);
+  EXPECT_EQ(canvas.texts, (std::vector<std::string>{"ends on surf", "12.3"}));
+}
+
+TEST_F(DrawingTest, NodeValuesAreWrittenOncePerNode) {
+  const int a = Add(-200, 0, 5, 0, 0, 5);
+  const int b = Add(0, 0, 5, 200, 10, 5);
+  (void)a;
+  (void)b;
+  view.DisplayBits = Show::DataValues;
+  view.DataTypeCode = DataType::Coordinates;
+  Build();
+  RecordingCanvas canvas;
+  DrawSymbols(ws, view, canvas);
+  // The joined middle node is written by b's entry end only.
+  EXPECT_EQ(canvas.texts, (std::vector<std::string>{"-200,0,5", "0,0,5", "200,10,5"}));
+}
+
+TEST_F(DrawingTest, SymbolsOnlyForAirwaysInViewAndOnScreen) {
+  const int fan = Add(-200, 0, 0, 200, 0, 0);
+  const int door = Add(-200, 100, 0, 200, 100, 0);
+  const int far = Add(2000, 0, 0, 2400, 0, 0);
+  ws.net.FanNumber[fan] = 3;
+  ws.net.ResType[door] = 1;
+  ws.net.FanNumber[far] = 2;
+  ws.net.SmokeData[door][1] = 2;
+  view.DisplayBits = Show::FanSymbols | Show::ResistanceSymbols | Show::NodeSymbols;
+  Build();
+  RecordingCanvas canvas;
+  DrawSymbols(ws, view, canvas);
+  EXPECT_EQ(canvas.pictures, (std::vector<int>{Picture::Node, Picture::Node, Picture::Fan,
+                                                Picture::Node, Picture::Node,
+                                                Picture::BulkheadSymbol, Picture::PinBlue}));
+}
+
+TEST_F(DrawingTest, GridWithoutSpacingSaysSo) {
+  view.GridOn = true;
+  ws.defaults.GridSpacing = 0;
+  RecordingCanvas canvas;
+  DrawGrid(ws, view, canvas);
+  EXPECT_TRUE(ui.Said("MAJOR Error Drawing Graphics Grid !"));
+}
+
+TEST_F(DrawingTest, EdgeOnShowsTheLevelScale) {
+  view.Is3D = 1;
+  view.TiltAngle = kPi / 2;
+  ws.defaults.GridSpacing = 100;
+  Build();
+  RecordingCanvas canvas;
+  canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
+  DrawGrid(ws, view, canvas);
+  // The window spans 750 units of height about the pan: heights -300 to 300 by 100.
+  EXPECT_EQ(canvas.texts, (std::vector<std::string>{"300", "200", "100", "0", "-100", "-200",
+                                                    "-300"}));
+}
+
+TEST_F(DrawingTest, RedrawShowsTheBusyPointerAndLeavesItOff) {
+  Add(1, 0, 0, 100, 0, 0);
+  BuildVisibleList(ws, view);
+  RecordingCanvas canvas;
+  RedrawNetwork(ws, view, canvas);
+  EXPECT_EQ(ui.BusyDepth(), 0);
+  EXPECT_EQ(view.AirwayLineCount, 1);
+  EXPECT_TRUE(view.AirwayLineShown);
+}
+
+}  // namespace
+}  // namespace galeris

@@ -1,0 +1,401 @@
+// Projection and its inverse, fitting, zoom limits, rotation steps, levels and saved views.
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "tests/view/view_fixture.h"
+
+namespace galeris {
+namespace {
+
+using test::ViewFixture;
+
+class ViewStateTest : public ::testing::Test, public ViewFixture {
+ protected:
+  // The window point where the projection puts a world point: projected, panned, axis-signed.
+  void WindowPointOf(int i, float& x, float& y) {
+    ProjectAirway(ws, view, i);
+    x = (ws.net.ViewEnd1[i][0] - view.PanX) * ws.net.AxisSignX;
+    y = (ws.net.ViewEnd1[i][1] - view.PanY) * ws.net.AxisSignY;
+  }
+
+  void ExpectRoundTrip(int x, int y, int z) {
+    const int i = Add(x, y, z, x + 10, y, z);
+    float wx = 0, wy = 0;
+    if (view.Is3D == 0) {
+      wx = (x - view.PanX) * ws.net.AxisSignX;
+      wy = (y - view.PanY) * ws.net.AxisSignY;
+    } else {
+      WindowPointOf(i, wx, wy);
+    }
+    double worldZ = z, worldX = 0, worldY = 0;
+    UnprojectPoint(ws.net, view, wx * ws.net.AxisSignX, wy * ws.net.AxisSignY, worldZ, worldX,
+                   worldY);
+    EXPECT_NEAR(worldX, x, 1.0) << "at " << x << "," << y << "," << z;
+    EXPECT_NEAR(worldY, y, 1.0) << "at " << x << "," << y << "," << z;
+    EXPECT_EQ(worldZ, z);
+  }
+};
+
+TEST_F(ViewStateTest, PlanPointsUnprojectToThemselves) {
+  view.PanX = 1234;
+  view.PanY = -567;
+  ExpectRoundTrip(1500, -200, 300);
+  ws.net.AxisSignY = -1;
+  ExpectRoundTrip(-800, 4000, -20);
+}
+
+TEST_F(ViewStateTest, ThreeDPointsUnprojectToThemselves) {
+  view.Is3D = 1;
+  for (int sign : {1, -1}) {
+    ws.net.AxisSignX = static_cast<std::int16_t>(sign);
+    ws.net.AxisSignY = static_cast<std::int16_t>(sign);
+    view.TiltAngle = 0.6f * sign;
+    view.SpinAngle = 1.1f;
+    view.PanX = 250;
+    view.PanY = -75;
+    view.Cs = std::cos(view.SpinAngle);
+    view.Ss = std::sin(view.SpinAngle);
+    view.Ct = std::cos(view.TiltAngle);
+    view.St = std::sin(view.TiltAngle);
+    ExpectRoundTrip(1000, 2000, -300);
+    ExpectRoundTrip(-45, 17, 950);
+    ExpectRoundTrip(0, 99999, 0);
+  }
+}
+
+TEST_F(ViewStateTest, EdgeOnShiftMovesInTheFacingPlane) {
+  view.Is3D = 1;
+  view.TiltAngle = kPi / 2;
+  view.SpinAngle = 0;
+  view.Pivot = {0, 100, 200, 300};
+  view.PanY = -300;
+  double z = 0, x = 0, y = 0;
+  UnprojectPoint(ws.net, view, 10, 20, z, x, y);
+  // Edge-on, the height comes from the mouse's vertical position, not from WorkingRL.
+  EXPECT_NEAR(x, 110, 1e-3);
+  EXPECT_NEAR(y, 200, 1e-3);
+  EXPECT_NEAR(z, 300 + 20, 1e-3);
+}
+
+TEST_F(ViewStateTest, EmptyNetworkFitsTheDefaultExtents) {
+  FitNetwork(ws, view);
+  // 500 about (1000, 1000), widened to the window's shape: 500 / 0.75, then the margin 1.2.
+  EXPECT_NEAR(view.ScaleWidth, 500 / 0.75 * 1.2, 1e-2);
+  EXPECT_NEAR(view.ScaleHeight, 500 * 1.2, 1e-2);
+  EXPECT_FLOAT_EQ(view.PanX, 1000);
+  EXPECT_FLOAT_EQ(view.PanY, 1000);
+  EXPECT_FLOAT_EQ(view.ScaleLeft, -view.ScaleWidth / 2);
+  EXPECT_FLOAT_EQ(view.ScaleTop, -view.ScaleHeight / 2);
+}
+
+TEST_F(ViewStateTest, SingleVerticalAirwayFitsAHundredSquare) {
+  Add(300, 400, 0, 300, 400, -80);
+  BuildVisibleList(ws, view);
+  FitNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 120);
+  EXPECT_FLOAT_EQ(view.ScaleHeight, 90);
+  EXPECT_FLOAT_EQ(view.PanX, 300);
+  EXPECT_FLOAT_EQ(view.PanY, 400);
+  EXPECT_EQ(view.Pivot[3], -40);  // the centre of all visible ends
+}
+
+TEST_F(ViewStateTest, FitWidensToTheWindowAndNeverFitsTighterThanTheLimit) {
+  Add(0, 0, -10, 2000, 600, -10);
+  BuildVisibleList(ws, view);
+  FitNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 2400);
+  EXPECT_FLOAT_EQ(view.PanX, 1000);
+  EXPECT_FLOAT_EQ(view.PanY, 300);
+
+  Add(3000, 3000, -10, 3003, 3004, -10);
+  ws.net.BranchCode[1] = 0;  // leave only the tiny airway in view
+  ws.net.EntryNodeId[1] = 0;
+  BuildVisibleList(ws, view);
+  FitNetwork(ws, view);
+  EXPECT_NEAR(view.ScaleWidth, 250000.0 / (0.75 * 60000) * 1.2, 1e-3);
+}
+
+TEST_F(ViewStateTest, FitWithEveryAirwayHiddenLeavesTheViewAlone) {
+  Add(0, 0, -10, 200, 0, -10);
+  ws.net.PrimaryLayerShow[1] = 0;
+  view.DisplayFlags = LineOpt::Invisible;
+  BuildVisibleList(ws, view);
+  FitNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
+}
+
+TEST_F(ViewStateTest, ZoomStopsAtItsLimitsWithAMessage) {
+  SetZoom(ws, view, 10, 7.5f);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 20);
+  EXPECT_FLOAT_EQ(view.ScaleHeight, 15);
+  SetZoom(ws, view, 2e7f, 1.5e7f);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 1e7f);
+  EXPECT_FLOAT_EQ(view.ScaleHeight, 7.5e6f);
+  SetZoom(ws, view, 500, 375);
+  EXPECT_EQ(ui.MessageTexts(),
+            (std::vector<std::string>{"Minimum Scaling Reached", "Maximum Scaling Reached"}));
+  EXPECT_FLOAT_EQ(view.ScaleLeft, -250);
+}
+
+TEST_F(ViewStateTest, ScaleCaptionCarriesThePrintRatio) {
+  ws.net.FileName = "/mines/north/deep.sim";
+  ws.net.NetworkTitle = "Level 3 upgrade";
+  view.PrintableWidthMm = 250;
+  SetScale(view, 5000, 3750, 0, 0);
+  SetScaleCaption(ws, view);
+  EXPECT_EQ(view.FrameCaption, "GALERIS [deep.sim   Level 3 upgrade] [Scale = 1:22000]");
+  ws.net.NetworkTitle.clear();
+  SetScaleCaption(ws, view);
+  EXPECT_EQ(view.FrameCaption, "GALERIS [deep.sim] [Scale = 1:22000]");
+}
+
+TEST_F(ViewStateTest, ProjectionClampsTiltAndWrapsSpin) {
+  Add(1, 0, 0, 100, 0, 0);
+  BuildVisibleList(ws, view);
+  view.Is3D = 1;
+  view.TiltStep = 3;
+  view.SpinStep = -0.5f;
+  ProjectNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.TiltAngle, kPi / 2);
+  EXPECT_NEAR(view.SpinAngle, 2 * kPi - 0.5f, 1e-5);
+  EXPECT_EQ(view.StatusRotX, "RotX 90");
+  EXPECT_EQ(view.StatusRotY, "RotY 331");
+
+  ws.net.AxisSignY = -1;
+  view.TiltStep = 0.2f;  // with the Y axis flipped the step runs the other way
+  view.SpinStep = 0;
+  ProjectNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.TiltAngle, 0);  // clamped to -pi/2..0
+}
+
+TEST_F(ViewStateTest, SpinSquareOnToTheYAxisIsNudged) {
+  view.Is3D = 1;
+  view.TiltStep = view.SpinStep = 0;
+  view.SpinAngle = kPi / 2;
+  ProjectNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.SpinAngle, kPi / 2 + kPi / 1000);
+  view.SpinAngle = 3 * kPi / 2;
+  ProjectNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.SpinAngle, 3 * kPi / 2 + kPi / 1000);
+}
+
+TEST_F(ViewStateTest, PanFollowsThePivotUnlessHeld) {
+  Add(100, 0, 0, 300, 0, 0);
+  BuildVisibleList(ws, view);
+  view.Is3D = 1;
+  view.Pivot = {0, 200, 0, 0};
+  view.PivotState = 999;
+  ProjectNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.PanX, 200);
+  view.PanHold = true;
+  view.PanX = 5;
+  ProjectNetwork(ws, view);
+  EXPECT_FLOAT_EQ(view.PanX, 5);
+  EXPECT_FALSE(view.PanHold);
+}
+
+TEST_F(ViewStateTest, ViewKindKnowsEdgeOn) {
+  EXPECT_EQ(ViewKind(view), 0);
+  view.Is3D = 1;
+  view.TiltAngle = 0.3f;
+  EXPECT_EQ(ViewKind(view), 1);
+  view.TiltAngle = kPi / 2;
+  EXPECT_EQ(ViewKind(view), 2);
+  view.TiltAngle = 3 * kPi / 2;
+  EXPECT_EQ(ViewKind(view), 2);
+  view.TiltAngle = kPi / 2 + 2 * kPi;
+  EXPECT_EQ(ViewKind(view), 1);
+  view.Is3D = 0;
+  view.TiltAngle = kPi / 2;
+  EXPECT_EQ(ViewKind(view), 0);
+}
+
+TEST_F(ViewStateTest, RotatorTurnsByThePositionInTheButton) {
+  Add(1, 0, 0, 100, 0, 0);
+  BuildVisibleList(ws, view);
+  BeginRotator(ws, view);
+  EXPECT_EQ(view.Is3D, 1);
+  EXPECT_EQ(view.PivotState, 999);
+  EXPECT_FALSE(RotatorTick(ws, view, 22, 28));  // the centre of the button holds still
+  EXPECT_FALSE(RotatorTick(ws, view, 51, 10));  // outside the button
+  EXPECT_TRUE(RotatorTick(ws, view, 7, 28));
+  EXPECT_NEAR(view.SpinAngle, kPi / 180 * 2 / 2, 1e-6);  // (22 - 7) / 15 degrees times speed / 2
+  EXPECT_EQ(view.SpinStep, 0);
+  EXPECT_TRUE(RotatorTick(ws, view, 22, 13));
+  EXPECT_NEAR(view.TiltAngle, kPi / 180, 1e-6);
+}
+
+TEST_F(ViewStateTest, DragAcrossTheWindowIsHalfATurn) {
+  Add(1, 0, 0, 100, 0, 0);
+  BuildVisibleList(ws, view);
+  const DragRotation drag = BeginDragRotation(ws, view, view.ScaleLeft + view.ScaleWidth, 0);
+  EXPECT_EQ(view.Is3D, 1);
+  DragRotate(ws, view, drag, view.ScaleLeft, 0);
+  EXPECT_NEAR(view.SpinAngle, kDragPi, 1e-3);
+}
+
+class LevelTest : public ViewStateTest {
+ protected:
+  LevelTest() {
+    ws.net.RLCount = 3;
+    ws.net.RLName[1] = "SURFACE";
+    ws.net.RLBound[1] = {0, 1200, 1000};
+    ws.net.RLName[2] = "300 Level";
+    ws.net.RLBound[2] = {0, 720, 680};
+    ws.net.RLName[3] = "400 Level";
+    ws.net.RLBound[3] = {0, 620, 580};
+  }
+};
+
+TEST_F(LevelTest, ChoosingALevelSetsItsBand) {
+  view.LevelMode = LevelModeOf::Range;
+  SelectLevel(ws, view, 2);
+  EXPECT_EQ(view.LevelMode, LevelModeOf::Single);
+  EXPECT_EQ(view.PreviousLevelMode, LevelModeOf::Range);
+  EXPECT_FLOAT_EQ(view.LevelBottom, 680);
+  EXPECT_FLOAT_EQ(view.LevelTop, 720);
+  EXPECT_FLOAT_EQ(view.WorkingRL, 700);
+  EXPECT_EQ(view.PivotState, 1);
+  EXPECT_EQ(LevelCaption(ws, view), "View 0 : 300 Level (RL 680 to 720)");
+  ToggleLevelMode(ws, view);
+  EXPECT_EQ(view.LevelMode, LevelModeOf::Range);
+}
+
+TEST_F(LevelTest, ScrollBarRunsAgainstTheList) {
+  EXPECT_EQ(LevelFromScrollBar(ws, 1), 3);
+  EXPECT_EQ(LevelFromScrollBar(ws, 3), 1);
+  EXPECT_EQ(ScrollBarFromLevel(ws, 2), 2);
+  SelectLevel(ws, view, 1);
+  StepLevel(ws, view, true);  // already at the top
+  EXPECT_EQ(view.CurrentLevel, 1);
+  StepLevel(ws, view, false);
+  EXPECT_EQ(view.CurrentLevel, 2);
+}
+
+class SavedViewTest : public ViewStateTest {
+ protected:
+  SavedViewTest() { MakePermanentViews(ws.net); }
+};
+
+TEST_F(SavedViewTest, PermanentViewsAreMadeWithTheirAngles) {
+  ASSERT_EQ(ViewNames(ws.net).size(), 5u);
+  EXPECT_EQ(ws.net.ViewName[3], " 3. Long Section");
+  EXPECT_FLOAT_EQ(ws.net.ViewValue[4][1], kPi / 2);
+  EXPECT_FLOAT_EQ(ws.net.ViewValue[4][2], -kPi / 2);
+  EXPECT_FLOAT_EQ(ws.net.ViewValue[5][2], -0.391f);
+  EXPECT_EQ(ws.net.ViewValue[1][14], 0);
+}
+
+TEST_F(SavedViewTest, PermanentViewIsMirroredOnlyInTiltAndAsksForAFit) {
+  ws.net.AxisSignY = -1;
+  LoadViewSlot(ws, view, 3);
+  EXPECT_FLOAT_EQ(view.TiltAngle, -kPi / 2);
+  EXPECT_TRUE(view.FitAfterView);
+  EXPECT_EQ(view.Is3D, 1);
+}
+
+TEST_F(SavedViewTest, SavedViewComesBackWithItsLayers) {
+  view.Is3D = 1;
+  view.TiltAngle = 0.4f;
+  view.SpinAngle = 2.0f;
+  SetScale(view, 640, 480, 120, -30);
+  view.DisplayBits = 0x2F;
+  view.ColourByAir = true;
+  view.LevelMode = LevelModeOf::Range;
+  view.LevelBottom = -100;
+  view.LevelTop = 50;
+  view.Pivot = {0, 7, 8, 9};
+  ws.net.PrimaryLayerShow[3] = 0;
+  ws.net.SecondLayerShow[30] = 0;
+  ui.QueueInput("Shaft area");
+  const int slot = SaveNamedView(ws, view);
+  ASSERT_EQ(slot, 6);
+
+  ViewState other = MakeViewState(ws);
+  other.Is3D = 1;
+  for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
+  for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
+  ASSERT_TRUE(ApplyNamedView(ws, other, "Shaft area"));
+  EXPECT_FLOAT_EQ(other.ScaleWidth, 640);
+  EXPECT_EQ(other.DisplayBits, 0x2F);
+  EXPECT_TRUE(other.ColourByAir);
+  EXPECT_EQ(other.LevelMode, LevelModeOf::Range);
+  EXPECT_FLOAT_EQ(other.LevelTop, 50);
+  EXPECT_EQ(ws.net.PrimaryLayerShow[3], 0);
+  EXPECT_EQ(ws.net.PrimaryLayerShow[4], -1);
+  EXPECT_EQ(ws.net.SecondLayerShow[30], 0);
+  EXPECT_EQ(ws.net.SecondLayerShow[24], -1);
+  EXPECT_FLOAT_EQ(other.TiltAngle, 0.4f);
+}
+
+TEST_F(SavedViewTest, OldStyleSlotKeepsItsPanInTheCorner) {
+  ws.net.ViewName[7] = "old";
+  auto& v = ws.net.ViewValue[7];
+  v[3] = 0;  // left edge 0 instead of minus half the width
+  v[4] = 0;
+  v[5] = 400;
+  v[6] = 300;
+  v[14] = 1;
+  LoadViewSlot(ws, view, 7);
+  EXPECT_FLOAT_EQ(view.ScaleLeft, -200);
+  EXPECT_EQ(view.PivotState, 1);  // rebuilt from 0 by the projection pass
+}
+
+TEST_F(SavedViewTest, NamesAreCheckedBeforeSaving) {
+  ui.QueueInput("north,south");
+  EXPECT_EQ(SaveNamedView(ws, view), 0);
+  ui.QueueInput("say \"hi\"");
+  EXPECT_EQ(SaveNamedView(ws, view), 0);
+  ui.QueueInput(std::string("\tTab"));
+  EXPECT_EQ(SaveNamedView(ws, view), 0);
+  ui.QueueInput(std::nullopt);
+  EXPECT_EQ(SaveNamedView(ws, view), 0);
+  EXPECT_EQ(ui.MessageTexts(), (std::vector<std::string>{"No commas allowed in name !",
+                                                         "Invalid view name",
+                                                         "Invalid view name"}));
+  EXPECT_EQ(ui.Records()[0].title, "View Name");
+  EXPECT_EQ(ui.Records()[0].text, "Enter name of view");
+}
+
+TEST_F(SavedViewTest, ExistingNameAsksBeforeOverwriting) {
+  ui.QueueInput("Decline");
+  ASSERT_EQ(SaveNamedView(ws, view), 6);
+  ui.QueueInput("Decline");
+  ui.QueueAnswer(MsgAnswer::No);
+  EXPECT_EQ(SaveNamedView(ws, view), 0);
+  ui.QueueInput("Decline");
+  ui.QueueAnswer(MsgAnswer::Yes);
+  EXPECT_EQ(SaveNamedView(ws, view), 6);
+  const auto& r = ui.Records();
+  EXPECT_EQ(r.back().title, "Overwrite view");
+  EXPECT_EQ(r.back().text, "There is already a view with that name!\nDo you wish to overwrite ?");
+}
+
+TEST_F(SavedViewTest, FullListRefusesAnotherView) {
+  for (int slot = 6; slot <= kLastUserView; ++slot) ws.net.ViewName[slot] = "v" + std::to_string(slot);
+  ui.QueueInput("one more");
+  EXPECT_EQ(SaveNamedView(ws, view), 0);
+  EXPECT_TRUE(ui.Said("No view slots available to save view"));
+}
+
+TEST_F(SavedViewTest, DeletingGuardsThePermanentViews) {
+  EXPECT_FALSE(DeleteNamedView(ws, 4));
+  EXPECT_TRUE(ui.Said("Permanent view - cannot delete!"));
+  ui.QueueInput("Stope");
+  ASSERT_EQ(SaveNamedView(ws, view), 6);
+  ui.QueueAnswer(MsgAnswer::Yes);
+  EXPECT_TRUE(DeleteNamedView(ws, 5));
+  EXPECT_TRUE(ws.net.ViewName[6].empty());
+  EXPECT_EQ(ws.net.ViewValue[6][5], 0);
+  EXPECT_EQ(ui.Records().back().title, "Delete View");
+}
+
+TEST_F(SavedViewTest, UnknownViewSaysSo) {
+  view.Is3D = 1;
+  EXPECT_FALSE(ApplyNamedView(ws, view, "nowhere"));
+  EXPECT_TRUE(ui.Said("Error - could not load view"));
+}
+
+}  // namespace
+}  // namespace galeris

@@ -1,0 +1,45 @@
+// The view's canvas on a QPainter: world units mapped onto the painter's pixels, a fixed font
+// family, and the symbol pictures drawn in code once and scaled on demand.
+#pragma once
+
+#include <QFont>
+#include <QImage>
+#include <QPainter>
+#include <QSize>
+
+#include "view/canvas.h"
+
+namespace galeris {
+
+class QPainterCanvas : public Canvas {
+ public:
+  QPainterCanvas(QPainter& painter, QSize pixels, const QString& fontFamily = "DejaVu Sans");
+
+  void SetScale(float left, float top, float width, float height) override;
+  void Clear(Colour background) override;
+  void Line(float x1, float y1, float x2, float y2, Colour colour, int penWidth,
+            LineStyle style) override;
+  void Text(float x, float y, std::string_view text, Colour colour, float size) override;
+  float TextWidth(std::string_view text, float size) override;
+  float TextHeight(std::string_view text, float size) override;
+  void Bitmap(int picture, float left, float top, float width, float height) override;
+  void Circle(float x, float y, float radius, Colour colour) override;
+  void FillRect(float left, float top, float width, float height, Colour colour) override;
+
+ private:
+  QPointF ToPixels(float x, float y) const;
+  const QFont& FontOf(float size);
+
+  QPainter& painter_;
+  QSize pixels_;
+  float left_ = 0, top_ = 0, scaleX_ = 1, scaleY_ = 1;
+  QFont font_;
+  float fontSize_ = -1;
+};
+
+QColor ToQColor(Colour colour);
+
+// The symbol picture of that position, drawn anew at the given pixel size (cached by size).
+const QImage& SymbolPicture(int picture, int pixelSize);
+
+}  // namespace galeris
