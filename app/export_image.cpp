@@ -169,11 +169,8 @@ int RunExportImage(int argc, char** argv) {
     LoadViewSlot(ws, view, slot);
     fit = slot <= kPermanentViews || ws.net.ViewValue[slot][5] == 0;
   }
-  if (fit) {
-    ProjectNetwork(ws, view);
-    FitNetwork(ws, view);
-  }
   ProjectNetwork(ws, view);
+  if (fit) FitNetwork(ws, view);
   if (!ExportPicture(ws, view, QString::fromStdString(request->output), request->size)) return 3;
   return 0;
 }

@@ -61,7 +61,6 @@ void FrmWindow::Fit() {
   BuildVisibleList(ws_, view_);
   ProjectNetwork(ws_, view_);
   FitNetwork(ws_, view_);
-  ProjectNetwork(ws_, view_);
   fitted_ = true;
   Announce();
   Repaint(false);

@@ -62,7 +62,11 @@ void BM_PipelineWithoutSweeps(benchmark::State& state) {
   state.counters["meshes"] = ws.sim.MeshCount;
   state.counters["status"] = ws.sim.SimStatus;
 }
-BENCHMARK(BM_PipelineWithoutSweeps)->Arg(1000)->Arg(10000)->Arg(30000)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_PipelineWithoutSweeps)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(30000)
+    ->Unit(benchmark::kMillisecond);
 
 void BM_BalanceSweep(benchmark::State& state) {
   Workspace& ws = Mine(static_cast<int>(state.range(0)));

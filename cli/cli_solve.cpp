@@ -44,14 +44,20 @@ bool ParseCount(const std::string& text, int& value) {
   return ec == std::errc() && p == end && value >= 0;
 }
 
+// A balancing left short of convergence (the last question answered No) still stands as a
+// result, but a script must hear of it: it counts as a warning.
+bool Warned(const SimRun& run) {
+  return run.SimStatus == 2 || (run.Sweeps > 0 && !run.Converged);
+}
+
 const char* StatusWord(const SimOutcome& outcome, const SimRun& run) {
   if (!outcome.Ran || run.SimStatus == 1) return "failed";
-  return run.SimStatus == 2 ? "warnings" : "clean";
+  return Warned(run) ? "warnings" : "clean";
 }
 
 int ExitCode(const SimOutcome& outcome, const SimRun& run) {
   if (!outcome.Ran || run.SimStatus == 1) return kExitFailed;
-  return run.SimStatus == 2 ? kExitWarnings : kExitOk;
+  return Warned(run) ? kExitWarnings : kExitOk;
 }
 
 // A "yes" on the command line keeps balancing only so many times, so a script never hangs on

@@ -13,6 +13,7 @@ struct SimRun {
   std::uint8_t ShowProgress = 1; // 1 show the progress form; 0 a quiet run
   std::int16_t MeshCount = 0;
   std::int32_t Sweeps = 0;       // sweeps of the last balancing
+  bool Converged = false;        // the last balancing ended with every mesh within MaxError
   bool RestrictionFound = false;
   bool AirwayReversed = false;
   bool Running = false;          // a run is under way: no other simulation may start

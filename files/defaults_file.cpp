@@ -79,8 +79,12 @@ bool IsBlankText(const std::string& text) {
 
 // ---- Printing ----------------------------------------------------------------------------
 
+// A name holding a tab or a line end would shift every later field of the file.
 std::string FieldText(const std::string& value) {
-  return value;
+  std::string text = value;
+  for (char& c : text)
+    if (c == '\t' || c == '\r' || c == '\n') c = ' ';
+  return text;
 }
 std::string FieldText(double value) {
   return PrintNumber(value);

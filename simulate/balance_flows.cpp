@@ -34,7 +34,8 @@ bool KeepOnSimulating(Workspace& ws, int meshCount, int unconverged) {
   if (meshCount > 0)
     percent = static_cast<int>(
         std::floor(static_cast<double>(meshCount - unconverged) / meshCount * 100.0));
-  if (percent == 100) return false;
+  ws.sim.Converged = percent == 100;
+  if (ws.sim.Converged) return false;
   return ws.ui.Message("Your Network only has a convergence of " + std::to_string(percent) +
                            "%\nDo you wish to keep on simulating ?",
                        MsgButtons::YesNo, MsgIcon::Question,
@@ -130,6 +131,7 @@ void BalanceFlows(Workspace& ws) {
   const int maxIter = ws.defaults.MaxIter;
   SuperposeStartFlows(ws.net, run.MeshCount);
   run.Sweeps = 0;
+  run.Converged = false;
   for (;;) {
     int sweep = 0;
     SweepResult last;

@@ -9,11 +9,15 @@
 namespace galeris {
 namespace {
 
-bool IsNamed(const std::string& name) { return name.find_first_not_of(' ') != std::string::npos; }
+bool IsNamed(const std::string& name) {
+  return name.find_first_not_of(' ') != std::string::npos;
+}
 
 // A number as the system prints it into a message: a leading blank when not negative.
 std::string SignedNumber(int value) {
-  return value < 0 ? std::to_string(value) : " " + std::to_string(value);
+  std::string text = std::to_string(value);
+  if (value >= 0) text.insert(text.begin(), ' ');
+  return text;
 }
 
 // Extends fan type f with point 11; false when its curve is invalid.

@@ -86,9 +86,8 @@ int FirstEntryAt(const Network& net, Key key) {
 std::vector<int> IndexByKey(const std::vector<Key>& keys, int count) {
   std::vector<int> order(static_cast<std::size_t>(count));
   for (int j = 1; j <= count; ++j) order[j - 1] = j;
-  std::sort(order.begin(), order.end(), [&keys](int a, int b) {
-    return keys[a] != keys[b] ? keys[a] < keys[b] : a < b;
-  });
+  std::sort(order.begin(), order.end(),
+            [&keys](int a, int b) { return keys[a] != keys[b] ? keys[a] < keys[b] : a < b; });
   return order;
 }
 
@@ -136,9 +135,8 @@ void ResolveFanLoads(Workspace& ws) {
   }
   for (int i = 1; i <= net.BranchCount; ++i) {
     if (net.FanSlot[i] == 0) continue;
-    const FanPoint fan =
-        EvaluateFanCurve(net, static_cast<int>(net.FanSlot[i]), net.Quantity[i], i,
-                         net.Pressure[i]);
+    const FanPoint fan = EvaluateFanCurve(net, static_cast<int>(net.FanSlot[i]), net.Quantity[i], i,
+                                          net.Pressure[i]);
     net.FanSlot[i] = fan.State == FanOnCurve ? fan.FanP : 9999.0f * fan.State;
   }
   for (int i = 1; i <= net.BranchCount; ++i)
@@ -320,8 +318,7 @@ double FanInputPower(const Workspace& ws, int i) {
   const double eff = EvaluateFanEfficiency(ws, i);
   if (eff == 0) return 0;
   const double vp = FanVelocityPressure(ws, i);
-  return ((1.0 - net.CurveFraction[i] / 100.0) * vp + p) * net.Quantity[i] / 1000.0 /
-         (eff / 100.0);
+  return ((1.0 - net.CurveFraction[i] / 100.0) * vp + p) * net.Quantity[i] / 1000.0 / (eff / 100.0);
 }
 
 double YearlyPowerCost(const Workspace& ws, int i) {

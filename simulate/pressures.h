@@ -37,8 +37,8 @@ void ReverseAirway(Network& net, int i);
 void BuildNodeLinks(Workspace& ws);
 
 // Derived values, SI units.
-double AirwayPressureDrop(const Network& net, int i);  // R Q^2, Pa
-double AirPower(const Network& net, int i);            // Q^3 R / 1000, kW
+double AirwayPressureDrop(const Network& net, int i);    // R Q^2, Pa
+double AirPower(const Network& net, int i);              // Q^3 R / 1000, kW
 double FanVelocityPressure(const Workspace& ws, int i);  // Pa; 0 stalled, negated or no fan
 double FanInputPower(const Workspace& ws, int i);        // kW
 double YearlyPowerCost(const Workspace& ws, int i);

@@ -12,7 +12,9 @@ namespace {
 
 constexpr std::uint8_t kCancel = 255;
 
-bool Cancelled(const Workspace& ws) { return ws.sim.SimCancel == kCancel; }
+bool Cancelled(const Workspace& ws) {
+  return ws.sim.SimCancel == kCancel;
+}
 
 // The plain answer of a diagnostic command that found nothing.
 void ReportCleanDiagnostic(Workspace& ws) {

@@ -42,6 +42,7 @@ void RasterCanvas::FillPixels(int x1, int y1, int x2, int y2, Colour colour) {
   y1 = std::max(y1, 0);
   x2 = std::min(x2, width_ - 1);
   y2 = std::min(y2, height_ - 1);
+  if (x1 > x2 || y1 > y2) return;
   for (int y = y1; y <= y2; ++y) {
     std::fill(pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_ + x1,
               pixels_.begin() + static_cast<std::ptrdiff_t>(y) * width_ + x2 + 1, colour);

@@ -673,7 +673,6 @@ bool ApplyNamedView(Workspace& ws, ViewState& view, const std::string& name) {
   LoadViewSlot(ws, view, slot);
   if (view.FitAfterView) {
     FitNetwork(ws, view);
-    ProjectNetwork(ws, view);
     view.FitAfterView = false;
   }
   SetScaleCaption(ws, view);

@@ -132,7 +132,7 @@ void RecentFilesTest::MenuTextsAreShortenedAndEscaped() {
   QVERIFY(shortened.startsWith("/home/..") );
   QVERIFY(shortened.endsWith("/north.sim"));
   QCOMPARE(ShortenedPath("C:\\Mines\\Deep\\Very\\Long\\Folder\\Names\\Here\\and\\more\\mine.sim"),
-           QString("C:\\Mines\\..\\Here\\and\\more\\mine.sim"));
+           QString("C:\\Mines\\..\\Names\\Here\\and\\more\\mine.sim"));
   QCOMPARE(RecentMenuText(2, "/mines/R&D/test.sim"), QString("&2 /mines/R&&D/test.sim"));
 }
 

@@ -216,6 +216,22 @@ TEST(DefaultsFile, WrittenThenReadBackIdentical) {
   EXPECT_EQ(test::ReadFile(q.DefaultsPath()), saved);
 }
 
+TEST(DefaultsFile, NamesCannotBreakTheLines) {
+  Program p;
+  p.ws.defaults.WallName[2] = "Lined\tDrive\r\n";
+  p.ws.defaults.SurfaceName = "TOP\tRL";
+  p.ws.defaults.MaxIter = 66;
+  SaveDefaults(p.ws);
+  Program q;
+  q.WriteDefaults(test::ReadFile(p.DefaultsPath()));
+  LoadDefaults(q.ws);
+  EXPECT_TRUE(q.ui.Records().empty());
+  EXPECT_EQ(q.ws.defaults.WallName[2], "Lined Drive  ");
+  EXPECT_EQ(q.ws.defaults.WallName[3], "Raisebored Airway");
+  EXPECT_EQ(q.ws.defaults.SurfaceName, "TOP RL");
+  EXPECT_EQ(q.ws.defaults.MaxIter, 66);
+}
+
 TEST(DefaultsFile, CurveFractionDoesNotSurviveAReload) {
   Program p;
   p.ws.defaults.DefaultCurveFraction = 60;

@@ -84,6 +84,7 @@ TEST_F(ParallelPair, SplitsByTheSquareLaw) {
   EXPECT_NEAR(net.Quantity[fixed], 45.0, 0.01);
   EXPECT_NEAR(net.Quantity[r1], 30.0, 0.01);
   EXPECT_NEAR(net.Quantity[r2], 15.0, 0.01);
+  EXPECT_TRUE(ws.sim.Converged);
   EXPECT_EQ(ws.sim.SimStatus, 0);
   EXPECT_TRUE(ui.MessageTexts().empty());
   EXPECT_GT(ui.YieldCount(), 0);
@@ -118,8 +119,10 @@ TEST_F(ParallelPair, SweepsUsedUpAskToGoOn) {
   ASSERT_EQ(texts.size(), 2u);
   EXPECT_EQ(ui.Records()[0].title, "Convergence Warning");
   EXPECT_EQ(ui.Records()[0].buttons, MsgButtons::YesNo);
-  EXPECT_EQ(texts[0], "Your Network only has a convergence of 0%\nDo you wish to keep on simulating ?");
+  EXPECT_EQ(texts[0],
+            "Your Network only has a convergence of 0%\nDo you wish to keep on simulating ?");
   EXPECT_EQ(ws.sim.Sweeps, 2);
+  EXPECT_FALSE(ws.sim.Converged);
   EXPECT_EQ(ws.sim.SimStatus, 0);  // No keeps the flows and the run goes on
 }
 

@@ -281,8 +281,7 @@ void PlainNodePressures(Network& net) {
 }
 
 // Node links as two quadratic passes.
-void PlainNodeLinks(Network& net, std::vector<std::int16_t>& links,
-                    std::vector<LinkRange>& range) {
+void PlainNodeLinks(Network& net, std::vector<std::int16_t>& links, std::vector<LinkRange>& range) {
   int pos = 0;
   for (int end = 1; end <= 2; ++end) {
     for (int i = 1; i <= net.BranchCount; ++i) {
@@ -335,8 +334,7 @@ TEST(NodePressures, FastWalkEqualsThePlainPassesOnRandomNetworks) {
     RandomNetwork(ws.net, rng, airways, nodes, trial % 10 != 0);
     PropagateNodePressures(ws);
     const std::vector<float> to(ws.net.ToNodeP.begin(), ws.net.ToNodeP.begin() + airways + 1);
-    const std::vector<float> from(ws.net.FromNodeP.begin(),
-                                  ws.net.FromNodeP.begin() + airways + 1);
+    const std::vector<float> from(ws.net.FromNodeP.begin(), ws.net.FromNodeP.begin() + airways + 1);
     PlainNodePressures(ws.net);
     for (int i = 1; i <= airways; ++i) {
       ASSERT_EQ(to[i], ws.net.ToNodeP[i]) << "trial " << trial << " airway " << i;

@@ -103,10 +103,10 @@ inline int RandomMine(Workspace& ws, int levels, int n, unsigned seed) {
 }
 
 struct PhysicsReport {
-  double worstContinuity = 0;  // m3/s
-  double worstLoop = 0;        // Pa
+  double worstContinuity = 0;    // m3/s
+  double worstLoop = 0;          // Pa
   double worstNodePressure = 0;  // Pa, the run's FromNodeP and ToNodeP against the fresh ones
-  double loopTolerance = 0;    // Pa, what MaxError allows
+  double loopTolerance = 0;      // Pa, what MaxError allows
 };
 
 // Continuity at every node, and a pressure at every node found afresh from the solved flows
@@ -127,14 +127,14 @@ inline PhysicsReport CheckPhysics(Workspace& ws) {
     double d = -net.Resistance[i] * q * std::fabs(q);
     double slope = 0;
     if (net.FanSlot[i] != 0) {
-      const FanPoint fan = EvaluateFanCurve(net, static_cast<int>(net.FanSlot[i]),
-                                            net.Quantity[i], i, net.Pressure[i]);
+      const FanPoint fan = EvaluateFanCurve(net, static_cast<int>(net.FanSlot[i]), net.Quantity[i],
+                                            i, net.Pressure[i]);
       d += fan.FanP;
       slope = fan.Slope;
     }
     drop[i] = d;
-    free[i] = !(net.BranchCode[i] & Bit::FixedQuantity) &&
-              net.Resistance[i] < ws.defaults.HighResistance;
+    free[i] =
+        !(net.BranchCode[i] & Bit::FixedQuantity) && net.Resistance[i] < ws.defaults.HighResistance;
     if (free[i]) denominators += 2 * net.Resistance[i] * std::fabs(q) - slope;
   }
   for (const auto& [key, sum] : balance)
@@ -164,9 +164,9 @@ inline PhysicsReport CheckPhysics(Workspace& ws) {
   for (int i = 1; i <= net.BranchCount; ++i) {
     const Key a = net.EntryNodeId[i], b = net.ExitNodeId[i];
     if (net.ToNodeP[i] == kUnreached || !p.count(a) || !p.count(b)) continue;
-    report.worstNodePressure = std::max({report.worstNodePressure,
-                                         std::fabs(net.FromNodeP[i] - p[a]),
-                                         std::fabs(net.ToNodeP[i] - p[b])});
+    report.worstNodePressure =
+        std::max({report.worstNodePressure, std::fabs(net.FromNodeP[i] - p[a]),
+                  std::fabs(net.ToNodeP[i] - p[b])});
   }
   report.loopTolerance = ws.defaults.MaxError * denominators;
   return report;

@@ -1,0 +1,120 @@
+// The stages before balancing on a generated 30 000-airway mine: the sort (with its clean-up),
+// the checks, the weighing and the meshes, each alone and all four as one run does them.
+#include <benchmark/benchmark.h>
+
+#include "core/headless_ui.h"
+#include "simulate/mesh_builder.h"
+#include "simulate/network_checks.h"
+#include "simulate/sort_airways.h"
+#include "tools/mine_generator.h"
+
+namespace galeris {
+namespace {
+
+constexpr int kAirways = 30000;
+
+// One generated mine with its node keys, as the stages find it at the start of a run.
+struct Mine {
+  HeadlessUi ui{HeadlessUi::Policy::AlwaysNo};
+  Workspace ws{ui};
+  Network fresh;
+  Network sorted;
+  Mine() {
+    GenerateMine(ws, kAirways);
+    RebuildNodes(ws.net, ws.defaults, ws.ui);
+    fresh = ws.net;
+    SortAirways(ws);
+    sorted = ws.net;
+  }
+};
+
+Mine& TheMine() {
+  static Mine mine;
+  return mine;
+}
+
+void Restart(Mine& mine, const Network& from, benchmark::State& state) {
+  state.PauseTiming();
+  mine.ws.net = from;
+  mine.ws.sim = SimRun{};
+  state.ResumeTiming();
+}
+
+void BM_SortGeneratedOrder(benchmark::State& state) {
+  Mine& mine = TheMine();
+  for (auto _ : state) {
+    Restart(mine, mine.fresh, state);
+    SortAirways(mine.ws);
+  }
+}
+BENCHMARK(BM_SortGeneratedOrder)->Unit(benchmark::kMillisecond);
+
+void BM_SortAlreadySorted(benchmark::State& state) {
+  Mine& mine = TheMine();
+  for (auto _ : state) {
+    Restart(mine, mine.sorted, state);
+    SortAirways(mine.ws);
+  }
+}
+BENCHMARK(BM_SortAlreadySorted)->Unit(benchmark::kMillisecond);
+
+void BM_CheckNetwork(benchmark::State& state) {
+  Mine& mine = TheMine();
+  for (auto _ : state) {
+    Restart(mine, mine.sorted, state);
+    CheckNetwork(mine.ws);
+  }
+}
+BENCHMARK(BM_CheckNetwork)->Unit(benchmark::kMillisecond);
+
+void BM_WeighAirways(benchmark::State& state) {
+  Mine& mine = TheMine();
+  for (auto _ : state) {
+    Restart(mine, mine.sorted, state);
+    WeighAirways(mine.ws);
+  }
+}
+BENCHMARK(BM_WeighAirways)->Unit(benchmark::kMillisecond);
+
+void BM_BuildMeshes(benchmark::State& state) {
+  Mine& mine = TheMine();
+  mine.ws.net = mine.sorted;
+  CheckNetwork(mine.ws);
+  WeighAirways(mine.ws);
+  const Network checked = mine.ws.net;
+  for (auto _ : state) {
+    Restart(mine, checked, state);
+    BuildMeshes(mine.ws);
+  }
+  state.counters["meshes"] = mine.ws.sim.MeshCount;
+}
+BENCHMARK(BM_BuildMeshes)->Unit(benchmark::kMillisecond);
+
+// What a run spends before balancing, on a store left sorted by the previous run.
+void BM_SortCheckWeighMesh(benchmark::State& state) {
+  Mine& mine = TheMine();
+  for (auto _ : state) {
+    Restart(mine, mine.sorted, state);
+    SortAirways(mine.ws);
+    CheckNetwork(mine.ws);
+    WeighAirways(mine.ws);
+    BuildMeshes(mine.ws);
+  }
+  state.counters["meshes"] = mine.ws.sim.MeshCount;
+}
+BENCHMARK(BM_SortCheckWeighMesh)->Unit(benchmark::kMillisecond);
+
+void BM_SortCheckWeighMeshFromGeneratedOrder(benchmark::State& state) {
+  Mine& mine = TheMine();
+  for (auto _ : state) {
+    Restart(mine, mine.fresh, state);
+    SortAirways(mine.ws);
+    CheckNetwork(mine.ws);
+    WeighAirways(mine.ws);
+    BuildMeshes(mine.ws);
+  }
+}
+BENCHMARK(BM_SortCheckWeighMeshFromGeneratedOrder)->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace galeris

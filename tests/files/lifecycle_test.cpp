@@ -1,0 +1,223 @@
+// The program's life on the engine side: start-up loads, New, Open, Save As, the recovery file
+// and its timer, the questions at exit and the recent-file list.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "files/fan_database.h"
+#include "files/lifecycle.h"
+#include "files/network_file.h"
+#include "tests/files/network_test_support.h"
+
+namespace galeris {
+namespace {
+
+using test::FileFixture;
+using test::ReadFile;
+using test::WriteFile;
+
+bool Exists(const std::string& path) { return std::filesystem::exists(path); }
+
+TEST(Lifecycle, CommandLineNamesEndInSimOrSmm) {
+  EXPECT_TRUE(IsNetworkFileName("/a/b/mine.sim"));
+  EXPECT_TRUE(IsNetworkFileName("MINE.SMM"));
+  EXPECT_TRUE(IsNetworkFileName("x.SiM"));
+  EXPECT_FALSE(IsNetworkFileName("mine.dxf"));
+  EXPECT_FALSE(IsNetworkFileName("sim"));
+  EXPECT_FALSE(IsNetworkFileName(""));
+}
+
+TEST(RecentFiles, NewNamesPushTheOldestOut) {
+  FileFixture fx;
+  for (int i = 1; i <= 10; ++i) PushRecentFile(fx.ws, "f" + std::to_string(i));
+  EXPECT_EQ(fx.ws.RecentFiles[1], "f10");
+  EXPECT_EQ(fx.ws.RecentFiles[9], "f2");
+  PushRecentFile(fx.ws, "f8");  // entry 3 moves to the head, the others keep their order
+  EXPECT_EQ(fx.ws.RecentFiles[1], "f8");
+  EXPECT_EQ(fx.ws.RecentFiles[2], "f10");
+  EXPECT_EQ(fx.ws.RecentFiles[3], "f9");
+  EXPECT_EQ(fx.ws.RecentFiles[4], "f7");
+  EXPECT_EQ(fx.ws.RecentFiles[9], "f2");
+}
+
+TEST(RecentFiles, OldListFileIsReadOnceAndDeleted) {
+  FileFixture fx;
+  EXPECT_FALSE(ReadOldRecentList(fx.ws));
+  WriteFile(fx.dir + "Galeris.old", "a.sim\r\nb.sim\r\nc.sim\r\nd.sim\r\ne.sim\r\n");
+  EXPECT_TRUE(ReadOldRecentList(fx.ws));
+  EXPECT_EQ(fx.ws.RecentFiles[1], "a.sim");
+  EXPECT_EQ(fx.ws.RecentFiles[4], "d.sim");
+  EXPECT_EQ(fx.ws.RecentFiles[5], "");
+  EXPECT_FALSE(Exists(fx.dir + "Galeris.old"));
+}
+
+TEST(Lifecycle, StartUpLoadsTheSettingsFilesInOrder) {
+  FileFixture fx;
+  FileFixture maker;
+  maker.ws.paths = fx.ws.paths;
+  maker.ws.net.FanName[4] = "From the database";
+  maker.ws.net.CurveP[4][1][1] = 100;
+  ASSERT_TRUE(SaveFanDatabase(maker.ws));
+  StartUp(fx.ws);
+  EXPECT_EQ(fx.ws.net.FanName[4], "From the database");
+  EXPECT_EQ(fx.ws.net.RLName[1], "SURFACE");
+  EXPECT_EQ(fx.ws.net.RLName[2], "U/Ground");
+  EXPECT_EQ(fx.ws.defaults.ResName[2], "Steel Door");
+}
+
+TEST(Lifecycle, NewAsksWhenThereIsSomethingToLose) {
+  FileFixture fx;
+  EXPECT_TRUE(NewNetwork(fx.ws));  // nothing there: no question
+  EXPECT_TRUE(fx.ui.Records().empty());
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.ViewName[1] = " 1. Default View";
+  fx.ui.QueueAnswer(MsgAnswer::Cancel);
+  EXPECT_FALSE(NewNetwork(fx.ws));
+  EXPECT_EQ(fx.ui.Records()[0].title, "Data Exists");
+  EXPECT_EQ(fx.ui.Records()[0].text, "Current Data will be lost ?");
+  EXPECT_EQ(fx.ui.Records()[0].buttons, MsgButtons::OKCancel);
+  EXPECT_EQ(fx.ws.net.BranchCount, 5);
+  fx.ui.QueueAnswer(MsgAnswer::OK);
+  EXPECT_TRUE(NewNetwork(fx.ws));
+  EXPECT_EQ(fx.ws.net.BranchCount, 0);
+  EXPECT_EQ(fx.ws.net.NetworkTitle, "");
+  EXPECT_EQ(fx.ws.net.FileNote, "");
+  EXPECT_EQ(fx.ws.net.RLName[2], "");
+  EXPECT_EQ(fx.ws.net.ViewName[6], "");
+  EXPECT_EQ(fx.ws.net.ViewName[1], " 1. Default View");  // the permanent views stay
+  EXPECT_EQ(fx.ws.net.PrimaryLayerName[2], "");
+  EXPECT_EQ(fx.ws.net.PrimaryLayerShow[12], -1);
+  EXPECT_EQ(fx.ws.net.TextUsed[1], 0);
+}
+
+TEST(Lifecycle, SaveChangesFirstAnswers) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  bool saveAs = false;
+  fx.ws.net.NetworkSaved = 0xFF;
+  EXPECT_TRUE(SaveChangesFirst(fx.ws, "Network Data is not saved - Save it?", saveAs));
+  EXPECT_TRUE(fx.ui.Records().empty());
+  MarkNetworkChanged(fx.ws);
+  fx.ui.QueueAnswer(MsgAnswer::Cancel);
+  EXPECT_FALSE(SaveChangesFirst(fx.ws, "Network Data is not saved - Save it?", saveAs));
+  EXPECT_EQ(fx.ui.Records()[0].buttons, MsgButtons::YesNoCancel);
+  fx.ui.QueueAnswer(MsgAnswer::Yes);
+  EXPECT_TRUE(SaveChangesFirst(fx.ws, "Network Data is not saved - Save it?", saveAs));
+  EXPECT_TRUE(saveAs);  // no name yet: Save As is the caller's
+  fx.ws.net.FileName = fx.dir + "named.sim";
+  fx.ui.QueueAnswer(MsgAnswer::Yes);
+  EXPECT_TRUE(SaveChangesFirst(fx.ws, "Network Data is not saved - Save it?", saveAs));
+  EXPECT_FALSE(saveAs);
+  EXPECT_TRUE(Exists(fx.dir + "named.sim"));
+  EXPECT_EQ(fx.ws.net.NetworkSaved, 0xFF);
+}
+
+TEST(Lifecycle, OpenKeepsTheOpenNetworksNameWhenTheFileIsRefused) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.FileName = fx.dir + "open.sim";
+  EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "missing.sim"));
+  EXPECT_EQ(fx.ui.MessageTexts().back(), "ERROR 53: That file doesn't exist.");
+  EXPECT_EQ(fx.ws.net.FileName, fx.dir + "open.sim");
+  EXPECT_EQ(fx.ws.RecentFiles[1], fx.dir + "missing.sim");
+  EXPECT_EQ(fx.ws.net.BranchCount, 5);
+}
+
+TEST(Lifecycle, SaveAsRefusesBadNames) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  EXPECT_FALSE(SaveNetworkAs(fx.ws, ""));
+  EXPECT_FALSE(SaveNetworkAs(fx.ws, fx.dir));
+  EXPECT_FALSE(SaveNetworkAs(fx.ws, fx.dir + "no/such/folder/x.sim"));
+  for (const auto& text : fx.ui.MessageTexts()) EXPECT_EQ(text, "Error Save File - Check Name");
+  EXPECT_EQ(fx.ui.MessageTexts().size(), 3u);
+  EXPECT_EQ(fx.ws.net.FileName, "");
+  EXPECT_TRUE(SaveNetworkAs(fx.ws, fx.dir + "good.sim"));
+  EXPECT_EQ(fx.ws.net.FileName, fx.dir + "good.sim");
+  EXPECT_FALSE(fx.ws.MasterMode);
+}
+
+TEST(Recovery, AutosaveWritesEveryEleventhTickWithoutTouchingTheNetwork) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.FileName = fx.dir + "mine.sim";
+  MarkNetworkChanged(fx.ws);
+  int ticks = 0;
+  AutosaveTick(fx.ws, ticks);
+  EXPECT_EQ(ticks, 0);  // auto-save is off
+  fx.ws.defaults.AutoSaveMinutes = 5;
+  for (int i = 0; i < 10; ++i) AutosaveTick(fx.ws, ticks);
+  EXPECT_FALSE(Exists(fx.dir + "tempsim.sim"));
+  AutosaveTick(fx.ws, ticks);
+  EXPECT_EQ(ticks, 0);
+  EXPECT_TRUE(Exists(fx.dir + "tempsim.sim"));
+  EXPECT_EQ(fx.ws.net.FileName, fx.dir + "mine.sim");
+  EXPECT_EQ(fx.ws.net.NetworkSaved, 0);
+  EXPECT_TRUE(fx.ui.Records().empty());
+}
+
+TEST(Recovery, OfferedAtStartAndReloadedWithoutAName) {
+  FileFixture fx;
+  EXPECT_FALSE(OfferRecovery(fx.ws));
+  EXPECT_TRUE(fx.ui.Records().empty());
+  test::BuildSampleNetwork(fx.ws);
+  ASSERT_TRUE(SaveNetwork(fx.ws, 1));
+
+  FileFixture next;
+  next.ws.paths = fx.ws.paths;
+  next.ui.QueueAnswer(MsgAnswer::No);
+  EXPECT_FALSE(OfferRecovery(next.ws));
+  EXPECT_EQ(next.ui.Records()[0].title, "Auto save recovery");
+  EXPECT_EQ(next.ui.Records()[0].text,
+            "An autosaved recovery file exists - do you wish to load this file");
+  EXPECT_TRUE(Exists(fx.dir + "tempsim.sim"));  // it stays until a normal exit
+  next.ui.QueueAnswer(MsgAnswer::Yes);
+  EXPECT_TRUE(OfferRecovery(next.ws));
+  EXPECT_EQ(next.ws.net.BranchCount, 5);
+  EXPECT_EQ(next.ws.net.FileName, "");
+  EXPECT_EQ(next.ws.net.NetworkSaved, 0xFF);
+  EXPECT_EQ(next.ws.RecentFiles[1], "");  // the recovery file is no recent file
+}
+
+TEST(Exit, QuestionsThenTheRecoveryFileGoes) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  ASSERT_TRUE(SaveNetwork(fx.ws, 1));
+  MarkNetworkChanged(fx.ws);
+  fx.ws.DefaultsSaved = 0;
+  bool saveAs = false;
+  fx.ui.QueueAnswer(MsgAnswer::Cancel);
+  EXPECT_FALSE(QueryUnload(fx.ws, saveAs));
+  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{"Galeris data is not saved - Save it?"});
+  EXPECT_TRUE(Exists(fx.dir + "tempsim.sim"));
+
+  int stores = 0;
+  fx.ws.StoreRecentFiles = [&stores](const std::array<std::string, 10>&) { ++stores; };
+  fx.ui.ClearRecords();
+  fx.ui.QueueAnswer(MsgAnswer::No);
+  fx.ui.QueueAnswer(MsgAnswer::Yes);
+  EXPECT_TRUE(QueryUnload(fx.ws, saveAs));
+  EXPECT_EQ(fx.ui.MessageTexts(),
+            (std::vector<std::string>{"Galeris data is not saved - Save it?",
+                                      "Galeris defaults are not saved - Save them?"}));
+  EXPECT_TRUE(Exists(fx.dir + "Defaults.dat"));
+  EXPECT_FALSE(Exists(fx.dir + "tempsim.sim"));
+  EXPECT_EQ(stores, 1);
+}
+
+TEST(Exit, UnnamedNetworkLeavesTheExitToTheCallersSaveAs) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  ASSERT_TRUE(SaveNetwork(fx.ws, 1));
+  MarkNetworkChanged(fx.ws);
+  bool saveAs = false;
+  fx.ui.QueueAnswer(MsgAnswer::Yes);
+  EXPECT_TRUE(QueryUnload(fx.ws, saveAs));
+  EXPECT_TRUE(saveAs);
+  EXPECT_TRUE(Exists(fx.dir + "tempsim.sim"));
+  FinishUnload(fx.ws);
+  EXPECT_FALSE(Exists(fx.dir + "tempsim.sim"));
+}
+
+}  // namespace
+}  // namespace galeris

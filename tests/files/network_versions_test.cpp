@@ -1,0 +1,111 @@
+// Every version the reader accepts: each old file under fixtures/vNN loads and saves to the
+// current version exactly as the mine.sim beside it, and that file reads back unchanged.
+#include <gtest/gtest.h>
+
+#include "files/network_file.h"
+#include "tests/files/network_test_support.h"
+
+namespace galeris {
+namespace {
+
+using test::FileFixture;
+using test::ReadFile;
+using test::SourcePath;
+
+const std::string kTotalPressures =
+    "Galeris now has a 'TOTAL PRESSURE' estimating function for fan power calculation\n\n"
+    "Allow Galeris to estimate fan diameters and use this function?  ";
+
+struct VersionCase {
+  const char* folder;
+  bool asksTotalPressures;
+};
+
+class OldVersion : public testing::TestWithParam<VersionCase> {};
+
+std::string Fixture(const std::string& folder, const std::string& name) {
+  return SourcePath("tests/files/fixtures/" + folder + "/" + name);
+}
+
+bool LoadAnsweringYes(FileFixture& fx, const std::string& path) {
+  fx.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
+  fx.ws.net.FileName = path;
+  return LoadNetwork(fx.ws);
+}
+
+TEST_P(OldVersion, LoadsAndSavesAsTheCurrentFile) {
+  const VersionCase& c = GetParam();
+  const std::string folder = c.folder;
+  FileFixture fx;
+  ASSERT_TRUE(LoadAnsweringYes(fx, Fixture(folder, "mine_" + folder + ".sim")));
+  const std::string expected = ReadFile(Fixture(folder, "mine.sim"));
+  ASSERT_FALSE(expected.empty());
+  EXPECT_EQ(FormatNetworkFile(fx.ws), expected);
+  const std::vector<std::string> questions =
+      c.asksTotalPressures ? std::vector<std::string>{kTotalPressures} : std::vector<std::string>{};
+  EXPECT_EQ(fx.ui.MessageTexts(), questions);
+  EXPECT_EQ(fx.ws.net.BranchCount, 5);
+}
+
+TEST_P(OldVersion, CurrentFileReadsBackUnchanged) {
+  const std::string folder = GetParam().folder;
+  FileFixture fx;
+  ASSERT_TRUE(LoadAnsweringYes(fx, Fixture(folder, "mine.sim")));
+  EXPECT_EQ(FormatNetworkFile(fx.ws), ReadFile(Fixture(folder, "mine.sim")));
+  EXPECT_TRUE(fx.ui.MessageTexts().empty());
+}
+
+INSTANTIATE_TEST_SUITE_P(Files, OldVersion,
+                         testing::Values(VersionCase{"v10", false}, VersionCase{"v13", true},
+                                         VersionCase{"v15", true}, VersionCase{"v20", true},
+                                         VersionCase{"v23", true}, VersionCase{"v24", false},
+                                         VersionCase{"v27", false}, VersionCase{"v28", false},
+                                         VersionCase{"v29", false}),
+                         [](const auto& info) { return std::string(info.param.folder); });
+
+TEST(OldVersion, ConversionsOfTheOlderRecords) {
+  FileFixture v20;
+  ASSERT_TRUE(LoadAnsweringYes(v20, Fixture("v20", "mine_v20.sim")));
+  EXPECT_EQ(v20.ws.net.ResType[3], kUserGiven);  // resistance preset 10 of 2.0 and before
+  FileFixture v23;
+  ASSERT_TRUE(LoadAnsweringYes(v23, Fixture("v23", "mine_v23.sim")));
+  EXPECT_EQ(v23.ws.net.ResType[3], 10);
+  EXPECT_EQ(v23.ws.net.WallType[2], kUserGiven);
+  EXPECT_EQ(v23.ws.net.ShockType[2], kUserGiven);
+  EXPECT_FLOAT_EQ(v23.ws.defaults.WallFactorPreset[1], 0.003f);  // old density taken out
+  EXPECT_EQ(v23.ws.defaults.ResPreset[1], 10000);                // an old small bulkhead
+  EXPECT_EQ(v23.ws.defaults.Fonts[2].Name, "Arial");
+  EXPECT_FLOAT_EQ(v23.ws.net.FanDiameter[1], 2.46f);  // estimated: 21 m/s at the largest flow
+  FileFixture v29;
+  ASSERT_TRUE(LoadAnsweringYes(v29, Fixture("v29", "mine_v29.sim")));
+  EXPECT_EQ(v29.ws.net.WallType[2], 10);
+  EXPECT_EQ(v29.ws.net.ShockType[2], 6);
+  EXPECT_EQ(v29.ws.net.SecondLayerName[3], "Services");
+  EXPECT_EQ(v29.ws.net.SecondLayerShow[3], -1);  // every layer is shown after a load
+  EXPECT_EQ(v29.ws.net.ViewCode[6][4], 4 * kKeyScale);
+  EXPECT_EQ(v29.ws.net.ViewCode[0][4], 255 * kKeyScale);  // an empty field 27
+}
+
+TEST(OldVersion, TotalPressuresAnsweredNoKeepsTheDiameter) {
+  FileFixture fx;
+  fx.ws.net.FileName = Fixture("v23", "mine_v23.sim");
+  ASSERT_TRUE(LoadNetwork(fx.ws));
+  EXPECT_EQ(fx.ui.Records()[0].title, "Total Pressures");
+  EXPECT_EQ(fx.ws.net.FanDiameter[1], 0);
+}
+
+TEST(OldVersion, VersionOneMergesBehindTheOpenNetwork) {
+  FileFixture fx;
+  test::BuildSampleNetwork(fx.ws);
+  fx.ws.net.FileName = Fixture("v10", "mine_v10.sim");
+  fx.ws.MergeBase = static_cast<std::int16_t>(fx.ws.net.BranchCount + 1);
+  fx.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
+  ASSERT_TRUE(LoadNetwork(fx.ws));
+  EXPECT_EQ(fx.ws.net.BranchCount, 10);
+  EXPECT_EQ(fx.ws.net.NetworkTitle, "Sample Mine");
+  EXPECT_EQ(fx.ws.net.BranchName[10].Trimmed(), "Exhaust shaft");
+  EXPECT_EQ(fx.ws.net.RLName[3], "SURFACE");
+}
+
+}  // namespace
+}  // namespace galeris

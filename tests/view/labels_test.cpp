@@ -1,0 +1,149 @@
+// Airway labels: every data type's text, its unit, and the fan and fixing prefixes.
+#include <gtest/gtest.h>
+
+#include "tests/view/view_fixture.h"
+#include "view/labels.h"
+
+namespace galeris {
+namespace {
+
+class LabelTest : public ::testing::Test, public test::ViewFixture {
+ protected:
+  LabelTest() {
+    i = Add(1, 0, -100, 201, 0, -100);
+    net().Quantity[i] = 25;
+    net().Resistance[i] = 0.02f;
+    net().Dim[i] = {0, 4, 5};  // height 4, width 5
+    net().ShockFactor[i] = 12.5f;
+    net().WallFactor[i] = 0.012f;
+    net().FromNodeP[i] = -100;
+    net().ToNodeP[i] = -112.5f;
+    net().AirwayNo[i] = 417;
+    net().PrimaryLayer[i] = 2;
+    net().SecondLayer[i] = 7;
+    net().PrimaryLayerName[2] = "Intake";
+    net().SecondLayerName[7] = "Stage 2";
+  }
+  Network& net() { return ws.net; }
+  std::string Label(int type, int option = 1) { return AirwayLabel(ws, type, i, option); }
+  int i = 0;
+};
+
+TEST_F(LabelTest, AirflowGroup) {
+  EXPECT_EQ(Label(DataType::Quantity), "25.0");
+  EXPECT_EQ(Label(DataType::Velocity), "1.2");  // 25 / (4 x 5) = 1.25, half to even
+  net().ParallelCount[i] = 2;
+  EXPECT_EQ(Label(DataType::Velocity), "0.6");  // 0.625 rounds half to even
+  net().ResType[i] = 3;
+  EXPECT_EQ(AirwayLabel(ws, DataType::Velocity, i, 1, {0, true}), "N/A");
+  EXPECT_EQ(AirwayLabel(ws, DataType::Velocity, i, 1, {0, false}), "0.6");
+}
+
+TEST_F(LabelTest, VelocityUsesTheSectionOfTheShape) {
+  net().BranchCode[i] = Bit::Round;
+  net().Dim[i] = {0, 0, 2};
+  EXPECT_EQ(Label(DataType::Velocity), "8.0");  // 25 / (pi / 4 x 2^2)
+  net().BranchCode[i] = Bit::Custom;
+  net().Dim[i] = {0, 18, 10};  // perimeter 18, area 10
+  EXPECT_EQ(Label(DataType::Velocity), "2.5");
+}
+
+TEST_F(LabelTest, PressureGroup) {
+  EXPECT_EQ(Label(DataType::TotalLoss), "12.5");  // 0.02 x 25^2
+  EXPECT_EQ(Label(DataType::FrictionLoss), "12.5");
+  EXPECT_EQ(Label(DataType::RegulatorLoad), "25");  // 20 m2 x 12.5 Pa / 9.81
+  net().Pressure[i] = 310;
+  net().FanNumber[i] = -1;
+  EXPECT_EQ(Label(DataType::Boost), "310.0");
+  EXPECT_EQ(Label(DataType::RegulatorLoad), "632");
+  EXPECT_EQ(Label(DataType::NodeRelative), "");  // written at the nodes, not here
+}
+
+TEST_F(LabelTest, FanLossAddsTheFanPressure) {
+  net().FanNumber[i] = 4;
+  net().FanSlot[i] = 800;
+  net().FromNodeP[i] = -300;
+  net().ToNodeP[i] = 400;
+  EXPECT_EQ(Label(DataType::TotalLoss), "100.0");
+}
+
+TEST_F(LabelTest, StalledAndNegatedFansShowTheirCurve) {
+  net().FanNumber[i] = 4;
+  net().NoOfFans[i] = 2;
+  net().CurveQ[4] = {0, 10, 20, 30};
+  net().CurveP[4][1][1] = 1500;
+  net().CurveP[4][3][1] = 400;
+  net().Pressure[i] = -9999;
+  EXPECT_EQ(Label(DataType::Boost), "Stall @ 3000.0");
+  net().Pressure[i] = 9999;
+  EXPECT_EQ(Label(DataType::Boost), "Negate @ 800.0");
+}
+
+TEST_F(LabelTest, AirwayDataGroup) {
+  EXPECT_EQ(Label(DataType::Resistance), "N/A");  // automatic resistance
+  net().ResType[i] = 50;
+  EXPECT_EQ(Label(DataType::Resistance), "0.02000");
+  EXPECT_EQ(Label(DataType::ShockLength), "12.5");
+  EXPECT_EQ(Label(DataType::FrictionFactor), "0.01200");
+  EXPECT_EQ(Label(DataType::Dimensions), "5.0 x 4.0");
+  net().BranchCode[i] = Bit::Round;
+  EXPECT_EQ(Label(DataType::Dimensions), "Diam 5.0");
+  net().BranchCode[i] = Bit::Custom;
+  net().Dim[i] = {0, 18, 20.5f};
+  EXPECT_EQ(Label(DataType::Dimensions), "Area 20.5  P 18.0");
+  EXPECT_EQ(Label(DataType::AirwayLength), "200");
+}
+
+TEST_F(LabelTest, BritishUnitsConvert) {
+  ws.units.UnitSystem = 2;
+  EXPECT_EQ(Label(DataType::Quantity), "53.0");   // 25 x 2.1189
+  EXPECT_EQ(Label(DataType::AirwayLength), "656");
+}
+
+TEST_F(LabelTest, EnergyGroup) {
+  EXPECT_EQ(Label(DataType::FrictionPower), "0");  // 0.3125 kW
+  net().Resistance[i] = 0.2f;
+  EXPECT_EQ(Label(DataType::FrictionPower), "3");  // 3.125 kW
+  EXPECT_EQ(Label(DataType::FrictionCost), "2190");  // 3.125 kW x 8760 h x 0.08
+  EXPECT_EQ(Label(DataType::FanPower), "0");
+  net().FanNumber[i] = -1;
+  net().Pressure[i] = 1000;
+  EXPECT_EQ(Label(DataType::FanPower), "31");  // 1000 Pa x 25 / 0.8
+}
+
+TEST_F(LabelTest, OtherGroup) {
+  EXPECT_EQ(Label(DataType::AirwayNumber), "417");
+  EXPECT_EQ(Label(DataType::LayerNumber), "2,7");
+  EXPECT_EQ(Label(DataType::LayerName), "Intake,Stage 2");
+  net().Contaminant[i] = 40;
+  EXPECT_EQ(Label(DataType::Contaminant), "40");
+  net().SmokeData[i][2] = 3;
+  EXPECT_EQ(AirwayLabel(ws, DataType::Contaminant, i, 1, {1, false}), "3");
+  net().SmokeTime[i] = 9999999;
+  EXPECT_EQ(Label(DataType::SpreadTime), "");  // never reached
+  net().SmokeTime[i] = 3600;
+  EXPECT_FALSE(Label(DataType::SpreadTime).empty());
+  EXPECT_EQ(Label(99), "");
+}
+
+TEST_F(LabelTest, PrefixesTellFansAndFixings) {
+  net().FanNumber[i] = 4;
+  EXPECT_EQ(Label(DataType::Quantity, 0), "Fan4:25.0");
+  net().NoOfFans[i] = 2;
+  EXPECT_EQ(Label(DataType::Quantity, 0), "2xFan4:25.0");
+  EXPECT_EQ(Label(DataType::Quantity, 1), "25.0");
+  net().FanNumber[i] = -1;
+  EXPECT_EQ(Label(DataType::Quantity, 0), "FixP 25.0");
+  net().FanNumber[i] = 0;
+  net().BranchCode[i] |= Bit::FixedQuantity;
+  net().ParallelCount[i] = 3;
+  EXPECT_EQ(Label(DataType::Quantity, 0), "[3] FixQ 25.0");
+}
+
+TEST_F(LabelTest, OutsideTheStoreIsEmpty) {
+  EXPECT_EQ(AirwayLabel(ws, DataType::Quantity, 0, 1), "");
+  EXPECT_EQ(AirwayLabel(ws, DataType::Quantity, 5, 1), "");
+}
+
+}  // namespace
+}  // namespace galeris
