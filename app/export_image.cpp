@@ -32,7 +32,9 @@ struct ExportRequest {
   int dataType = 12;
 };
 
-void Complain(const std::string& text) { std::fprintf(stderr, "galeris: %s\n", text.c_str()); }
+void Complain(const std::string& text) {
+  std::fprintf(stderr, "galeris: %s\n", text.c_str());
+}
 
 std::optional<QSize> ParseSize(const std::string& text) {
   const std::size_t x = text.find_first_of("xX");
@@ -52,8 +54,9 @@ std::optional<ExportRequest> ParseRequest(int argc, char** argv) {
   int k = 1;
   while (k < argc && std::strcmp(argv[k], kOption) != 0) ++k;
   if (k + 2 >= argc) {
-    Complain("usage: galeris --export-image OUT.png NETWORK.sim [--view NAME] [--size WxH] "
-             "[--data CODE]");
+    Complain(
+        "usage: galeris --export-image OUT.png NETWORK.sim [--view NAME] [--size WxH] "
+        "[--data CODE]");
     return std::nullopt;
   }
   request.output = argv[k + 1];
@@ -103,9 +106,8 @@ int FindViewByName(const Network& net, const std::string& wanted) {
     const std::string name = Lower(net.ViewName[slot]);
     if (name.empty()) continue;
     const std::size_t dot = name.find(". ");
-    const std::string bare = slot <= kPermanentViews && dot != std::string::npos
-                                 ? name.substr(dot + 2)
-                                 : name;
+    const std::string bare =
+        slot <= kPermanentViews && dot != std::string::npos ? name.substr(dot + 2) : name;
     if (name == key || bare == key || std::to_string(slot) == key) return slot;
   }
   return 0;

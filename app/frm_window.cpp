@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QResizeEvent>
 #include <QWheelEvent>
+#include <algorithm>
 #include <cmath>
 
 #include "view/drawing.h"
@@ -78,9 +79,13 @@ bool FrmWindow::ApplyView(const QString& name) {
   return true;
 }
 
-int FrmWindow::SaveView() { return SaveNamedView(ws_, view_); }
+int FrmWindow::SaveView() {
+  return SaveNamedView(ws_, view_);
+}
 
-bool FrmWindow::DeleteView(int listPosition) { return DeleteNamedView(ws_, listPosition); }
+bool FrmWindow::DeleteView(int listPosition) {
+  return DeleteNamedView(ws_, listPosition);
+}
 
 void FrmWindow::SetLevel(int listPosition) {
   SelectLevel(ws_, view_, listPosition);
@@ -139,6 +144,24 @@ bool FrmWindow::RotateStep(float buttonX, float buttonY) {
 
 void FrmWindow::EndRotation() {
   view_.Moving = false;
+  Announce();
+  Repaint(false);
+}
+
+void FrmWindow::SetWindowNumber(int number) {
+  view_.WindowNumber = std::clamp(number, 0, kMaxViews - kWindowSlotBase);
+  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+}
+
+void FrmWindow::StoreState() {
+  SaveViewSlot(ws_, view_, kWindowSlotBase + view_.WindowNumber);
+}
+
+void FrmWindow::RestoreState() {
+  const int slot = kWindowSlotBase + view_.WindowNumber;
+  if (ws_.net.ViewValue[slot][5] == 0) return;  // nothing stored yet
+  LoadViewSlot(ws_, view_, slot);
+  ResizeView(ws_, view_, std::max(1, width()), std::max(1, height()));
   Announce();
   Repaint(false);
 }

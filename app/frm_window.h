@@ -22,15 +22,15 @@ class FrmWindow : public QWidget {
   ViewState& View() { return view_; }
   const ViewState& View() const { return view_; }
 
-  void Fit();                    // mnuFit, Home
-  void SetDataType(int code);    // CmbDataType and CmbDataVal: group * 10 + item
+  void Fit();                           // mnuFit, Home
+  void SetDataType(int code);           // CmbDataType and CmbDataVal: group * 10 + item
   bool ApplyView(const QString& name);  // CmbView
-  int SaveView();                // mnuSaveView; the slot used, 0 for none
-  bool DeleteView(int listPosition);  // mnuDelView
-  void SetLevel(int listPosition);    // CmbRL, VsbRL
-  void StepLevel(bool up);            // the Up and Down keys
-  void ToggleLevels();                // the Levels button
-  void SetThreeD(bool on);            // the 2D / 3D button
+  int SaveView();                       // mnuSaveView; the slot used, 0 for none
+  bool DeleteView(int listPosition);    // mnuDelView
+  void SetLevel(int listPosition);      // CmbRL, VsbRL
+  void StepLevel(bool up);              // the Up and Down keys
+  void ToggleLevels();                  // the Levels button
+  void SetThreeD(bool on);              // the 2D / 3D button
   void ToggleGrid();
   void SetDisplayBits(std::int32_t bits);
 
@@ -38,6 +38,12 @@ class FrmWindow : public QWidget {
   void BeginRotation();
   bool RotateStep(float buttonX, float buttonY);
   void EndRotation();
+
+  // The window's place among the open windows; its state is kept in view slot 100 + number.
+  void SetWindowNumber(int number);
+  // Saves the state into the window's slot (at deactivation), or loads it back.
+  void StoreState();
+  void RestoreState();
 
   // A pixel of the window in the view's own coordinates, multiplied by the axis signs.
   QPointF WindowPoint(QPointF pixel) const;

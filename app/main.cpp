@@ -4,6 +4,7 @@
 #include <QScreen>
 #include <QTimer>
 
+#include "app/export_image.h"
 #include "app/frm_title.h"
 #include "app/main_form.h"
 #include "app/qt_ui.h"
@@ -32,7 +33,8 @@ void SaveScreenshot(galeris::MainForm& form, const QString& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  // The image export of helper programs and scripts runs here, before any window exists.
+  // The image export needs no screen and makes its own application object.
+  if (galeris::IsExportImageCommand(argc, argv)) return galeris::RunExportImage(argc, argv);
 
   QApplication app(argc, argv);
   QApplication::setOrganizationName("Galeris");

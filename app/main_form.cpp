@@ -64,7 +64,8 @@ void MainForm::BuildToolbars() {
   // Until the view's dispatcher is attached, only the palette's commands that the frame runs
   // itself are live.
   for (int i = 0; i < kPaletteButtons; ++i)
-    palette_->Button(i)->setEnabled(i == 14 || i == 19 || i == 20);
+    palette_->Button(i)->setEnabled(i == 1 || i == 14 || i == 19 || i == 20 || i == 24 ||
+                                    i == 25 || i == 27);
   palette_->PressButton(0);
 
   auto* data = new QToolBar("Data", this);
@@ -124,12 +125,20 @@ void MainForm::BuildToolbars() {
   connect(cmbDataType_, &QComboBox::currentIndexChanged, this, &MainForm::DataGroupChosen);
   connect(cmbDataVal_, &QComboBox::currentIndexChanged, this, &MainForm::DataItemChosen);
   connect(vsbRL_, &QScrollBar::valueChanged, this, &MainForm::LevelScrolled);
+  connect(cmbRL_, &QComboBox::activated, this, &MainForm::LevelChosen);
+  connect(cmbView_, &QComboBox::activated, this, &MainForm::ViewChosen);
 }
 
 void MainForm::BuildStatusBar() {
   lblStatus_ = new QLabel(this);
   lblStatus_->setObjectName("LblStatus");
   statusBar()->addWidget(lblStatus_, 1);
+  lblRotX_ = new QLabel(this);
+  lblRotX_->setObjectName("LblRotX");
+  lblRotY_ = new QLabel(this);
+  lblRotY_->setObjectName("LblRotY");
+  statusBar()->addPermanentWidget(lblRotX_);
+  statusBar()->addPermanentWidget(lblRotY_);
 }
 
 void MainForm::SetStatusText(const QString& text) { lblStatus_->setText(text); }
@@ -163,7 +172,7 @@ void MainForm::SetDataType(int group, int item) {
   lastItemOfGroup_[group] = item;
   dataTypeCode_ = group * 10 + item;
   FillDataTypeLists();
-  RedrawViews();
+  for (FrmWindow* view : AllViews()) view->SetDataType(dataTypeCode_);
 }
 
 void MainForm::RefreshLevelList() {
@@ -188,8 +197,37 @@ void MainForm::RefreshLevelList() {
   cmbView_->setCurrentIndex(-1);
 }
 
+// The scroll bar only moves the list's selection; the level is taken as the list's choice.
 void MainForm::LevelScrolled(int value) {
   cmbRL_->setCurrentIndex(vsbRL_->maximum() - value);
+  LevelChosen(cmbRL_->currentIndex());
+}
+
+void MainForm::LevelChosen(int position) {
+  if (position < 0) return;
+  vsbRL_->blockSignals(true);
+  vsbRL_->setValue(vsbRL_->maximum() - position);
+  vsbRL_->blockSignals(false);
+  if (FrmWindow* view = CurrentView()) view->SetLevel(position + 1);
+}
+
+void MainForm::ViewChosen(int position) {
+  if (position < 0) return;
+  if (FrmWindow* view = CurrentView()) view->ApplyView(cmbView_->itemText(position));
+}
+
+void MainForm::SaveViewCommand() {
+  FrmWindow* view = CurrentView();
+  if (view && view->SaveView() > 0) RefreshLevelList();
+}
+
+void MainForm::DeleteViewCommand() {
+  FrmWindow* view = CurrentView();
+  if (view && view->DeleteView(cmbView_->currentIndex())) RefreshLevelList();
+}
+
+void MainForm::ViewCaptionChanged(const QString& caption) {
+  if (!caption.isEmpty()) setWindowTitle(caption);
 }
 
 void MainForm::RefreshSimStatus() {
@@ -220,9 +258,22 @@ void MainForm::RefreshCaption() {
   setWindowTitle(QString::fromStdString(shown.substr(0, 100)));
 }
 
-void MainForm::RedrawViews() {
+std::vector<FrmWindow*> MainForm::AllViews() const {
+  std::vector<FrmWindow*> views;
   for (QMdiSubWindow* sub : mdi_->subWindowList())
-    if (auto* view = qobject_cast<FrmWindow*>(sub->widget())) view->Redraw();
+    if (auto* view = qobject_cast<FrmWindow*>(sub->widget())) views.push_back(view);
+  return views;
+}
+
+FrmWindow* MainForm::CurrentView() const {
+  if (QMdiSubWindow* sub = mdi_->currentSubWindow())
+    if (auto* view = qobject_cast<FrmWindow*>(sub->widget())) return view;
+  const std::vector<FrmWindow*> views = AllViews();
+  return views.empty() ? nullptr : views.front();
+}
+
+void MainForm::RedrawViews() {
+  for (FrmWindow* view : AllViews()) view->Redraw();
 }
 
 FrmWindow* MainForm::NewViewWindow() {
@@ -231,6 +282,12 @@ FrmWindow* MainForm::NewViewWindow() {
     return nullptr;
   }
   auto* view = new FrmWindow(ws_);
+  view->SetDataType(dataTypeCode_);
+  connect(view, &FrmWindow::CaptionChanged, this, &MainForm::ViewCaptionChanged);
+  connect(view, &FrmWindow::RotationChanged, this, [this](const QString& x, const QString& y) {
+    lblRotX_->setText(x);
+    lblRotY_->setText(y);
+  });
   QMdiSubWindow* sub = mdi_->addSubWindow(view);
   sub->setWindowTitle(QString("View %1").arg(mdi_->subWindowList().size()));
   sub->resize(720, 520);
@@ -242,7 +299,11 @@ void MainForm::PaletteClicked(int index) {
   previousButton_ = currentButton_;
   currentButton_ = index;
   SetStatusText(PaletteStatusText(index));
+  FrmWindow* view = CurrentView();
   switch (index) {
+    case 1:
+      if (view) view->Fit();
+      break;
     case 14:
       RunSimulationCommand(0);
       break;
@@ -258,6 +319,15 @@ void MainForm::PaletteClicked(int index) {
         SaveFile();
       break;
     }
+    case 24:
+      if (view) view->SetThreeD(view->View().Is3D == 0);
+      break;
+    case 25:
+      if (view) view->ToggleGrid();
+      break;
+    case 27:
+      if (view) view->ToggleLevels();
+      break;
     default:
       return;
   }

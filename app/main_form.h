@@ -7,6 +7,7 @@
 #include <array>
 #include <functional>
 #include <string>
+#include <vector>
 
 #include "app/file_dialogs.h"
 #include "core/workspace.h"
@@ -65,6 +66,10 @@ class MainForm : public QMainWindow {
 
   // Windows.
   FrmWindow* NewViewWindow();
+  // The view window the view commands act on: the active one, else the first.
+  FrmWindow* CurrentView() const;
+  std::vector<FrmWindow*> AllViews() const;
+  void ExportPictureCommand();
   void ShowFileNote();
   void ShowHelp(const QString& page = "index.html");
 
@@ -111,6 +116,11 @@ class MainForm : public QMainWindow {
   void DataGroupChosen(int position);
   void DataItemChosen(int position);
   void LevelScrolled(int value);
+  void LevelChosen(int position);
+  void ViewChosen(int position);
+  void SaveViewCommand();
+  void DeleteViewCommand();
+  void ViewCaptionChanged(const QString& caption);
   void PaletteClicked(int index);
 
   void AfterLoad(bool loaded);
@@ -139,6 +149,8 @@ class MainForm : public QMainWindow {
   QComboBox* cmbView_ = nullptr;
   QLabel* lblSim_ = nullptr;
   QLabel* lblStatus_ = nullptr;
+  QLabel* lblRotX_ = nullptr;
+  QLabel* lblRotY_ = nullptr;
   QLineEdit* txtX_ = nullptr;
   QLineEdit* txtY_ = nullptr;
   QLineEdit* txtZ_ = nullptr;

@@ -8,7 +8,9 @@
 #include <QMdiArea>
 #include <QTimer>
 
+#include "app/export_image.h"
 #include "app/file_dialogs.h"
+#include "app/frm_window.h"
 #include "app/frm_file_note.h"
 #include "app/frm_help.h"
 #include "app/main_form.h"
@@ -115,6 +117,21 @@ bool MainForm::SaveAs() {
   const bool saved = SaveNetworkAs(ws_, path.toStdString());
   AfterSave(saved);
   return saved;
+}
+
+void MainForm::ExportPictureCommand() {
+  FrmWindow* view = CurrentView();
+  if (!view) return;
+  FileDialogRequest request;
+  request.save = true;
+  request.title = "Export Picture";
+  request.filter = QtFilter("PNG Pictures (*.png)|*.png|JPEG Pictures (*.jpg)|*.jpg");
+  request.defaultSuffix = "png";
+  const QString chosen = ChooseFile(request);
+  if (chosen.isEmpty()) return;
+  const QString path = WithDefaultSuffix(chosen, request.defaultSuffix);
+  if (!IsUsableSaveName(path) || !ExportPicture(ws_, view->View(), path, view->size()))
+    ws_.ui.Inform("Error Export File - Check Name");
 }
 
 void MainForm::AfterLoad(bool loaded) {

@@ -8,6 +8,7 @@
 #include <QMenuBar>
 
 #include "app/data_types.h"
+#include "app/frm_window.h"
 #include "app/main_form.h"
 #include "app/tool_palette.h"
 
@@ -56,6 +57,7 @@ void MainForm::BuildFileMenu() {
   dxf->setObjectName("mnuDXF");
   AddEntry(dxf, "mnuDXFTrue", "True Coordinates...");
   AddEntry(dxf, "MnuDXFScreen", "Screen View...");
+  AddEntry(fileMenu_, "mnuExportPicture", "Export Picture...", [this] { ExportPictureCommand(); });
   fileMenu_->addSeparator();
   AddEntry(fileMenu_, "mnuMessage", "File &Memo", [this] { ShowFileNote(); });
   AddEntry(fileMenu_, "mnuComment", "Title Note...");
@@ -97,11 +99,19 @@ void MainForm::BuildEditMenu() {
 void MainForm::BuildViewMenu() {
   QMenu* view = menuBar()->addMenu("&View");
   view->setObjectName("mnuView");
-  AddEntry(view, "mnuFit", "&Fit");
-  AddEntry(view, "mnuFitAll", "Fit &All");
+  AddEntry(view, "mnuFit", "&Fit", [this] {
+    if (FrmWindow* window = CurrentView()) window->Fit();
+  });
+  AddEntry(view, "mnuFitAll", "Fit &All", [this] {
+    for (FrmWindow* window : AllViews()) window->Fit();
+  });
   view->addSeparator();
-  AddEntry(view, "mnuPlanS", "&Plan View")->setCheckable(true);
-  AddEntry(view, "mnu3d", "&3D View")->setCheckable(true);
+  AddEntry(view, "mnuPlanS", "&Plan View", [this] {
+    if (FrmWindow* window = CurrentView()) window->SetThreeD(false);
+  });
+  AddEntry(view, "mnu3d", "&3D View", [this] {
+    if (FrmWindow* window = CurrentView()) window->SetThreeD(true);
+  });
   QMenu* levels = view->addMenu("&Levels");
   levels->setObjectName("mnuLevels");
   const char* modes[] = {"Single", "Multiple", "Range", "All"};
@@ -119,8 +129,8 @@ void MainForm::BuildViewMenu() {
                [this, group, item = item.item] { SetDataType(group, item); });
   }
   view->addSeparator();
-  AddEntry(view, "mnuSaveView", "&Save View...");
-  AddEntry(view, "mnuDelView", "&Delete View");
+  AddEntry(view, "mnuSaveView", "&Save View...", [this] { SaveViewCommand(); });
+  AddEntry(view, "mnuDelView", "&Delete View", [this] { DeleteViewCommand(); });
 }
 
 void MainForm::BuildSimulateMenu() {
@@ -162,7 +172,10 @@ void MainForm::BuildToolsMenu() {
   QMenu* numbers = tools->addMenu("Airway Numbers");
   numbers->setObjectName("mnuNumbers");
   AddEntry(numbers, "mnuResetAir", "Renumber Airways");
-  AddEntry(numbers, "mnuchecknumbers", "Check numbering");
+  AddEntry(numbers, "mnuchecknumbers", "Check numbering", [this] {
+    CheckDuplicateAirwayNumbers(ws_.net, ws_.ui);
+    RedrawViews();
+  });
   QMenu* coordinates = tools->addMenu("Coordinates");
   coordinates->setObjectName("mnuCoordinates");
   AddEntry(coordinates, "mnuRevCoord", "Swap XY Axis");

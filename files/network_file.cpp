@@ -395,7 +395,7 @@ void ReadLegacyNetwork(NetworkReader& r, Workspace& ws, bool merge, UiPort& ui) 
   for (int n = 1; n <= 99; ++n) {
     std::array<std::string, 3> level;
     for (auto& part : level)
-      if (!tokens.Take(part)) r.Trap();
+      if (!tokens.Take(part)) r.Next();  // past the end: asked once
     const int slot = base + n;
     if (slot >= kMaxLevels || level[0].empty()) continue;
     net.RLName[slot] = level[0];
@@ -410,9 +410,9 @@ void ReadLegacyNetwork(NetworkReader& r, Workspace& ws, bool merge, UiPort& ui) 
   while (!r.AtEnd() && position < limit) {
     for (int i = 1; i <= kSplitFields; ++i) r.f[i].clear();
     for (int field = 1; field <= kLegacyRecordFields; ++field)
-      if (!tokens.Take(r.f[field])) r.Trap();
+      if (!tokens.Take(r.f[field])) r.Next();
     for (int field : {26, 30, 31})
-      if (!tokens.Take(r.f[field])) r.Trap();
+      if (!tokens.Take(r.f[field])) r.Next();
     ReadAirwayFields(ws, r, position);
     net.UndoNo[position] = 0;
     ++position;
@@ -583,6 +583,8 @@ bool NetworkReader::Next() {
   if (!pastEnd_) {
     pastEnd_ = true;
     Trap();
+    // Going on past the end: what fails from here on is only the missing rest, not asked again.
+    quietPastEnd_ = true;
   }
   return false;
 }
@@ -590,6 +592,7 @@ bool NetworkReader::Next() {
 bool NetworkReader::AtEnd() { return !pushedBack_ && in_.AtEnd(); }
 
 void NetworkReader::Trap() {
+  if (quietPastEnd_) return;
   if (ui_.Message(std::string(kMsgLoadError) + "\n" + kMsgContinueLoading, MsgButtons::YesNo,
                   MsgIcon::Critical, "Error") != MsgAnswer::Yes)
     throw LoadAbandoned{};

@@ -81,7 +81,8 @@ class NetworkReader {
   }
   bool LineBegins(std::string_view head) const { return line.compare(0, head.size(), head) == 0; }
 
-  // "Error occured loading file" and the question; No throws LoadAbandoned.
+  // "Error occured loading file" and the question; No throws LoadAbandoned. Once the user
+  // chose to go on past the end of the file, nothing more is asked.
   void Trap();
 
   // Field conversions: a bad text traps and leaves the target as it was.
@@ -101,6 +102,7 @@ class NetworkReader {
   UiPort& ui_;
   LineReader in_;
   bool pastEnd_ = false;
+  bool quietPastEnd_ = false;
   bool pushedBack_ = false;
 };
 

@@ -96,6 +96,9 @@ void BuildSimCurves(Workspace& ws) {
     const int fan = net.FanNumber[i];
     net.FanSlot[i] = static_cast<float>(fan);
     if (fan < 1) continue;
+    if (fan > net.FanMax)
+      throw std::out_of_range("Airway " + std::to_string(net.AirwayNo[i]) + " has fan number " +
+                              std::to_string(fan) + ", which is not in the fan database");
     ++run.SimFanCount;
     const int key = FanArrangementKey(net, i);
     // Until the curves are scaled, point 1 of a slot records its fan type and key.
@@ -159,7 +162,7 @@ float EvaluateFanEfficiency(const Workspace& ws, int airway) {
   const Network& net = ws.net;
   float eff = ws.defaults.FanEffDefault * 100.0f;
   const int f = net.FanNumber[airway];
-  if (f < 1 || f >= static_cast<int>(net.CurveEff.size())) return eff;
+  if (f < 1 || f > net.FanMax) return eff;
   const auto& e = net.CurveEff[f];
   const auto& q = net.CurveQ[f];
   int sum = 0;

@@ -205,7 +205,7 @@ void BuildMeshList(Workspace& ws) {
       }
       ++count;
     }
-    if (pos + count - 1 > memberLimit) return MeshesFull(ws);
+    if (pos + count - 2 > memberLimit) return MeshesFull(ws);
     for (int k = count - 1; k >= 1; --k)
       net.MeshMember[pos++] = static_cast<std::int16_t>(-net.MeshPath[k]);
   }

@@ -187,7 +187,7 @@ float PressureDrop(const Network& net, int j) {
   if (!fixedQuantity && fan == 0) return net.Pressure[j];
   if (fixedQuantity || fan < 0) return net.Pressure[j] - SquareLaw(net, j);
   if (net.Pressure[j] == kNegateMark) return -SquareLaw(net, j);
-  if (net.Pressure[j] == kStallMark) {
+  if (net.Pressure[j] == kStallMark && fan <= net.FanMax) {
     float stall = net.CurveP[fan][1][1];
     if (net.BranchCode[j] & Bit::FansInSeries) stall *= static_cast<float>(net.NoOfFans[j]);
     return stall - SquareLaw(net, j);
@@ -298,7 +298,9 @@ double AirPower(const Network& net, int i) {
 double FanVelocityPressure(const Workspace& ws, int i) {
   const Network& net = ws.net;
   const int fan = net.FanNumber[i];
-  if (fan < 1 || net.Pressure[i] == kStallMark || net.Pressure[i] == kNegateMark) return 0;
+  if (fan < 1 || fan > net.FanMax || net.Pressure[i] == kStallMark ||
+      net.Pressure[i] == kNegateMark)
+    return 0;
   const double d = net.FanDiameter[fan];
   const double divisor = net.NoOfFans[i] * kPi / 4.0 * d * d;
   if (divisor == 0) return 0;
@@ -309,7 +311,7 @@ double FanVelocityPressure(const Workspace& ws, int i) {
 double FanInputPower(const Workspace& ws, int i) {
   const Network& net = ws.net;
   const int fan = net.FanNumber[i];
-  if (fan < 1) return 0;
+  if (fan < 1 || fan > net.FanMax) return 0;
   double p = net.Pressure[i];
   if (p == kStallMark)
     p = net.CurveP[fan][1][1];

@@ -107,11 +107,15 @@ Layout ChooseLayout(int airways) {
 }
 
 std::string Padded2(int n) {
-  return (n < 10 ? "0" : "") + std::to_string(n);
+  std::string text = std::to_string(n);
+  if (n < 10) text.insert(text.begin(), '0');
+  return text;
 }
 
 std::string LevelTag(int level) {
-  return "L" + Padded2(level);
+  std::string tag = "L";
+  tag += Padded2(level);
+  return tag;
 }
 
 class MineBuilder {

@@ -14,17 +14,23 @@ using Colour = std::int32_t;
 constexpr Colour RGBColour(int red, int green, int blue) {
   return static_cast<Colour>((blue << 16) | (green << 8) | red);
 }
-constexpr int RedOf(Colour c) { return c & 0xFF; }
-constexpr int GreenOf(Colour c) { return (c >> 8) & 0xFF; }
-constexpr int BlueOf(Colour c) { return (c >> 16) & 0xFF; }
+constexpr int RedOf(Colour c) {
+  return c & 0xFF;
+}
+constexpr int GreenOf(Colour c) {
+  return (c >> 8) & 0xFF;
+}
+constexpr int BlueOf(Colour c) {
+  return (c >> 16) & 0xFF;
+}
 
 enum class LineStyle : std::int16_t { Solid = 0, Dash = 1, Dot = 2 };
 
 // The symbol bitmaps, by their position in the picture list.
 namespace Picture {
-inline constexpr int Line = 0, Arrow = 1, Smoke = 2, Fan = 3, Node = 4, Hazard = 5,
-                     Bulkhead = 6, PinRed = 7, PinBlue = 8, Res = 9, Fixed = 10,
-                     BulkheadSymbol = 11, HazardSymbol = 12;
+inline constexpr int Line = 0, Arrow = 1, Smoke = 2, Fan = 3, Node = 4, Hazard = 5, Bulkhead = 6,
+                     PinRed = 7, PinBlue = 8, Res = 9, Fixed = 10, BulkheadSymbol = 11,
+                     HazardSymbol = 12;
 inline constexpr int Count = 13;
 }  // namespace Picture
 

@@ -28,7 +28,9 @@ constexpr std::array<Colour, 8> kBuiltInPalette = {
 constexpr float kStubTick = 15;  // world units of a vertical shaft's tick in a plan view
 constexpr int kMaxGridLines = 400;
 
-bool InsideBand(float z, float bottom, float top) { return z >= bottom && z <= top; }
+bool InsideBand(float z, float bottom, float top) {
+  return z >= bottom && z <= top;
+}
 
 // An airway belongs to a band when an end lies in it; with Off Level Raises, also when it
 // passes through the band or the band lies within it.
@@ -86,8 +88,8 @@ int AirColour(std::int32_t code) {
 int ContaminantBand(const Network& net, const ViewState& view, int i) {
   const int concentration = net.SmokeData[i][2];
   if (view.SmokeState == 2) return std::clamp(concentration, 0, 7);
-  const bool counts = (concentration > 0 && std::fabs(view.SmokeLimit) >= net.SmokeTime[i]) ||
-                      view.SmokeLimit == 0;
+  const bool counts =
+      (concentration > 0 && std::fabs(view.SmokeLimit) >= net.SmokeTime[i]) || view.SmokeLimit == 0;
   if (!counts) return 0;
   int band = 0;
   for (int k = 5; k >= 0; --k) {
@@ -291,8 +293,7 @@ void DrawGridAxis(Workspace& ws, ViewState& view, Canvas& canvas, double spacing
     }
     if (view.Moving) continue;
     const std::string label = FormatValue(ws.units, p * sign + pan, Unit::Coordinates);
-    const float labelStep =
-        vertical ? canvas.TextWidth(label, 10) : canvas.TextHeight(label, 10);
+    const float labelStep = vertical ? canvas.TextWidth(label, 10) : canvas.TextHeight(label, 10);
     if (travelled >= labelStep * 1.05) {
       if (vertical) {
         DrawGridLabel(canvas, f, static_cast<float>(view.ViewTop), label, textColour);
@@ -351,8 +352,8 @@ void BuildVisibleList(Workspace& ws, ViewState& view) {
     const int second = std::min<int>(net.SecondLayer[i], kSecondLayers);
     const int primary = std::clamp<int>(net.PrimaryLayer[i], 1, kPrimaryLayers);
     net.BranchCode[i] &= ~Bit::InView;
-    const bool secondShown = second <= 24 ? (view.LayerMask[2] >> second) & 1
-                                          : (view.LayerMask[0] >> (second - 24)) & 1;
+    const bool secondShown =
+        second <= 24 ? (view.LayerMask[2] >> second) & 1 : (view.LayerMask[0] >> (second - 24)) & 1;
     const bool inView = ((view.LayerMask[1] >> primary) & 1) && secondShown;
     if (inView) net.BranchCode[i] |= Bit::InView;
     if (!inView && lineOpt == LineOpt::Invisible) continue;
@@ -542,17 +543,16 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
     }
 
     // A node drawn by a joined airway's entry end is not drawn again at this exit end.
-    const bool drawEnd2 =
-        steep || ((nodeSymbols || nodeData) && !EndIsJoined(view.NodeKeyScratch, net.ExitNodeId[i]));
+    const bool drawEnd2 = steep || ((nodeSymbols || nodeData) &&
+                                    !EndIsJoined(view.NodeKeyScratch, net.ExitNodeId[i]));
     if (nodeSymbols && (inView || (view.DisplayFlags & OffLayer::NodeSymbols))) {
       if (p.end1On) CentredBitmap(canvas, Picture::Node, p.x1, p.y1, scale.symbol[4]);
       if (p.end2On && drawEnd2) CentredBitmap(canvas, Picture::Node, p.x2, p.y2, scale.symbol[4]);
     }
 
-    const bool filterPasses =
-        view.DataFilter == 0 || (view.DataFilter & attitude) != 0;
-    const bool limitedOut = view.DataFilter == 3 && flowLimitsInUse &&
-                            OutsideFlowLimits(view, net.Quantity[i]);
+    const bool filterPasses = view.DataFilter == 0 || (view.DataFilter & attitude) != 0;
+    const bool limitedOut =
+        view.DataFilter == 3 && flowLimitsInUse && OutsideFlowLimits(view, net.Quantity[i]);
     if ((bits & Show::NodeNames) && ws.defaults.Fonts[3].Size != 0 &&
         (inView || (view.DisplayFlags & OffLayer::NodeNames)) && filterPasses && !limitedOut) {
       if (p.end2On) {

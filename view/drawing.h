@@ -23,8 +23,8 @@ inline constexpr Colour kWhite = RGBColour(255, 255, 255);
 // The fixed contaminant list: dark grey, green, light blue, light magenta, light red, yellow,
 // white, light cyan. Position 0 is the dim colour, position 6 the highlight.
 inline constexpr std::array<Colour, 8> kContaminantColours = {
-    RGBColour(128, 128, 128), RGBColour(0, 128, 0),   RGBColour(0, 0, 255),
-    RGBColour(255, 0, 255),   RGBColour(255, 0, 0),   RGBColour(255, 255, 0),
+    RGBColour(128, 128, 128), RGBColour(0, 128, 0),  RGBColour(0, 0, 255),
+    RGBColour(255, 0, 255),   RGBColour(255, 0, 0),  RGBColour(255, 255, 0),
     RGBColour(255, 255, 255), RGBColour(0, 255, 255)};
 
 // Colour of palette position 0..7: the network's table, or a built-in one when it is all zero.

@@ -12,7 +12,9 @@ constexpr float kPointsToPixels = 96.0f / 72.0f;
 constexpr float kGlyphWidthShare = 0.6f;  // average glyph width of a sans face, per pixel size
 constexpr Colour kPictureColour = RGBColour(255, 255, 0);
 
-int ClampToInt(float v) { return static_cast<int>(std::clamp(v, -1.0e6f, 1.0e6f)); }
+int ClampToInt(float v) {
+  return static_cast<int>(std::clamp(v, -1.0e6f, 1.0e6f));
+}
 
 }  // namespace
 
@@ -28,8 +30,12 @@ void RasterCanvas::SetScale(float left, float top, float width, float height) {
   scaleY_ = height != 0 ? height_ / height : 1;
 }
 
-int RasterCanvas::PixelX(float x) const { return ClampToInt(std::floor((x - left_) * scaleX_)); }
-int RasterCanvas::PixelY(float y) const { return ClampToInt(std::floor((y - top_) * scaleY_)); }
+int RasterCanvas::PixelX(float x) const {
+  return ClampToInt(std::floor((x - left_) * scaleX_));
+}
+int RasterCanvas::PixelY(float y) const {
+  return ClampToInt(std::floor((y - top_) * scaleY_));
+}
 
 void RasterCanvas::Plot(int x, int y, Colour colour) {
   if (x >= 0 && y >= 0 && x < width_ && y < height_) {
@@ -116,8 +122,7 @@ void RasterCanvas::Text(float x, float y, std::string_view text, Colour colour, 
 
 void RasterCanvas::Bitmap(int, float left, float top, float width, float height) {
   ++bitmaps_;
-  FillPixels(PixelX(left), PixelY(top), PixelX(left + width), PixelY(top + height),
-             kPictureColour);
+  FillPixels(PixelX(left), PixelY(top), PixelX(left + width), PixelY(top + height), kPictureColour);
 }
 
 void RasterCanvas::Circle(float x, float y, float radius, Colour colour) {

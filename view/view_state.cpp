@@ -14,9 +14,13 @@ namespace {
 constexpr float kTwoPi = 2 * kPi;
 
 // Int() of the view code: the whole part towards minus infinity.
-long long WholePart(double v) { return static_cast<long long>(std::floor(v)); }
+long long WholePart(double v) {
+  return static_cast<long long>(std::floor(v));
+}
 
-std::int32_t Whole(double v) { return static_cast<std::int32_t>(RoundHalfEven(v)); }
+std::int32_t Whole(double v) {
+  return static_cast<std::int32_t>(RoundHalfEven(v));
+}
 
 void StoreTrigonometry(ViewState& view) {
   view.Cs = std::cos(view.SpinAngle);
@@ -25,14 +29,18 @@ void StoreTrigonometry(ViewState& view) {
   view.St = std::sin(view.TiltAngle);
 }
 
+void RotatePoint(double cs, double ss, double ct, double st, double x, double y, double z,
+                 float& sx, float& sy) {
+  sx = static_cast<float>(cs * x - ss * y);
+  sy = static_cast<float>((cs * y + ss * x) * ct - st * z);
+}
+
 void RotatePoint(const ViewState& view, double x, double y, double z, float& sx, float& sy) {
-  sx = static_cast<float>(view.Cs * x - view.Ss * y);
-  sy = static_cast<float>((view.Cs * y + view.Ss * x) * view.Ct - view.St * z);
+  RotatePoint(view.Cs, view.Ss, view.Ct, view.St, x, y, z, sx, sy);
 }
 
 // Pulls a projected end towards the centre the further it lies from the eye.
-void ApplyPerspective(const ViewState& view, double x, double y, double z, float& sx,
-                      float& sy) {
+void ApplyPerspective(const ViewState& view, double x, double y, double z, float& sx, float& sy) {
   const double depth = 2.0 * view.ScaleWidth;
   if (depth == 0) return;
   const double d = std::sqrt((view.EyeY - y) * (view.EyeY - y) + (view.EyeX - x) * (view.EyeX - x) +
@@ -71,7 +79,8 @@ void ClearViewSlot(Network& net, int slot) {
 std::int64_t LayerMaskOf(const std::vector<std::int16_t>& show, int first, int last) {
   std::int64_t mask = 0;
   for (int n = first; n <= last; ++n) {
-    if (n < static_cast<int>(show.size()) && show[n] != 0) mask |= std::int64_t{1} << (n - first + 1);
+    if (n < static_cast<int>(show.size()) && show[n] != 0)
+      mask |= std::int64_t{1} << (n - first + 1);
   }
   return mask;
 }
@@ -124,9 +133,8 @@ void ProjectPoint(const ViewState& view, double x, double y, double z, float& sc
     screenY = static_cast<float>(y - view.PanY);
     return;
   }
-  ViewState trig = view;
-  StoreTrigonometry(trig);
-  RotatePoint(trig, x, y, z, screenX, screenY);
+  RotatePoint(std::cos(view.SpinAngle), std::sin(view.SpinAngle), std::cos(view.TiltAngle),
+              std::sin(view.TiltAngle), x, y, z, screenX, screenY);
   screenX -= view.PanX;
   screenY -= view.PanY;
 }
@@ -163,8 +171,10 @@ void ProjectNetwork(Workspace& ws, ViewState& view) {
   view.StatusRotY = "RotY " + std::to_string(WholePart(view.SpinAngle / kTwoPi * 360.0));
 
   if (view.EyeDistance != 0) view.EyeDistance = view.ScaleWidth;
-  view.EyeX = view.Pivot[1] + view.EyeDistance * std::sin(view.SpinAngle) * std::sin(view.TiltAngle);
-  view.EyeY = view.Pivot[2] + view.EyeDistance * std::cos(view.SpinAngle) * std::sin(view.TiltAngle);
+  view.EyeX =
+      view.Pivot[1] + view.EyeDistance * std::sin(view.SpinAngle) * std::sin(view.TiltAngle);
+  view.EyeY =
+      view.Pivot[2] + view.EyeDistance * std::cos(view.SpinAngle) * std::sin(view.TiltAngle);
   view.EyeZ = view.Pivot[3] + view.EyeDistance * std::cos(view.TiltAngle);
 
   StoreTrigonometry(view);
@@ -223,8 +233,7 @@ void ShiftPointInPlane(const ViewState& view, float x1, float y1, float x2, floa
 
 int ViewKind(const ViewState& view) {
   const long long t = WholePart(std::fabs(view.TiltAngle) * 1000.0);
-  const bool edgeOn =
-      t == WholePart(kPi / 2 * 1000.0) || t == WholePart(9.424777962 / 2 * 1000.0);
+  const bool edgeOn = t == WholePart(kPi / 2 * 1000.0) || t == WholePart(9.424777962 / 2 * 1000.0);
   if (view.Is3D == 0) return 0;
   return edgeOn ? 2 : 1;
 }
@@ -510,14 +519,15 @@ int ScrollBarFromLevel(const Workspace& ws, int listPosition) {
 
 void StepLevel(Workspace& ws, ViewState& view, bool up) {
   if (ws.net.RLCount < 1) return;
-  const int next = std::clamp(view.CurrentLevel + (up ? -1 : 1), 1, static_cast<int>(ws.net.RLCount));
+  const int next =
+      std::clamp(view.CurrentLevel + (up ? -1 : 1), 1, static_cast<int>(ws.net.RLCount));
   SelectLevel(ws, view, next);
 }
 
 void ToggleLevelMode(Workspace& ws, ViewState& view) {
   if (view.LevelMode == LevelModeOf::Single) {
-    view.LevelMode = view.PreviousLevelMode == LevelModeOf::Single ? LevelModeOf::All
-                                                                    : view.PreviousLevelMode;
+    view.LevelMode =
+        view.PreviousLevelMode == LevelModeOf::Single ? LevelModeOf::All : view.PreviousLevelMode;
     view.PivotState = 1;
     BuildVisibleList(ws, view);
     ProjectNetwork(ws, view);

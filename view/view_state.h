@@ -28,10 +28,9 @@ inline constexpr std::int16_t Invisible = 0, Dim = 1, Solid = 2;
 
 // Bits of DisplayBits, one per check box of the display options.
 namespace Show {
-inline constexpr std::int32_t NodeNames = 1, AirwayNames = 2, DataValues = 4,
-                              ResistanceSymbols = 8, FanSymbols = 16, NodeSymbols = 32,
-                              Arrows = 64, Contaminants = 128, FloatingText = 256,
-                              OffLevelRaises = 512;
+inline constexpr std::int32_t NodeNames = 1, AirwayNames = 2, DataValues = 4, ResistanceSymbols = 8,
+                              FanSymbols = 16, NodeSymbols = 32, Arrows = 64, Contaminants = 128,
+                              FloatingText = 256, OffLevelRaises = 512;
 }
 
 // Details still shown on airways outside the layers (bits of DisplayFlags above the line state).
@@ -92,7 +91,7 @@ struct ViewState {
   std::int16_t DataTypeCode = 12;
   std::int16_t FlowDimMode = 0;  // 0 all, 1 dim, 2 invisible outside the flow limits
   float FlowMinimum = 0, FlowMaximum = 0;
-  std::int16_t DataFilter = 0;   // 0 all, 1 vertical, 2 horizontal, 3 selected
+  std::int16_t DataFilter = 0;  // 0 all, 1 vertical, 2 horizontal, 3 selected
   std::array<std::int16_t, 7> SymbolSize{1, 2, 5, 5, 5, 5, 5};
   std::array<std::int16_t, 7> SymbolScaled{};
   bool TextScaled = false;
@@ -107,15 +106,16 @@ struct ViewState {
   int VisibleCount = 0;
   std::vector<std::int16_t> VisibleTexts;  // floating texts that pass the band
   bool PlanCopyFresh = false;
-  std::array<std::int64_t, 3> LayerMask{};  // [0] secondary 25..48, [1] primary, [2] secondary 1..24
+  std::array<std::int64_t, 3>
+      LayerMask{};  // [0] secondary 25..48, [1] primary, [2] secondary 1..24
 
   // Draw list: net.AirwayLine[0..AirwayLineCount-1], with the airway of each record here.
   int AirwayLineCount = 0;
   bool AirwayLineShown = false;
   std::vector<std::int32_t> LineAirway;
   bool FitRunning = false;
-  bool Moving = false;        // rotation or pan under way: no grid labels
-  int SingleAirway = 0;       // a redraw of one airway's symbols only; 0 for all
+  bool Moving = false;                       // rotation or pan under way: no grid labels
+  int SingleAirway = 0;                      // a redraw of one airway's symbols only; 0 for all
   std::vector<std::int64_t> NodeKeyScratch;  // sorted end keys for joined-end tests
 
   // Status texts for the frame.

@@ -110,7 +110,6 @@ void MainFormFilesTest::RecoveryYesReloadsWithoutAName() {
   Frame frame(ui);
   QVERIFY(ui.Said("An autosaved recovery file exists - do you wish to load this file"));
   QVERIFY(ui.Said("Auto save recovery"));
-    w2.net.FileName = "/tmp/x.sim"; test::WriteFile("/tmp/x.sim", test::ReadFile(RecoveryFile(frame.ws))); ok = LoadNetwork(w2); qDebug() << ok << w2.net.BranchCount; }
   QCOMPARE(int(frame.ws.net.BranchCount), 3);
   QVERIFY(frame.ws.net.FileName.empty());
   QCOMPARE(int(frame.ws.net.NetworkSaved), 0xFF);

@@ -101,10 +101,11 @@ void MainFormMenusTest::OnlyWorkingEntriesAreEnabled() {
   for (const char* name : {"mnuNewFile", "mnuOpenFile", "mnuMergeFile", "mnuSaveFile",
                            "mnuSaveAs", "mnuExecute", "mnnuNonConverge", "mnuProblems",
                            "mnuRemoveRedund", "mnuFindResFans", "mnuDupAir", "mnuResetAirflows",
-                           "mnuMessage", "mnuNewWindow", "mnuExit"})
+                           "mnuMessage", "mnuNewWindow", "mnuExit", "mnuFit", "mnuSaveView",
+                           "mnuchecknumbers", "mnuExportPicture"})
     QVERIFY2(frame.form.Action(name)->isEnabled(), name);
   for (const char* name : {"mnuFire", "mnuTrace", "mnuAutoName", "mnuSimp", "mnuRemote",
-                           "mnuDXFTrue", "mnuFreeze", "mnuSaveView"})
+                           "mnuDXFTrue", "mnuFreeze", "mnuUndo"})
     QVERIFY2(!frame.form.Action(name)->isEnabled(), name);
 }
 

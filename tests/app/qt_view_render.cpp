@@ -14,6 +14,7 @@
 #include "app/frm_window.h"
 #include "core/headless_ui.h"
 #include "core/workspace.h"
+#include "files/network_file.h"
 #include "tests/support/test_support.h"
 #include "view/drawing.h"
 #include "view/labels.h"
@@ -55,7 +56,8 @@ struct Mine {
     const int stope = Add(1500, 1100, 800, 1400, 1300, 900, "Stope raise", "E800", "X900", 20);
     ws.net.SecondLayer[stope] = 2;
     ws.net.SmokeData[stope][1] = 1;
-    const int exhaustDrive = Add(1400, 1300, 900, 1700, 1300, 900, "Return drive", "X900", "R900", 60);
+    const int exhaustDrive =
+        Add(1400, 1300, 900, 1700, 1300, 900, "Return drive", "X900", "R900", 60);
     ws.net.BranchCode[exhaustDrive] |= 512;
     ws.net.SecondLayer[exhaustDrive] = 2;
     const int fan = Add(1700, 1300, 900, 1700, 1300, 1000, "Exhaust shaft", "R900", "SURF", 60);
@@ -187,6 +189,8 @@ class ViewRenderTest : public QObject {
   void ViewWindowLevelsAndViews();
   void ExportPictureWritesTheFile();
   void ExportCommandRefusesBadArguments();
+  void ExportCommandRendersASavedNetwork();
+  void WindowStateGoesToItsSlot();
 };
 
 void ViewRenderTest::PlanOfAllLevels() {
@@ -253,8 +257,7 @@ void ViewRenderTest::DimLayers() {
 void ViewRenderTest::InvisibleLayers() {
   Mine mine;
   mine.ws.net.SecondLayerShow[2] = 0;
-  const ViewState view =
-      mine.FittedView([](ViewState& v) { v.DisplayFlags = LineOpt::Invisible; });
+  const ViewState view = mine.FittedView([](ViewState& v) { v.DisplayFlags = LineOpt::Invisible; });
   QCOMPARE(view.VisibleCount, 7);
   CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "invisible_layers");
 }
@@ -361,11 +364,50 @@ void ViewRenderTest::ExportCommandRefusesBadArguments() {
   char* tooShort[] = {program.data(), option.data(), file.data()};
   QVERIFY(IsExportImageCommand(3, tooShort));
   QCOMPARE(RunExportImage(3, tooShort), 1);
-  char* badSizeArgs[] = {program.data(), option.data(), file.data(), network.data(), size.data(),
-                         badSize.data()};
+  char* badSizeArgs[] = {program.data(), option.data(), file.data(),
+                         network.data(), size.data(),   badSize.data()};
   QCOMPARE(RunExportImage(6, badSizeArgs), 1);
   char* plain[] = {program.data(), network.data()};
   QVERIFY(!IsExportImageCommand(2, plain));
+}
+
+void ViewRenderTest::ExportCommandRendersASavedNetwork() {
+  Mine mine;
+  const std::string folder = test::ScratchDir();
+  mine.ws.net.FileName = folder + "mine.sim";
+  QVERIFY(SaveNetwork(mine.ws));
+  const QString out = QString::fromStdString(folder) + "iso.png";
+  QByteArray program("galeris"), option("--export-image"), file(out.toUtf8()),
+      network(mine.ws.net.FileName.c_str()), view("--view"), iso("Iso View"), size("--size"),
+      wxh("400x300"), data("--data"), velocity("13");
+  char* args[] = {program.data(), option.data(), file.data(), network.data(), view.data(),
+                  iso.data(),     size.data(),   wxh.data(),  data.data(),    velocity.data()};
+  QCOMPARE(RunExportImage(10, args), 0);
+  const QImage written(out);
+  QCOMPARE(written.size(), QSize(400, 300));
+  QVERIFY(LitPixels(written) > 500);
+
+  QByteArray unknown("Nowhere");
+  char* badView[] = {program.data(), option.data(), file.data(),
+                     network.data(), view.data(),   unknown.data()};
+  QCOMPARE(RunExportImage(6, badView), 1);
+}
+
+void ViewRenderTest::WindowStateGoesToItsSlot() {
+  Mine mine;
+  FrmWindow window(mine.ws);
+  window.resize(400, 300);
+  window.show();
+  QVERIFY(QTest::qWaitForWindowExposed(&window));
+  window.SetWindowNumber(2);
+  window.SetLevel(2);
+  const float width = window.View().ScaleWidth;
+  window.StoreState();
+  QCOMPARE(mine.ws.net.ViewValue[kWindowSlotBase + 2][5], width);
+  window.ToggleLevels();
+  window.RestoreState();
+  QCOMPARE(window.View().LevelMode, LevelModeOf::Single);
+  QCOMPARE(window.View().LevelTop, 920.0f);
 }
 
 QTEST_MAIN(ViewRenderTest)

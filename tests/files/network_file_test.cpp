@@ -40,7 +40,7 @@ TEST(NetworkFile, WrittenFileReadsBackByteIdentical) {
   const std::string bytes = ReadFile(path);
   FileFixture b;
   ASSERT_TRUE(Load(b, path));
-  EXPECT_EQ(FormatNetworkFile(b.ws), bytes);
+  EXPECT_TRUE(test::SameBytes(FormatNetworkFile(b.ws), bytes));
   EXPECT_TRUE(b.ui.MessageTexts().empty());
 
   const Network& n = b.ws.net;

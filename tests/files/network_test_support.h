@@ -4,6 +4,8 @@
 
 #include <string>
 
+#include <gtest/gtest.h>
+
 #include "core/headless_ui.h"
 #include "core/workspace.h"
 #include "files/defaults_file.h"
@@ -93,6 +95,19 @@ inline void BuildSampleNetwork(Workspace& ws) {
   }
   net.NextAirwayNo = 20;
   RebuildNodes(net, ws.defaults, ws.ui);
+}
+
+// Two files' bytes, with the first line that differs when they do not match.
+inline testing::AssertionResult SameBytes(const std::string& actual, const std::string& expected) {
+  if (actual == expected) return testing::AssertionSuccess();
+  std::size_t at = 0;
+  while (at < actual.size() && at < expected.size() && actual[at] == expected[at]) ++at;
+  const std::size_t line = expected.rfind('\n', at) == std::string::npos ? 0 : expected.rfind('\n', at) + 1;
+  const auto lineOf = [line](const std::string& s) {
+    return line >= s.size() ? std::string("<end>") : s.substr(line, s.find('\r', line) - line);
+  };
+  return testing::AssertionFailure() << "first difference at byte " << at << "\n  actual:   "
+                                     << lineOf(actual) << "\n  expected: " << lineOf(expected);
 }
 
 }  // namespace galeris::test

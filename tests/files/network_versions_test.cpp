@@ -40,7 +40,7 @@ TEST_P(OldVersion, LoadsAndSavesAsTheCurrentFile) {
   ASSERT_TRUE(LoadAnsweringYes(fx, Fixture(folder, "mine_" + folder + ".sim")));
   const std::string expected = ReadFile(Fixture(folder, "mine.sim"));
   ASSERT_FALSE(expected.empty());
-  EXPECT_EQ(FormatNetworkFile(fx.ws), expected);
+  EXPECT_TRUE(test::SameBytes(FormatNetworkFile(fx.ws), expected));
   const std::vector<std::string> questions =
       c.asksTotalPressures ? std::vector<std::string>{kTotalPressures} : std::vector<std::string>{};
   EXPECT_EQ(fx.ui.MessageTexts(), questions);
@@ -51,7 +51,7 @@ TEST_P(OldVersion, CurrentFileReadsBackUnchanged) {
   const std::string folder = GetParam().folder;
   FileFixture fx;
   ASSERT_TRUE(LoadAnsweringYes(fx, Fixture(folder, "mine.sim")));
-  EXPECT_EQ(FormatNetworkFile(fx.ws), ReadFile(Fixture(folder, "mine.sim")));
+  EXPECT_TRUE(test::SameBytes(FormatNetworkFile(fx.ws), ReadFile(Fixture(folder, "mine.sim"))));
   EXPECT_TRUE(fx.ui.MessageTexts().empty());
 }
 
@@ -105,6 +105,30 @@ TEST(OldVersion, VersionOneMergesBehindTheOpenNetwork) {
   EXPECT_EQ(fx.ws.net.NetworkTitle, "Sample Mine");
   EXPECT_EQ(fx.ws.net.BranchName[10].Trimmed(), "Exhaust shaft");
   EXPECT_EQ(fx.ws.net.RLName[3], "SURFACE");
+}
+
+TEST(OldVersion, TruncatedVersionOneAsksOnce) {
+  const std::string bytes = ReadFile(Fixture("v10", "mine_v10.sim"));
+  FileFixture fx;
+  const std::string path = fx.dir + "cut_v10.sim";
+  test::WriteFile(path, bytes.substr(0, bytes.find("\"Level 1\"")));  // in the level entries
+  fx.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
+  fx.ws.net.FileName = path;
+  ASSERT_TRUE(LoadNetwork(fx.ws));
+  EXPECT_EQ(fx.ui.MessageTexts(),
+            std::vector<std::string>{"Error occured loading file\nDo you wish to continue loading?"});
+  EXPECT_EQ(fx.ws.net.RLName[1], "SURFACE");
+  EXPECT_EQ(fx.ws.net.BranchCount, 0);
+}
+
+TEST(CurrentVersion, ExampleMineReadsBackByteIdentical) {
+  FileFixture fx;
+  const std::string path = SourcePath("examples/example_mine.sim");
+  fx.ws.net.FileName = path;
+  ASSERT_TRUE(LoadNetwork(fx.ws));
+  EXPECT_TRUE(fx.ui.MessageTexts().empty());
+  EXPECT_EQ(fx.ws.net.BranchCount, 107);
+  EXPECT_TRUE(test::SameBytes(FormatNetworkFile(fx.ws), ReadFile(path)));
 }
 
 }  // namespace

@@ -139,6 +139,11 @@ TEST_F(FanFixture, SameTypeAndArrangementShareOneSlot) {
   EXPECT_EQ(ws.sim.SimCurveCount, 2);
 }
 
+TEST_F(FanFixture, FanNumberOutsideTheDatabaseEndsTheRun) {
+  AddFanAirway(300, 1, false);
+  EXPECT_THROW(BuildSimCurves(ws), std::out_of_range);
+}
+
 TEST_F(FanFixture, MoreArrangementsThanSlotsEndTheRun) {
   net.FanMax = 2;
   PutFan(net, 1);

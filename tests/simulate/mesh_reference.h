@@ -94,7 +94,8 @@ inline int CheckNetwork(Workspace& ws) {
     net.NodeParent[i] = 0;
     net.SmokeQueue[i] = 0;
     if (std::abs(net.Quantity[i]) >= 9994) net.Quantity[i] = 0;
-    if (net.EntryNodeId[i] == net.EntryNodeId[i - 1] && net.ExitNodeId[i] == net.ExitNodeId[i - 1]) {
+    if (net.EntryNodeId[i] == net.EntryNodeId[i - 1] &&
+        net.ExitNodeId[i] == net.ExitNodeId[i - 1]) {
       Fault(ws, i, "Duplicate branch", "Error-Duplicate");
       ++errors;
       net.SmokeQueue[errors] = static_cast<std::int16_t>(i);
@@ -214,7 +215,8 @@ inline void MeshPass(Workspace& ws) {
       ++count;
       v = Next(net, v);
     }
-    for (int k = count - 1; k >= 1; --k) net.MeshMember[pos++] = static_cast<std::int16_t>(-net.MeshPath[k]);
+    for (int k = count - 1; k >= 1; --k)
+      net.MeshMember[pos++] = static_cast<std::int16_t>(-net.MeshPath[k]);
   }
   net.MeshStart[meshCount + 1] = pos;
   ws.sim.MeshCount = static_cast<std::int16_t>(meshCount);

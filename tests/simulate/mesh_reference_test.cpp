@@ -99,8 +99,8 @@ class RandomNetwork {
 
   Properties RandomProperties() {
     static constexpr float kResistances[] = {0.5f, 1, 1, 1, 2, 3, 0.25f};
-    Properties p{kResistances[Pick(std::size(kResistances))], Bit::Rectangular, kUserGiven, 0,
-                 0, ++number_};
+    Properties p{
+        kResistances[Pick(std::size(kResistances))], Bit::Rectangular, kUserGiven, 0, 0, ++number_};
     const int roll = Pick(40);
     if (roll == 0) p.code |= Bit::FixedQuantity;
     if (roll == 1) p.fan = 1;

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <map>
 
 #include "core/headless_ui.h"
 #include "tests/simulate/simulate_physics_support.h"
@@ -213,6 +214,24 @@ TEST_F(SimFixture, CancelDuringBalancingLeavesTheRunFailed) {
   EXPECT_TRUE(outcome.ShowErrorList);
   EXPECT_EQ(ui.ProgressValues().back(), 70);
   EXPECT_NE(net.Quantity[Find(1)], 0);  // the flows stand as far as balanced
+}
+
+TEST_F(SimFixture, CancelledRunLeavesThePressuresOfTheLastFullRun) {
+  auto [fanB, fanC] = Level();
+  test::PutFan(net, fanB, 1, false, 0);
+  test::PutFan(net, fanC, 1, false, 0);
+  Run();
+  std::map<int, float> before;
+  for (int i = 1; i <= net.BranchCount; ++i) before[net.AirwayNo[i]] = net.Pressure[i];
+  ui.QueueInput(std::string("3"));
+  ReseedAirflows(ws);
+  ui.OnYield([&](int) {
+    if (ui.ProgressCaption() == "Balancing airflows") ws.sim.SimCancel = 255;
+  });
+  Run();
+  EXPECT_STREQ(ws.sim.FormCaption, "Simulation Failed !");
+  for (int i = 1; i <= net.BranchCount; ++i)
+    EXPECT_EQ(net.Pressure[i], before[net.AirwayNo[i]]) << net.AirwayNo[i];
 }
 
 TEST_F(SimFixture, QuietRunShowsNoFormButFinishes) {

@@ -100,8 +100,8 @@ TEST(MineGenerator, HasLevelsShaftsFansDoorsAndRegulator) {
     boosters += comment == "Booster";
     doors += net.ResType[i] == 2 || net.ResType[i] == 3;
     regulators += net.ResType[i] == kUserGiven;
-    surfaceEnds += (net.Coord1[i][3] >= SurfaceThreshold(net)) +
-                   (net.Coord2[i][3] >= SurfaceThreshold(net));
+    surfaceEnds +=
+        (net.Coord1[i][3] >= SurfaceThreshold(net)) + (net.Coord2[i][3] >= SurfaceThreshold(net));
     EXPECT_GT(net.Resistance[i], 0) << i;
     if (net.FanNumber[i] > 0) {
       EXPECT_FALSE(net.FanName[net.FanNumber[i]].empty());

@@ -2,6 +2,8 @@
 // and what the symbol pass writes.
 #include <gtest/gtest.h>
 
+#include <cmath>
+#include <cstdint>
 #include <string>
 #include <vector>
 
@@ -202,7 +204,8 @@ TEST_F(DrawingTest, SelectedAndProblemAirwaysAreWhite) {
 
 TEST_F(DrawingTest, PaletteFallsBackWhenTheTableIsEmpty) {
   EXPECT_NE(PaletteColour(ws.defaults, Palette::OnLevel), 0);
-  EXPECT_NE(PaletteColour(ws.defaults, Palette::OnLevel), PaletteColour(ws.defaults, Palette::Below));
+  EXPECT_NE(PaletteColour(ws.defaults, Palette::OnLevel),
+            PaletteColour(ws.defaults, Palette::Below));
   ws.defaults.ColourTable[1] = RGBColour(1, 2, 3);
   EXPECT_EQ(PaletteColour(ws.defaults, Palette::OnLevel), RGBColour(1, 2, 3));
   EXPECT_EQ(PaletteColour(ws.defaults, Palette::Below), 0);
@@ -218,7 +221,7 @@ TEST_F(DrawingTest, ContaminantBandsColourTheLines) {
   Build();
   EXPECT_EQ(LineOf(a).Colour, kContaminantColours[3]);
   EXPECT_EQ(LineOf(b).Colour, kContaminantColours[1]);  // with no time limit every airway counts
-  view.SmokeLimit = 5;  // not reached yet
+  view.SmokeLimit = 5;                                  // not reached yet
   Build();
   EXPECT_EQ(LineOf(a).Colour, kContaminantColours[0]);
 }
@@ -282,9 +285,57 @@ TEST_F(DrawingTest, SymbolsOnlyForAirwaysInViewAndOnScreen) {
   Build();
   RecordingCanvas canvas;
   DrawSymbols(ws, view, canvas);
-  EXPECT_EQ(canvas.pictures, (std::vector<int>{Picture::Node, Picture::Node, Picture::Fan,
-                                                Picture::Node, Picture::Node,
-                                                Picture::BulkheadSymbol, Picture::PinBlue}));
+  EXPECT_EQ(canvas.pictures,
+            (std::vector<int>{Picture::Node, Picture::Node, Picture::Fan, Picture::Node,
+                              Picture::Node, Picture::BulkheadSymbol, Picture::PinBlue}));
+}
+
+// The plain rule for the exit end's node symbol: drawn unless another airway end shares its key
+// (or the airway is steep). The drawing uses sorted keys instead; both must agree.
+int PlainNodeSymbolCount(const Network& net, const ViewState& view) {
+  int count = 0;
+  for (int k = 0; k < view.AirwayLineCount; ++k) {
+    const int i = view.LineAirway[k];
+    const AirwayLineRecord& r = net.AirwayLine[k];
+    auto inside = [&](float x, float y) {
+      return x > view.ViewLeft && x < view.ViewRight && y > view.ViewTop && y < view.ViewBottom;
+    };
+    int shared = 0;
+    for (int j = 1; j <= net.BranchCount; ++j) {
+      shared += net.EntryNodeId[j] == net.ExitNodeId[i];
+      shared += net.ExitNodeId[j] == net.ExitNodeId[i];
+    }
+    const bool steep =
+        std::fabs(static_cast<float>(net.Coord1[i][3] - net.Coord2[i][3])) * 1.5f > net.Length[i];
+    count += inside(r.X1, r.Y1);
+    count += inside(r.X2, r.Y2) && (steep || shared <= 1);
+  }
+  return count;
+}
+
+TEST_F(DrawingTest, JoinedEndsAgreeWithThePlainRuleOnRandomNetworks) {
+  std::uint32_t seed = 12345;
+  auto next = [&seed](int range) {
+    seed = seed * 1664525u + 1013904223u;
+    return static_cast<int>((seed >> 8) % static_cast<std::uint32_t>(range));
+  };
+  view.DisplayBits = Show::NodeSymbols;
+  for (int round = 0; round < 25; ++round) {
+    ws.net.BranchCount = 0;
+    const int airways = 5 + next(120);
+    for (int a = 0; a < airways; ++a) {
+      // A coarse lattice so that many ends meet.
+      Add(1 + 100 * next(8), 100 * next(6), 10 * next(3), 1 + 100 * next(8), 100 * next(6),
+          10 * next(3));
+    }
+    SetScale(view, 1000, 750, 350, 250);
+    Build();
+    RecordingCanvas canvas;
+    canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
+    DrawSymbols(ws, view, canvas);
+    ASSERT_EQ(static_cast<int>(canvas.pictures.size()), PlainNodeSymbolCount(ws.net, view))
+        << "round " << round;
+  }
 }
 
 TEST_F(DrawingTest, GridWithoutSpacingSaysSo) {
@@ -304,8 +355,8 @@ TEST_F(DrawingTest, EdgeOnShowsTheLevelScale) {
   canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
   DrawGrid(ws, view, canvas);
   // The window spans 750 units of height about the pan: heights -300 to 300 by 100.
-  EXPECT_EQ(canvas.texts, (std::vector<std::string>{"300", "200", "100", "0", "-100", "-200",
-                                                    "-300"}));
+  EXPECT_EQ(canvas.texts,
+            (std::vector<std::string>{"300", "200", "100", "0", "-100", "-200", "-300"}));
 }
 
 TEST_F(DrawingTest, RedrawShowsTheBusyPointerAndLeavesItOff) {

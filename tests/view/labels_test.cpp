@@ -96,14 +96,14 @@ TEST_F(LabelTest, AirwayDataGroup) {
 
 TEST_F(LabelTest, BritishUnitsConvert) {
   ws.units.UnitSystem = 2;
-  EXPECT_EQ(Label(DataType::Quantity), "53.0");   // 25 x 2.1189
+  EXPECT_EQ(Label(DataType::Quantity), "53.0");  // 25 x 2.1189
   EXPECT_EQ(Label(DataType::AirwayLength), "656");
 }
 
 TEST_F(LabelTest, EnergyGroup) {
   EXPECT_EQ(Label(DataType::FrictionPower), "0");  // 0.3125 kW
   net().Resistance[i] = 0.2f;
-  EXPECT_EQ(Label(DataType::FrictionPower), "3");  // 3.125 kW
+  EXPECT_EQ(Label(DataType::FrictionPower), "3");    // 3.125 kW
   EXPECT_EQ(Label(DataType::FrictionCost), "2190");  // 3.125 kW x 8760 h x 0.08
   EXPECT_EQ(Label(DataType::FanPower), "0");
   net().FanNumber[i] = -1;

@@ -351,9 +351,9 @@ TEST_F(SavedViewTest, NamesAreCheckedBeforeSaving) {
   EXPECT_EQ(SaveNamedView(ws, view), 0);
   ui.QueueInput(std::nullopt);
   EXPECT_EQ(SaveNamedView(ws, view), 0);
-  EXPECT_EQ(ui.MessageTexts(), (std::vector<std::string>{"No commas allowed in name !",
-                                                         "Invalid view name",
-                                                         "Invalid view name"}));
+  EXPECT_EQ(ui.MessageTexts(),
+            (std::vector<std::string>{"No commas allowed in name !", "Invalid view name",
+                                      "Invalid view name"}));
   EXPECT_EQ(ui.Records()[0].title, "View Name");
   EXPECT_EQ(ui.Records()[0].text, "Enter name of view");
 }
@@ -373,7 +373,8 @@ TEST_F(SavedViewTest, ExistingNameAsksBeforeOverwriting) {
 }
 
 TEST_F(SavedViewTest, FullListRefusesAnotherView) {
-  for (int slot = 6; slot <= kLastUserView; ++slot) ws.net.ViewName[slot] = "v" + std::to_string(slot);
+  for (int slot = 6; slot <= kLastUserView; ++slot)
+    ws.net.ViewName[slot] = "v" + std::to_string(slot);
   ui.QueueInput("one more");
   EXPECT_EQ(SaveNamedView(ws, view), 0);
   EXPECT_TRUE(ui.Said("No view slots available to save view"));

@@ -109,27 +109,52 @@ QImage DrawPicture(int picture, int pixelSize) {
   p.setRenderHint(QPainter::Antialiasing);
   p.scale(pixelSize / double(kPictureBase), pixelSize / double(kPictureBase));
   switch (picture) {
-    case Picture::Line: DrawLinePicture(p); break;
-    case Picture::Arrow: DrawArrowPicture(p); break;
-    case Picture::Smoke: DrawSmoke(p); break;
-    case Picture::Fan: DrawFan(p); break;
-    case Picture::Node: DrawNode(p); break;
+    case Picture::Line:
+      DrawLinePicture(p);
+      break;
+    case Picture::Arrow:
+      DrawArrowPicture(p);
+      break;
+    case Picture::Smoke:
+      DrawSmoke(p);
+      break;
+    case Picture::Fan:
+      DrawFan(p);
+      break;
+    case Picture::Node:
+      DrawNode(p);
+      break;
     case Picture::Hazard:
-    case Picture::HazardSymbol: DrawHazard(p); break;
+    case Picture::HazardSymbol:
+      DrawHazard(p);
+      break;
     case Picture::Bulkhead:
-    case Picture::BulkheadSymbol: DrawBulkhead(p); break;
-    case Picture::PinRed: DrawPin(p, QColor(230, 30, 30)); break;
-    case Picture::PinBlue: DrawPin(p, QColor(40, 90, 240)); break;
-    case Picture::Res: DrawBoxLetter(p, QColor(150, 0, 150), "P"); break;
-    case Picture::Fixed: DrawBoxLetter(p, QColor(0, 120, 160), "Q"); break;
-    default: break;
+    case Picture::BulkheadSymbol:
+      DrawBulkhead(p);
+      break;
+    case Picture::PinRed:
+      DrawPin(p, QColor(230, 30, 30));
+      break;
+    case Picture::PinBlue:
+      DrawPin(p, QColor(40, 90, 240));
+      break;
+    case Picture::Res:
+      DrawBoxLetter(p, QColor(150, 0, 150), "P");
+      break;
+    case Picture::Fixed:
+      DrawBoxLetter(p, QColor(0, 120, 160), "Q");
+      break;
+    default:
+      break;
   }
   return image;
 }
 
 }  // namespace
 
-QColor ToQColor(Colour colour) { return QColor(RedOf(colour), GreenOf(colour), BlueOf(colour)); }
+QColor ToQColor(Colour colour) {
+  return QColor(RedOf(colour), GreenOf(colour), BlueOf(colour));
+}
 
 const QImage& SymbolPicture(int picture, int pixelSize) {
   static std::map<std::pair<int, int>, QImage> cache;
@@ -199,7 +224,8 @@ void QPainterCanvas::Bitmap(int picture, float left, float top, float width, flo
   const QPointF b = ToPixels(left + width, top + height);
   QRectF target(a, b);
   target = target.normalized();
-  const int side = std::clamp(static_cast<int>(std::ceil(std::max(target.width(), target.height()))), 2, 256);
+  const int side =
+      std::clamp(static_cast<int>(std::ceil(std::max(target.width(), target.height()))), 2, 256);
   painter_.drawImage(target, SymbolPicture(picture, side));
 }
 

@@ -1,0 +1,114 @@
+// Restriction diagnostics: heavy airways that land in the tree, by mode, and the dialogs of
+// the bulkhead and fan commands.
+#include "simulate/restrictions.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/simulate/mesh_fixture.h"
+
+namespace galeris {
+namespace {
+
+using test::kSurface;
+using test::MeshFixture;
+using Lines = std::vector<std::string>;
+
+// A loop through the surface, and an airway from it into a closed circuit underground: that
+// airway is the only way in, a bridge that must stay in the tree.
+struct WithBridge : MeshFixture {
+  int bridge = 0;
+  explicit WithBridge(std::int16_t mode) {
+    ws.sim.SimMode = mode;
+    Add(10, 10, kSurface, 10, 10, 500);      // 1
+    Add(10, 10, 500, 10, 10, kSurface);      // 2
+    bridge = Add(10, 10, 500, 50, 10, 500);  // 3
+    Add(50, 10, 500, 60, 10, 500);           // 4
+    Add(60, 10, 500, 50, 10, 500);           // 5
+  }
+};
+
+TEST(Restrictions, FixedQuantityInTheTreeStopsEveryRun) {
+  for (std::int16_t mode : {0, -1, 1, 2, 3}) {
+    WithBridge f(mode);
+    f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
+    f.Mesh();
+    EXPECT_EQ(f.ws.sim.SimStatus, 1) << mode;
+    EXPECT_EQ(f.Errors(), (Lines{"3\tFIX restricting flow"})) << mode;
+    const int at = f.At(3);
+    EXPECT_EQ(f.net.Comment[at].Trimmed(), "Bad Fix");
+    EXPECT_FALSE(f.net.BranchCode[at] & Bit::ErrorMark);
+    EXPECT_TRUE(f.ui.Records().empty());
+  }
+}
+
+TEST(Restrictions, BulkheadOrFanAloneIsNeverReported) {
+  for (std::int16_t mode : {1, 2, 3}) {
+    WithBridge f(mode);
+    f.net.ResType[f.bridge] = 1;
+    f.net.FanNumber[4] = 1;
+    f.Mesh();
+    EXPECT_EQ(f.ws.sim.SimStatus, 0) << mode;
+    EXPECT_TRUE(f.Errors().empty());
+    EXPECT_TRUE(f.ui.Records().empty());
+  }
+}
+
+TEST(Restrictions, FixedBulkheadInTheTreeCautionsTheBulkheadSearch) {
+  WithBridge f(1);
+  f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
+  f.net.ResType[f.bridge] = 1;
+  f.Mesh();
+  EXPECT_EQ(f.Errors(), (Lines{"3\tFIX restricting flow", "3\tBBH not required"}));
+  EXPECT_EQ(f.net.Comment[f.At(3)].Trimmed(), "Bad BBH");
+  EXPECT_TRUE(f.net.BranchCode[f.At(3)] & Bit::ErrorMark);
+  ASSERT_EQ(f.ui.Records().size(), 1u);
+  EXPECT_EQ(f.ui.Records()[0].title, "Possible meshing problems");
+  EXPECT_EQ(f.ui.Records()[0].text,
+            "CAUTION - Bulkheads are present which MAY restrict meshes formation.");
+  EXPECT_EQ(f.ui.Records()[0].icon, MsgIcon::Exclamation);
+  EXPECT_FALSE(f.ws.sim.RestrictionFound);
+  EXPECT_EQ(f.ws.sim.SimStatus, 1);
+}
+
+TEST(Restrictions, FixedFanInTheTreeWarnsTheFanSearch) {
+  WithBridge f(3);
+  f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
+  f.net.FanNumber[f.bridge] = 2;
+  f.Mesh();
+  EXPECT_EQ(f.Errors(), (Lines{"3\tFIX restricting flow", "3\tFan restricted"}));
+  EXPECT_EQ(f.net.Comment[f.At(3)].Trimmed(), "Bad Fan");
+  ASSERT_EQ(f.ui.Records().size(), 1u);
+  EXPECT_EQ(f.ui.Records()[0].text, "WARNING - Fans are present which restrict other fans.");
+}
+
+TEST(Restrictions, RemovalAnsweredNoKeepsTheBulkheads) {
+  WithBridge f(2);
+  f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
+  f.net.ResType[f.bridge] = 1;
+  f.ui.QueueAnswer(MsgAnswer::No);
+  f.Mesh();
+  ASSERT_EQ(f.ui.Records().size(), 1u);
+  EXPECT_EQ(f.ui.Records()[0].title, "Remove redundant bulkheads");
+  EXPECT_EQ(f.ui.Records()[0].text,
+            "WARNING - This will remove redundant bulkheads from the network.  Continue ?");
+  EXPECT_EQ(f.ui.Records()[0].buttons, MsgButtons::YesNo);
+  EXPECT_EQ(f.net.ResType[f.At(3)], 1);
+  EXPECT_EQ(f.net.Comment[f.At(3)].Trimmed(), "Bad BBH");
+  EXPECT_EQ(f.ws.sim.SimStatus, 1);
+}
+
+TEST(Restrictions, RemovalAnsweredYesClearsThePresetAndRecalculates) {
+  WithBridge f(2);
+  f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
+  f.net.ResType[f.bridge] = 1;
+  f.ui.QueueAnswer(MsgAnswer::Yes);
+  f.Mesh();
+  const int at = f.At(3);
+  EXPECT_EQ(f.net.ResType[at], 0);
+  EXPECT_LT(f.net.Resistance[at], 1);  // the bulkhead's preset is gone
+  ASSERT_EQ(f.ui.Records().size(), 2u);
+  EXPECT_EQ(f.ui.Records()[1].text, "There were 1 unnecessary bulkheads removed from the network");
+}
+
+}  // namespace
+}  // namespace galeris
