@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QScreen>
 #include <QTimer>
+#include <cstdlib>
 
 #include "app/export_image.h"
 #include "app/frm_title.h"
@@ -57,14 +58,14 @@ int main(int argc, char** argv) {
   form.show();
   title.raise();
   QApplication::processEvents();
-  form.Load(commandFile);
-  title.close();
-
+  // Set before the load, so that a box the load leaves open is in the picture too.
   if (!screenshot.isEmpty()) {
-    QTimer::singleShot(2500, &form, [&form, screenshot] {
+    QTimer::singleShot(4000, &form, [&form, screenshot] {
       SaveScreenshot(form, screenshot);
-      QApplication::exit(0);
+      std::exit(0);
     });
   }
+  form.Load(commandFile);
+  title.close();
   return app.exec();
 }

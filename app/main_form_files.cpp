@@ -136,6 +136,9 @@ void MainForm::ExportPictureCommand() {
 
 void MainForm::AfterLoad(bool loaded) {
   // A refused load may still have emptied the network, so everything is refreshed anyway.
+  // The views redraw first: their scale caption gives way to the file's name until the next
+  // change of scale.
+  RedrawViews();
   RefreshCaption();
   RefreshRecentMenu();
   RefreshLevelList();
@@ -143,7 +146,6 @@ void MainForm::AfterLoad(bool loaded) {
   if (frmFileNote_) frmFileNote_->Refresh();
   if (loaded && !ws_.net.FileNote.empty()) ShowFileNote();
   RestartAutosave();
-  RedrawViews();
 }
 
 void MainForm::AfterSave(bool saved) {

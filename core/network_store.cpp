@@ -30,7 +30,7 @@ void ForEachRecordArray(Network& n, F&& f) {
 template <class F>
 void ForEachWorkingArray(Network& n, F&& f) {
   f(n.ExitNodeNo); f(n.EntryNodeNo); f(n.ViewEnd1); f(n.ViewEnd2); f(n.AirwayLine);
-  f(n.SmokeTime); f(n.FanSlot); f(n.NodeLinkRange); f(n.ChordWeight); f(n.TreeMark);
+  f(n.SmokeTime); f(n.FanSlot); f(n.SolvedFan); f(n.NodeLinkRange); f(n.ChordWeight); f(n.TreeMark);
 }
 
 template <class F>

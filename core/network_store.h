@@ -103,6 +103,7 @@ struct Network {
   std::vector<AirwayLineRecord> AirwayLine;
   std::vector<float> SmokeTime;
   std::vector<float> FanSlot;
+  std::vector<std::int16_t> SolvedFan;  // FanNumber at the moment of solution
   std::vector<std::int16_t> NodeParent, NodeGroup;  // by node number
   std::vector<std::int16_t> SmokeQueue;
   std::vector<LinkRange> NodeLinkRange;

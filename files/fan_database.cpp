@@ -14,8 +14,7 @@ namespace {
 
 constexpr const char* kCrLf = "\r\n";
 constexpr int kPoints = 10;
-constexpr const char* kFanListHead =
-    "Fan Name/Point\tPressure Pa\tQuantity m3/s\tMax Fans=\t";
+constexpr const char* kFanListHead = "Fan Name/Point\tPressure Pa\tQuantity m3/s\tMax Fans=\t";
 constexpr const char* kDatabaseHead = "2.6 GALERIS";
 constexpr const char* kDatabaseFanHead = "Fan Number\tFan Name\tFan Effective Diameter";
 constexpr const char* kDatabasePointHead =
@@ -31,7 +30,9 @@ std::string Trim(const std::string& s) {
 
 // A number of fansdata.dat: the general trap of the start-up swallows a bad one, so the
 // reading stops there and keeps what it has.
-bool Number(const std::string& field, double& value) { return StrictNumber(field, value); }
+bool Number(const std::string& field, double& value) {
+  return StrictNumber(field, value);
+}
 
 bool Single(const std::string& field, float& target) {
   double v = 0;
@@ -63,7 +64,8 @@ void ReadVersionOneDatabase(Network& net, LineReader& in) {
     std::string token;
     bool quoted = false;
     for (char c : line) {
-      if (c == '"') quoted = !quoted;
+      if (c == '"')
+        quoted = !quoted;
       else if (c == ',' && !quoted) {
         tokens.push_back(Trim(token));
         token.clear();

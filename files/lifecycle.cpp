@@ -25,9 +25,13 @@ std::string UpperTail(const std::string& s, std::size_t n) {
   return tail;
 }
 
-bool IsMasterName(const std::string& path) { return UpperTail(path, 4) == ".SMM"; }
+bool IsMasterName(const std::string& path) {
+  return UpperTail(path, 4) == ".SMM";
+}
 
-std::string RecoveryPath(const Workspace& ws) { return ws.paths.InTemp(kRecoveryFileName); }
+std::string RecoveryPath(const Workspace& ws) {
+  return ws.paths.InTemp(kRecoveryFileName);
+}
 
 // The save behind a "Yes": a network without a name is left to the caller's Save As.
 bool SaveForQuestion(Workspace& ws, bool& needsSaveAs) {

@@ -9,8 +9,9 @@
 
 namespace galeris {
 
-// Units and Conversion.dat, InitDefaults (Defaults.dat), the fan database, the level list,
-// the first view and the undo journal's reset, in that order.
+// Units and Conversion.dat, the old recent list, the level names, InitDefaults (Defaults.dat)
+// and the fan database, in that order. The level list window, the first view and the undo
+// journal's reset follow in the caller, then the command-line file and OfferRecovery.
 void StartUp(Workspace& ws);
 
 // True for a command-line file ending ".SIM" or ".SMM" in any case.

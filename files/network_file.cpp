@@ -72,7 +72,9 @@ bool EndsWithNoCase(const std::string& s, const std::string& tail) {
   return true;
 }
 
-bool IsMasterFile(const std::string& path) { return EndsWithNoCase(path, "SMM"); }
+bool IsMasterFile(const std::string& path) {
+  return EndsWithNoCase(path, "SMM");
+}
 
 std::int16_t AxisSign(const std::string& field) {
   const double v = 1 - 2 * Val(field);
@@ -235,6 +237,16 @@ class TokenStream {
     return true;
   }
 
+  // True when no token is left; blank lines before the end do not count.
+  bool Exhausted() {
+    while (next_ >= tokens_.size()) {
+      if (reader_.AtEnd()) return true;
+      reader_.Next();
+      Tokenise(reader_.line);
+    }
+    return false;
+  }
+
  private:
   void Tokenise(const std::string& line) {
     tokens_.clear();
@@ -390,7 +402,6 @@ void ReadLegacyNetwork(NetworkReader& r, Workspace& ws, bool merge, UiPort& ui) 
   if (net.RLCount > kMergedLevelBase) net.RLCount = kMergedLevelBase;
   const int base = merge ? net.RLCount : 0;
   TokenStream tokens(r);
-  std::string token;
   int last = base;
   for (int n = 1; n <= 99; ++n) {
     std::array<std::string, 3> level;
@@ -407,7 +418,7 @@ void ReadLegacyNetwork(NetworkReader& r, Workspace& ws, bool merge, UiPort& ui) 
 
   const int limit = net.MaxAirways - 1;
   int position = ws.MergeBase;
-  while (!r.AtEnd() && position < limit) {
+  while (!tokens.Exhausted() && position < limit) {
     for (int i = 1; i <= kSplitFields; ++i) r.f[i].clear();
     for (int field = 1; field <= kLegacyRecordFields; ++field)
       if (!tokens.Take(r.f[field])) r.Next();
@@ -421,7 +432,8 @@ void ReadLegacyNetwork(NetworkReader& r, Workspace& ws, bool merge, UiPort& ui) 
   net.BranchCount = static_cast<std::int16_t>(position - 1);
 }
 
-// Steps 7 to 13 of a load: title, note, defaults, views and layers.
+// The settings part of a load: title, note, defaults, views and layers. Returns the fan count
+// of the list head, or -1 for a file so old that its levels come next.
 int ReadNetworkSettings(NetworkReader& r, Workspace& ws, UiPort& ui, bool& totalPressures) {
   Network& net = ws.net;
   const float version = r.version;
@@ -468,8 +480,7 @@ bool ReadNetworkFile(NetworkReader& r, Workspace& ws, UiPort& ui) {
   r.Next();
   r.version = VersionOf(r.line);
   r.locale = LocaleOfHeader(r.line);
-  SplitLine(r.version, r.line.size() > 4 ? std::string_view(r.line).substr(4) : "", r.f,
-            r.locale);
+  SplitLine(r.version, r.line.size() > 4 ? std::string_view(r.line).substr(4) : "", r.f, r.locale);
   if (r.f[1].compare(0, 7, "GALERIS") != 0) {
     ui.Message(kMsgNotGaleris, MsgButtons::OK, MsgIcon::Exclamation);
     return false;
@@ -518,7 +529,7 @@ bool ReadNetworkFile(NetworkReader& r, Workspace& ws, UiPort& ui) {
   return true;
 }
 
-// Steps after the records: saved state, the surface level's name, layers shown, node keys.
+// After the records: saved state, the surface level's name, layers shown, node keys.
 void FinishLoad(Workspace& ws, UiPort& ui) {
   Network& net = ws.net;
   net.NetworkSaved = 0xFF;
@@ -589,7 +600,9 @@ bool NetworkReader::Next() {
   return false;
 }
 
-bool NetworkReader::AtEnd() { return !pushedBack_ && in_.AtEnd(); }
+bool NetworkReader::AtEnd() {
+  return !pushedBack_ && in_.AtEnd();
+}
 
 void NetworkReader::Trap() {
   if (quietPastEnd_) return;
@@ -612,7 +625,7 @@ void NetworkReader::StrictWhole(int field, std::int32_t& target) {
 
 void NetworkReader::Whole(int field, std::int16_t& target) {
   const double v = Val(f[field]);
-  if (!(std::fabs(v) <= 32767.5)) return Trap();
+  if (!(std::fabs(v) < 1e9)) return Trap();
   const long long r = RoundHalfEven(v);
   if (r < -32768 || r > 32767) return Trap();
   target = static_cast<std::int16_t>(r);
@@ -766,9 +779,12 @@ std::string FormatAirwayRecord(const Network& net, int p) {
 std::string EscapeNote(const std::string& text) {
   std::string s = text;
   for (char& c : s) {
-    if (c == '\n') c = 29;
-    else if (c == '\r') c = 30;
-    else if (c == '\t') c = 31;
+    if (c == '\n')
+      c = 29;
+    else if (c == '\r')
+      c = 30;
+    else if (c == '\t')
+      c = 31;
   }
   return s;
 }
@@ -776,9 +792,12 @@ std::string EscapeNote(const std::string& text) {
 std::string UnescapeNote(const std::string& text) {
   std::string s = text;
   for (char& c : s) {
-    if (c == 29) c = '\n';
-    else if (c == 30) c = '\r';
-    else if (c == 31) c = '\t';
+    if (c == 29)
+      c = '\n';
+    else if (c == 30)
+      c = '\r';
+    else if (c == 31)
+      c = '\t';
   }
   return s;
 }
@@ -845,8 +864,7 @@ bool GasSimulationBlocksSave(UiPort& ui, int smokeState) {
 
 bool SaveNetwork(Workspace& ws, int tempMode) {
   const bool temp = tempMode == 1;
-  if (!temp && ws.MasterMode &&
-      !ws.ui.AskYesNo(kMsgMasterSave, "Master File", MsgIcon::Question))
+  if (!temp && ws.MasterMode && !ws.ui.AskYesNo(kMsgMasterSave, "Master File", MsgIcon::Question))
     return false;
   if (!temp) {
     StampNote(ws.net.FileNote);

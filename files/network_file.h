@@ -90,8 +90,8 @@ class NetworkReader {
   void StrictWhole(int field, std::int32_t& target);  // rounded half to even
   void Whole(int field, std::int16_t& target);        // Val, then rounded half to even
   void Whole(int field, std::int32_t& target);
-  void Single(int field, float& target);              // Val
-  void Currency(int field, std::int64_t& target);     // Val, four decimals
+  void Single(int field, float& target);           // Val
+  void Currency(int field, std::int64_t& target);  // Val, four decimals
 
   std::string line;
   FieldTable f;

@@ -3,8 +3,8 @@
 #include "files/text_format.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cctype>
+#include <charconv>
 #include <cmath>
 
 #include "core/number_format.h"
@@ -26,11 +26,14 @@ std::string General(double value, int digits) {
   if (!std::isfinite(value)) return "0";  // never written: such a value could not be read back
   if (value == 0) return "0";             // no "-0"
   char text[48];
-  auto [end, ec] = std::to_chars(text, text + sizeof text, value, std::chars_format::general, digits);
+  auto [end, ec] =
+      std::to_chars(text, text + sizeof text, value, std::chars_format::general, digits);
   std::string s(text, end);
   for (char& c : s) {
-    if (c == 'e') c = 'E';
-    else if (c == '.') c = MachineDecimalSeparator();
+    if (c == 'e')
+      c = 'E';
+    else if (c == '.')
+      c = MachineDecimalSeparator();
   }
   return s;
 }

@@ -155,7 +155,7 @@ void ProjectNetwork(Workspace& ws, ViewState& view) {
   if (spin == WholePart(kPi / 2 * 1000.0) || spin == WholePart(3 * kPi / 2 * 1000.0)) {
     view.SpinAngle += kPi / 1000;
   }
-  if (view.FreeTilt == 0) {
+  if (ws.defaults.FullRotation == 0) {  // "Allow full 360 degree rotation" frees the tilt
     if (net.AxisSignY == 1) {
       view.TiltAngle = std::clamp(view.TiltAngle, 0.0f, kPi / 2);
     } else {

@@ -56,7 +56,6 @@ struct ViewState {
   float TiltAngle = 0, SpinAngle = 0;
   float TiltStep = 0, SpinStep = 0;
   std::int16_t Is3D = 0;
-  std::int16_t FreeTilt = 0;
   float Cs = 1, Ss = 0, Ct = 1, St = 0;  // sines and cosines of the last projection pass
 
   // Drawing plane in world units, symmetric about the origin.

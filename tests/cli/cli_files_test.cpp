@@ -2,9 +2,9 @@
 // current one, info counts what a file holds, and bad input ends with status 3 and the message.
 #include <gtest/gtest.h>
 
+#include <sys/wait.h>
 #include <cstdlib>
 #include <string>
-#include <sys/wait.h>
 
 #include "tests/support/test_support.h"
 
@@ -43,10 +43,11 @@ TEST(CliResave, OldVersionsBecomeTheCurrentFile) {
   for (const char* version : {"v13", "v24", "v29"}) {
     const std::string out = test::ScratchDir() + "out.sim";
     const std::string folder = version;
-    const CliOutcome run = RunSim("resave " + Fixture(folder + "/mine_" + folder + ".sim") + " -o '" +
-                           out + "' --answer yes");
+    const CliOutcome run = RunSim("resave " + Fixture(folder + "/mine_" + folder + ".sim") +
+                                  " -o '" + out + "' --answer yes");
     EXPECT_EQ(run.status, 0) << version << run.err;
-    EXPECT_TRUE(ReadFile(out) == ReadFile(SourcePath("tests/files/fixtures/" + folder + "/mine.sim")))
+    EXPECT_TRUE(ReadFile(out) ==
+                ReadFile(SourcePath("tests/files/fixtures/" + folder + "/mine.sim")))
         << version;
     EXPECT_NE(run.out.find("Saved 5 airways"), std::string::npos);
   }

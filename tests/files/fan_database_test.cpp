@@ -32,9 +32,10 @@ TEST(FanDatabase, SavesWithTheSerialRaisedAndReadsBack) {
   ASSERT_TRUE(SaveFanDatabase(fx.ws));
   EXPECT_EQ(fx.ws.net.FanDatabaseSerial, 42);
   const std::string bytes = ReadFile(fx.dir + "fansdata.dat");
-  EXPECT_EQ(bytes.substr(0, bytes.find(" 1 \tAxial")),
-            "2.6 GALERIS\t 42 \r\nFan Number\tFan Name\tFan Effective Diameter\r\n"
-            "Point\tStatic Pressure (Pa)\tQuantity (m3/s)\tEfficiency (%)\tTotal Pressure (Pa)\r\n");
+  EXPECT_EQ(
+      bytes.substr(0, bytes.find(" 1 \tAxial")),
+      "2.6 GALERIS\t 42 \r\nFan Number\tFan Name\tFan Effective Diameter\r\n"
+      "Point\tStatic Pressure (Pa)\tQuantity (m3/s)\tEfficiency (%)\tTotal Pressure (Pa)\r\n");
   EXPECT_NE(bytes.find(" 1 \tAxial 2.4 m\t 1.5 \r\n 1 \t 920 \t 5 \t 44 \t 975 \r\n"),
             std::string::npos);
   EXPECT_EQ(bytes.find("Nameless"), std::string::npos);
@@ -61,8 +62,9 @@ TEST(FanDatabase, MissingFileLeavesTheSlotsEmptyAndSaysNothing) {
 
 TEST(FanDatabase, MoreFansThanTheStoreGrowsIt) {
   FileFixture fx;
-  std::string text = "2.6 GALERIS\t 3 \r\nFan Number\tFan Name\tFan Effective Diameter\t 300 \r\n"
-                     "Point\tStatic\r\n 290 \tBig list fan\t 2 \r\n";
+  std::string text =
+      "2.6 GALERIS\t 3 \r\nFan Number\tFan Name\tFan Effective Diameter\t 300 \r\n"
+      "Point\tStatic\r\n 290 \tBig list fan\t 2 \r\n";
   for (int p = 1; p <= 10; ++p)
     text += " " + std::to_string(p) + " \t 100 \t " + std::to_string(p) + " \t 50 \t\r\n";
   WriteFile(fx.dir + "fansdata.dat", text);
@@ -77,7 +79,8 @@ TEST(FanDatabase, MoreFansThanTheStoreGrowsIt) {
 TEST(FanDatabase, VersionOneHasNameThenTenPairs) {
   FileFixture fx;
   std::string text = "1.0 GALERIS\r\n\"Old axial\"";
-  for (int p = 1; p <= 10; ++p) text += "," + std::to_string(p * 10) + "," + std::to_string(1000 - p);
+  for (int p = 1; p <= 10; ++p)
+    text += "," + std::to_string(p * 10) + "," + std::to_string(1000 - p);
   text += "\r\n\"Second\",1,2\r\n";
   WriteFile(fx.dir + "fansdata.dat", text);
   LoadFanDatabase(fx.ws);
@@ -128,7 +131,8 @@ std::string FanLines(const std::string& name, int slot) {
 TEST(FanList, FewerLinesThanTheCountLeaveTheOtherSlots) {
   FileFixture fx;
   fx.ws.net.FanDiameter[3] = 7;
-  ListFile file(fx, FanLines("One", 1) + FanLines("Two", 2) + "**End of Fan Database**\r\nNEXT\r\n");
+  ListFile file(fx,
+                FanLines("One", 1) + FanLines("Two", 2) + "**End of Fan Database**\r\nNEXT\r\n");
   EXPECT_EQ(ReadFanList(fx.ws, file.reader, 250, false), 0);
   EXPECT_EQ(fx.ws.net.FanName[2], "Two");
   EXPECT_EQ(fx.ws.net.CurveP[2][3][2], 520);
@@ -139,7 +143,8 @@ TEST(FanList, FewerLinesThanTheCountLeaveTheOtherSlots) {
 
 TEST(FanList, FullListHasItsEndLineTakenToo) {
   FileFixture fx;
-  ListFile file(fx, FanLines("One", 1) + FanLines("Two", 2) + "**End of Fan Database**\r\nNEXT\r\n");
+  ListFile file(fx,
+                FanLines("One", 1) + FanLines("Two", 2) + "**End of Fan Database**\r\nNEXT\r\n");
   ReadFanList(fx.ws, file.reader, 2, false);
   file.reader.Next();
   EXPECT_EQ(file.reader.line, "NEXT");

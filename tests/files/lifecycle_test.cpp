@@ -16,7 +16,9 @@ using test::FileFixture;
 using test::ReadFile;
 using test::WriteFile;
 
-bool Exists(const std::string& path) { return std::filesystem::exists(path); }
+bool Exists(const std::string& path) {
+  return std::filesystem::exists(path);
+}
 
 TEST(Lifecycle, CommandLineNamesEndInSimOrSmm) {
   EXPECT_TRUE(IsNetworkFileName("/a/b/mine.sim"));

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <regex>
 
+#include "core/number_format.h"
 #include "files/fan_database.h"
 #include "files/lifecycle.h"
 #include "files/network_file.h"
@@ -74,11 +75,13 @@ TEST(NetworkFile, SectionsStandInTheirOrder) {
       "3.1 GALERIS3\tSample Mine\t 0 \t 1 \tFirst line\x1dSecond\x1fline\t 0 \r\n",
       "Defaults List for Network\r\n3.1\tGALERIS3\r\n",
       "**End of Network Defaults**\r\nSaved Views\r\nstartupview\t 0.5 \t",
-      "End of saved views\r\nTag List\r\n 2 \tVentilation\t-1 \r\n-3 \tPumps\t-1 \r\nEnd of Tag List",
+      "End of saved views\r\nTag List\r\n 2 \tVentilation\t-1 \r\n-3 \tPumps\t-1 \r\nEnd of Tag "
+      "List",
       "Fan Name/Point\tPressure Pa\tQuantity m3/s\tMax Fans=\t 250 \r\nMain Axial\t 2.8 \t 1 \r\n",
       "**End of Fan Database**\r\nRL Name\tRL Max\tRL Min\r\nSURFACE\t 1100 \t 1000 \r\n",
       "**END OF RL LIST**\r\nPortal\t 10 \t 20 \t 1000 \r\n**End Of Floating Text\r\nEntry Node\t",
-      "\tCurve Fraction\r\nIntake collar\t\tIntake shaft\t\t\t100\t100\t1000\t100\t100\t900\t0\t5.5\t"};
+      "\tCurve Fraction\r\nIntake collar\t\tIntake "
+      "shaft\t\t\t100\t100\t1000\t100\t100\t900\t0\t5.5\t"};
   std::size_t at = 0;
   for (const auto& mark : marks) {
     const std::size_t found = bytes.find(mark, at);
@@ -96,10 +99,10 @@ TEST(NetworkFile, ViewLineLayout) {
   FieldTable f;
   SplitLine(3.1f, line, f);
   EXPECT_EQ(f[3], "-1.25 ");
-  EXPECT_EQ(f[27], " 4 ");   // code 4, as a currency value
+  EXPECT_EQ(f[27], " 4 ");  // code 4, as a currency value
   EXPECT_EQ(f[28], " 5 ");
-  EXPECT_EQ(f[33], " 0 ");   // item 27 is written
-  EXPECT_EQ(f[34], "");      // and an empty field closes the line
+  EXPECT_EQ(f[33], " 0 ");  // item 27 is written
+  EXPECT_EQ(f[34], "");     // and an empty field closes the line
   EXPECT_EQ(line.back(), '\t');
 }
 
@@ -125,8 +128,9 @@ TEST(AirwayRecord, ShortRecordKeepsPressuresAndZeroesTheRest) {
   n.ToNodeP[1] = 8;
   n.AirwayNo[1] = 99;
   n.CurveFraction[1] = 30;
-  std::string line = "A\tB\tC\t\t\t1\t2\t3\t4\t5\t6\t2\t3\t1\t0\t0\t4\t0.01\t0\t\t0.5\t10\t0\t0\t"
-                     "50\t\t\t\t\t\t\t7";  // 32 fields
+  std::string line =
+      "A\tB\tC\t\t\t1\t2\t3\t4\t5\t6\t2\t3\t1\t0\t0\t4\t0.01\t0\t\t0.5\t10\t0\t0\t"
+      "50\t\t\t\t\t\t\t7";  // 32 fields
   ReadAirwayRecord(fx.ws, line, 1, 3.1f);
   EXPECT_EQ(n.Pressure[1], 7);
   EXPECT_EQ(n.ToNodeP[1], 8);
@@ -173,8 +177,8 @@ TEST(NetworkFile, HeaderAxisSigns) {
     const std::string path = SaveSample(fx);
     std::string bytes = ReadFile(path);
     const std::string head = "3.1 GALERIS3\tSample Mine\t 0 \t 1 \t";
-    bytes.replace(0, head.size(), "3.1 GALERIS3\tSample Mine\t" + std::string(field) + "\t" +
-                                      field + "\t");
+    bytes.replace(0, head.size(),
+                  "3.1 GALERIS3\tSample Mine\t" + std::string(field) + "\t" + field + "\t");
     WriteFile(path, bytes);
     FileFixture b;
     ASSERT_TRUE(Load(b, path));
@@ -184,7 +188,11 @@ TEST(NetworkFile, HeaderAxisSigns) {
 }
 
 TEST(NetworkFile, NoteEscapesAndCommasFollowTheSeparatorRule) {
-  EXPECT_EQ(EscapeNote("a\nb\rc\td"), "a\x1d" "b\x1e" "c\x1f" "d");
+  EXPECT_EQ(EscapeNote("a\nb\rc\td"),
+            "a\x1d"
+            "b\x1e"
+            "c\x1f"
+            "d");
   EXPECT_EQ(UnescapeNote(EscapeNote("x\r\ny\tz")), "x\r\ny\tz");
   FileFixture fx;
   test::BuildSampleNetwork(fx.ws);
@@ -278,9 +286,9 @@ TEST(Merge, FansJoinBehindTheOpenListWithTheOffset) {
   EXPECT_EQ(n.BranchCount, 10);
   EXPECT_EQ(n.FanName[4], "Main Axial");
   EXPECT_EQ(n.FanName[5], "Booster");
-  EXPECT_EQ(n.FanNumber[3], 1);   // the open airway keeps its fan
-  EXPECT_EQ(n.FanNumber[8], 4);   // fan 1 of the file is now fan 4
-  EXPECT_EQ(n.FanNumber[9], 2);   // and a fixed pressure, -1, is moved as well
+  EXPECT_EQ(n.FanNumber[3], 1);  // the open airway keeps its fan
+  EXPECT_EQ(n.FanNumber[8], 4);  // fan 1 of the file is now fan 4
+  EXPECT_EQ(n.FanNumber[9], 2);  // and a fixed pressure, -1, is moved as well
   EXPECT_EQ(n.FanNumber[10], 0);
   EXPECT_EQ(n.RLName[3], "SURFACE");  // levels join behind the open ones
   EXPECT_EQ(fx.ws.MergeBase, 1);
@@ -376,7 +384,8 @@ TEST(BadFile, NotAGalerisFileLeavesTheNetworkAndItsName) {
     OpenNetworkGuard guard(fx);
     WriteFile(fx.dir + "bad.sim", bytes);
     EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "bad.sim"));
-    EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{"Not a GALERIS File - Action Aborted"});
+    EXPECT_EQ(fx.ui.MessageTexts(),
+              std::vector<std::string>{"Not a GALERIS File - Action Aborted"});
     EXPECT_EQ(fx.ws.net.FileName, fx.dir + "open.sim");
     EXPECT_TRUE(guard.Untouched());
   }
@@ -504,6 +513,32 @@ TEST(NetworkFile, LocaleWithCommaDecimalsReadsBack) {
   ASSERT_TRUE(Load(fx, path));
   EXPECT_EQ(fx.ws.net.Quantity[3], -150.25f);
   EXPECT_EQ(fx.ws.net.Dim[1][2], 5.5f);
+}
+
+TEST(NetworkFile, FilesMoveBetweenMachinesOfEitherDecimalMark) {
+  const char marks[][2] = {{',', '.'}, {'.', ','}, {',', ','}};
+  for (const auto& pair : marks) {
+    const char writer = pair[0], reader = pair[1];
+    const char old = MachineDecimalSeparator();
+    SetMachineDecimalSeparator(writer);
+    FileFixture src;
+    const std::string path = SaveSample(src);
+    const std::string written = ReadFile(path);
+    SetMachineDecimalSeparator(reader);
+    FileFixture fx;
+    const bool loaded = Load(fx, path);
+    const std::string rewritten = FormatNetworkFile(fx.ws);
+    SetMachineDecimalSeparator(old);
+    ASSERT_TRUE(loaded) << writer << reader;
+    EXPECT_TRUE(fx.ui.MessageTexts().empty()) << writer << reader;
+    EXPECT_EQ(fx.ws.net.Quantity[3], -150.25f) << writer << reader;
+    EXPECT_EQ(fx.ws.net.Resistance[2], 1.234568e-05f) << writer << reader;
+    EXPECT_FLOAT_EQ(fx.ws.defaults.WallFactorPreset[2], 0.0035f) << writer << reader;
+    EXPECT_EQ(fx.ws.net.ViewValue[6][2], -1.25f) << writer << reader;
+    if (writer == reader) {
+      EXPECT_TRUE(test::SameBytes(rewritten, written));
+    }
+  }
 }
 
 }  // namespace

@@ -102,12 +102,14 @@ inline testing::AssertionResult SameBytes(const std::string& actual, const std::
   if (actual == expected) return testing::AssertionSuccess();
   std::size_t at = 0;
   while (at < actual.size() && at < expected.size() && actual[at] == expected[at]) ++at;
-  const std::size_t line = expected.rfind('\n', at) == std::string::npos ? 0 : expected.rfind('\n', at) + 1;
+  const std::size_t line =
+      expected.rfind('\n', at) == std::string::npos ? 0 : expected.rfind('\n', at) + 1;
   const auto lineOf = [line](const std::string& s) {
     return line >= s.size() ? std::string("<end>") : s.substr(line, s.find('\r', line) - line);
   };
-  return testing::AssertionFailure() << "first difference at byte " << at << "\n  actual:   "
-                                     << lineOf(actual) << "\n  expected: " << lineOf(expected);
+  return testing::AssertionFailure()
+         << "first difference at byte " << at << "\n  actual:   " << lineOf(actual)
+         << "\n  expected: " << lineOf(expected);
 }
 
 }  // namespace galeris::test

@@ -167,6 +167,12 @@ TEST_F(ViewStateTest, ProjectionClampsTiltAndWrapsSpin) {
   view.SpinStep = 0;
   ProjectNetwork(ws, view);
   EXPECT_FLOAT_EQ(view.TiltAngle, 0);  // clamped to -pi/2..0
+
+  ws.defaults.FullRotation = 1;  // free tilt: no clamp, a full turn wraps
+  ws.net.AxisSignY = 1;
+  view.TiltAngle = 6.2f;
+  ProjectNetwork(ws, view);
+  EXPECT_NEAR(view.TiltAngle, 6.4f - 2 * kPi, 1e-5);
 }
 
 TEST_F(ViewStateTest, SpinSquareOnToTheYAxisIsNudged) {
