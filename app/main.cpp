@@ -55,7 +55,8 @@ int main(int argc, char** argv) {
   ui.SetParentWindow(&form);
   ui.SetSimRun(&ws.sim);
   ui.OnCancel([&form] { form.RedrawViews(); });
-  form.show();
+  if (const QScreen* screen = form.screen()) form.setGeometry(screen->availableGeometry());
+  form.showMaximized();
   title.raise();
   QApplication::processEvents();
   // Set before the load, so that a box the load leaves open is in the picture too.

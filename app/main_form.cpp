@@ -233,17 +233,25 @@ void MainForm::ViewCaptionChanged(const QString& caption) {
 void MainForm::RefreshSimStatus() {
   const bool balanced = ws_.net.NetworkBalanced != 0;
   lblSim_->setText(balanced ? "OK" : "SIM");
+  // Styles may paint toolbar widgets their own way; the style sheet makes the colour stick,
+  // the palette keeps it readable for code.
+  const QColor labelColour = QColor::fromRgb(balanced ? kSimLabelBalanced : kSimLabelChanged);
   QPalette label = lblSim_->palette();
-  label.setColor(QPalette::Window, QColor::fromRgb(balanced ? kSimLabelBalanced : kSimLabelChanged));
+  label.setColor(QPalette::Window, labelColour);
   label.setColor(QPalette::WindowText, Qt::black);
   lblSim_->setPalette(label);
+  lblSim_->setStyleSheet(
+      QString("QLabel { background-color: %1; color: black; }").arg(labelColour.name()));
+  const QColor listColour = QColor::fromRgb(kDataListBalanced);
   for (QComboBox* list : {cmbDataType_, cmbDataVal_}) {
-    QPalette colours = list->palette();
-    colours.setColor(QPalette::Base, balanced ? QColor::fromRgb(kDataListBalanced)
-                                              : QApplication::palette().color(QPalette::Base));
-    colours.setColor(QPalette::Button, balanced ? QColor::fromRgb(kDataListBalanced)
-                                                : QApplication::palette().color(QPalette::Button));
+    QPalette colours = QApplication::palette();
+    if (balanced) {
+      colours.setColor(QPalette::Base, listColour);
+      colours.setColor(QPalette::Button, listColour);
+    }
     list->setPalette(colours);
+    list->setStyleSheet(
+        balanced ? QString("QComboBox { background-color: %1; }").arg(listColour.name()) : "");
   }
 }
 
@@ -291,7 +299,11 @@ FrmWindow* MainForm::NewViewWindow() {
   QMdiSubWindow* sub = mdi_->addSubWindow(view);
   sub->setWindowTitle(QString("View %1").arg(mdi_->subWindowList().size()));
   sub->resize(720, 520);
-  sub->show();
+  // The first window fills the frame; later ones open beside it as ordinary windows.
+  if (mdi_->subWindowList().size() == 1)
+    sub->showMaximized();
+  else
+    sub->show();
   return view;
 }
 
@@ -358,6 +370,11 @@ FrmHelp& MainForm::HelpForm() {
 void MainForm::ShowFileNote() {
   FrmFileNote& note = FileNoteForm();
   note.Refresh();
+  if (!note.isVisible()) {
+    // At the frame's upper right, clear of the menus and the palette.
+    const QRect frame = geometry();
+    note.move(frame.right() - note.width() - 24, frame.top() + 90);
+  }
   note.show();
   note.raise();
 }

@@ -2,6 +2,7 @@
 #include "app/tool_palette.h"
 
 #include <QButtonGroup>
+#include <QGridLayout>
 #include <QPainter>
 #include <QPainterPath>
 #include <QToolButton>
@@ -298,19 +299,27 @@ QIcon PaletteIcon(int index, int size) {
 ToolPalette::ToolPalette(QWidget* parent) : QToolBar("Tools", parent) {
   setObjectName("Tools");
   setIconSize(QSize(24, 24));
+  setMovable(false);
+  // Two columns of sixteen: a single column of 32 buttons does not fit a laptop screen.
+  auto* panel = new QWidget(this);
+  auto* grid = new QGridLayout(panel);
+  grid->setContentsMargins(1, 1, 1, 1);
+  grid->setSpacing(1);
   group_ = new QButtonGroup(this);
   group_->setExclusive(true);
   for (int i = 0; i < kPaletteButtons; ++i) {
-    auto* button = new QToolButton(this);
+    auto* button = new QToolButton(panel);
     button->setObjectName(QString("Tools(%1)").arg(i));
     button->setIcon(PaletteIcon(i));
     button->setToolTip(PaletteToolTip(i));
     button->setCheckable(true);
     button->setAutoRaise(true);
+    button->setIconSize(QSize(24, 24));
     group_->addButton(button, i);
     buttons_[i] = button;
-    addWidget(button);
+    grid->addWidget(button, i / 2, i % 2);
   }
+  addWidget(panel);
   connect(group_, &QButtonGroup::idClicked, this, &ToolPalette::ButtonClicked);
 }
 

@@ -6,6 +6,7 @@
 #include "tools/mine_generator.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <random>
@@ -140,13 +141,20 @@ class MineBuilder {
   int Add(const Point& from, const Point& to, const Profile& p, const std::string& name,
           std::int32_t extraBits = 0);
   void AddLevel(int level, int drivesToSplit);
-  void AddDrive(int level, int row, int column, bool split);
+  std::array<int, 2> AddDrive(int level, int row, int column, bool split);
   void AddShafts(int level);
   void AddDecline(int level);
   void AddRaise(int lowerLevel, int row, int column, int upperColumn);
   void AddRaises(int extraRaises);
   void HangDoor(int i, int row, int column);
   void AddRegulator();
+  struct Ladder {
+    std::vector<double> own, under;
+    double total = 0;
+  };
+  Ladder EstimateLadder() const;
+  void SeedFlows(double total, const Ladder& ladder);
+  void PutFan(int i, int slot, const char* comment);
   void SizeFans();
 
   Workspace& ws_;
@@ -157,7 +165,8 @@ class MineBuilder {
   std::vector<Point> intake_, exhaust_;  // shaft nodes, 0 the collar, then by level
   Point portal_;
   std::vector<int> intakeStation_, exhaustStation_, intakeLeg_, exhaustLeg_;
-  std::vector<std::vector<bool>> raised_;  // by level pair, node index, twice: straight, slanted
+  std::vector<std::vector<int>> levelPath_;  // by level: drives and spine from station to station
+  std::vector<std::vector<bool>> raised_;    // by level pair, node index, twice: straight, slanted
 };
 
 int MineBuilder::Add(const Point& from, const Point& to, const Profile& p, const std::string& name,
@@ -264,18 +273,16 @@ void MineBuilder::AddDecline(int level) {
   Add(bend2, to, kDecline, "Decline " + tag + " leg 3", Bit::Fresh);
 }
 
-void MineBuilder::AddDrive(int level, int row, int column, bool split) {
+// The airway or the two halves of a drive split by a survey peg (0 for no second half).
+std::array<int, 2> MineBuilder::AddDrive(int level, int row, int column, bool split) {
   const Point& from = Node(level, row, column);
   const Point& to = Node(level, row, column + 1);
   const std::string name = LevelTag(level) + " Drive R" + Padded2(row) + " C" + Padded2(column);
-  if (!split) {
-    Add(from, to, kDrive, name);
-    return;
-  }
+  if (!split) return {Add(from, to, kDrive, name), 0};
   const Point middle{(from.x + to.x) / 2, (from.y + to.y) / 2, (from.z + to.z) / 2,
                      from.name + " Survey Peg"};
-  Add(from, middle, kDrive, name + "a");
-  Add(middle, to, kDrive, name + "b");
+  const int first = Add(from, middle, kDrive, name + "a");
+  return {first, Add(middle, to, kDrive, name + "b")};
 }
 
 // Doors keep the air from short-circuiting at the corners next to the shafts; the spine stays
@@ -301,15 +308,30 @@ void MineBuilder::AddLevel(int level, int drivesToSplit) {
     while (split[d]) d = (d + 1) % drives;
     split[d] = true;
   }
-  for (int row = 0; row < layout_.rows; ++row)
-    for (int column = 0; column + 1 < layout_.columns; ++column)
-      AddDrive(level, row, column, split[row * (layout_.columns - 1) + column]);
+  // The path the seed flows take: along the first drive to the spine, down the spine, and
+  // along the last drive to the return corner.
+  std::vector<int>& path = levelPath_[level];
+  auto onPath = [&path](const std::array<int, 2>& airways) {
+    for (int i : airways)
+      if (i != 0) path.push_back(i);
+  };
+  const int last = layout_.rows - 1;
+  for (int row = 0; row < layout_.rows; ++row) {
+    for (int column = 0; column + 1 < layout_.columns; ++column) {
+      const auto airways =
+          AddDrive(level, row, column, split[row * (layout_.columns - 1) + column]);
+      if ((row == 0 && column < layout_.spineColumn) ||
+          (row == last && column >= layout_.spineColumn))
+        onPath(airways);
+    }
+  }
   for (int row = 0; row + 1 < layout_.rows; ++row) {
     for (int column = 0; column < layout_.columns; ++column) {
       const Profile& p = column == layout_.spineColumn ? kSpine : kCrossCut;
       const int i = Add(Node(level, row, column), Node(level, row + 1, column), p,
                         LevelTag(level) + " Xcut R" + Padded2(row) + " C" + Padded2(column));
       HangDoor(i, row, column);
+      if (column == layout_.spineColumn) path.push_back(i);
     }
   }
 }
@@ -391,12 +413,34 @@ double InParallel(double a, double b) {
   return 1 / (s * s);
 }
 
-// The main fan's duty comes from the ladder of levels between the two shafts: each level's
-// resistance in parallel with everything below it, seen through the shaft legs.
-void MineBuilder::SizeFans() {
+// Balancing starts from the flows in the store: the design flow shared among the levels as
+// the ladder estimate shares it, each level's share along its seed path, gives it a start near
+// the answer and keeps continuity at every node.
+void MineBuilder::SeedFlows(double total, const Ladder& ladder) {
   auto r = [this](int i) { return double{net_.Resistance[i]}; };
-  const int rows = layout_.rows;
-  const int columns = layout_.columns;
+  double through = total;
+  for (int level = 1; level <= layout_.levels; ++level) {
+    net_.Quantity[intakeLeg_[level]] = static_cast<float>(through);
+    net_.Quantity[exhaustLeg_[level]] = static_cast<float>(through);
+    double share = through;
+    if (level < layout_.levels) {
+      const double below =
+          ladder.under[level + 1] + r(intakeLeg_[level + 1]) + r(exhaustLeg_[level + 1]);
+      const double ownWeight = 1 / std::sqrt(ladder.own[level]);
+      share = through * ownWeight / (ownWeight + 1 / std::sqrt(below));
+    }
+    net_.Quantity[intakeStation_[level]] = static_cast<float>(share);
+    net_.Quantity[exhaustStation_[level]] = static_cast<float>(share);
+    for (int i : levelPath_[level]) net_.Quantity[i] = static_cast<float>(share);
+    through -= share;
+  }
+}
+
+// The ladder of levels between the two shafts: each level's resistance in parallel with
+// everything below it, seen through the shaft legs. own: a level between its two shaft
+// stations; under: that level and all below it, seen from its stations.
+MineBuilder::Ladder MineBuilder::EstimateLadder() const {
+  auto r = [this](int i) { return double{net_.Resistance[i]}; };
   double driveSum = 0;
   int drives = 0;
   for (int i = 1; i <= net_.BranchCount; ++i) {
@@ -405,41 +449,50 @@ void MineBuilder::SizeFans() {
       ++drives;
     }
   }
-  const double grid = (driveSum / std::max(drives, 1)) * (columns - 1) / (static_cast<double>(rows) * rows);
-  double below = 0;
-  for (int level = layout_.levels; level >= 1; --level) {
-    const double own = r(intakeStation_[level]) + grid + r(exhaustStation_[level]);
-    below = below == 0 ? own : InParallel(own, below);
-    below += r(intakeLeg_[level]) + r(exhaustLeg_[level]);
+  // The rows of a level in parallel, each a string of drives.
+  const double grid = (driveSum / std::max(drives, 1)) * (layout_.columns - 1) /
+                      (static_cast<double>(layout_.rows) * layout_.rows);
+  const int levels = layout_.levels;
+  Ladder ladder;
+  ladder.own.assign(levels + 2, 0.0);
+  ladder.under.assign(levels + 2, 0.0);
+  for (int level = levels; level >= 1; --level) {
+    ladder.own[level] = r(intakeStation_[level]) + grid + r(exhaustStation_[level]);
+    ladder.under[level] =
+        level == levels
+            ? ladder.own[level]
+            : InParallel(ladder.own[level], ladder.under[level + 1] + r(intakeLeg_[level + 1]) +
+                                                r(exhaustLeg_[level + 1]));
   }
+  ladder.total = ladder.under[1] + r(intakeLeg_[1]) + r(exhaustLeg_[1]);
+  return ladder;
+}
+
+void MineBuilder::PutFan(int i, int slot, const char* comment) {
+  net_.FanNumber[i] = static_cast<std::int16_t>(slot);
+  net_.NoOfFans[i] = 1;
+  net_.Comment[i] = comment;
+}
+
+// The main fan is sized on the ladder estimate for a flow that grows with the levels;
+// boosters on every third level's return help the deeper workings.
+void MineBuilder::SizeFans() {
+  const Ladder ladder = EstimateLadder();
   const double q = 15.0 + 6.0 * layout_.levels;
-  const double p = std::max(50.0, below * q * q);
+  const double p = std::max(50.0, ladder.total * q * q);
+  SeedFlows(q, ladder);
 
   const int mainSlot = FanSlotFor(net_, "Generated Main Exhaust", 0);
   WriteFanCurve(net_, mainSlot, "Generated Main Exhaust", q, p);
   const int boosterSlot = FanSlotFor(net_, "Generated Booster", mainSlot);
-  WriteFanCurve(net_, boosterSlot, "Generated Booster",
-                std::max(4.0 * q / layout_.levels, q / 4), 0.15 * p);
+  WriteFanCurve(net_, boosterSlot, "Generated Booster", std::max(4.0 * q / layout_.levels, q / 4),
+                0.15 * p);
 
-  const int mainFan = exhaustLeg_[1];
-  net_.FanNumber[mainFan] = static_cast<std::int16_t>(mainSlot);
-  net_.NoOfFans[mainFan] = 1;
-  net_.BranchName[mainFan] = "Main Fan Exhaust Collar";
-  net_.Comment[mainFan] = "Main Fan";
-  bool boosted = false;
-  for (int level = 3; level <= layout_.levels; level += 3) {
-    const int i = exhaustStation_[level];
-    net_.FanNumber[i] = static_cast<std::int16_t>(boosterSlot);
-    net_.NoOfFans[i] = 1;
-    net_.Comment[i] = "Booster";
-    boosted = true;
-  }
-  if (!boosted) {
-    const int i = exhaustStation_[layout_.levels];
-    net_.FanNumber[i] = static_cast<std::int16_t>(boosterSlot);
-    net_.NoOfFans[i] = 1;
-    net_.Comment[i] = "Booster";
-  }
+  PutFan(exhaustLeg_[1], mainSlot, "Main Fan");
+  net_.BranchName[exhaustLeg_[1]] = "Main Fan Exhaust Collar";
+  for (int level = 3; level <= layout_.levels; level += 3)
+    PutFan(exhaustStation_[level], boosterSlot, "Booster");
+  if (layout_.levels < 3) PutFan(exhaustStation_[layout_.levels], boosterSlot, "Booster");
 }
 
 void MineBuilder::Build(const Layout& layout, int airways) {
@@ -452,6 +505,7 @@ void MineBuilder::Build(const Layout& layout, int airways) {
   exhaustStation_.assign(layout_.levels + 1, 0);
   intakeLeg_.assign(layout_.levels + 1, 0);
   exhaustLeg_.assign(layout_.levels + 1, 0);
+  levelPath_.assign(layout_.levels + 1, {});
 
   // What the grids leave of the count is made up by survey pegs that split drives (no new
   // mesh) and, when the pegs run out, by extra raises.
@@ -467,6 +521,8 @@ void MineBuilder::Build(const Layout& layout, int airways) {
   RecalcAllResistances(net_, ws_.defaults);
   SizeFans();
   net_.NextAirwayNo = net_.BranchCount;
+  // Every end gets its location key, as after a load: the file writer stops at a blank key.
+  RebuildNodes(net_, ws_.defaults, ws_.ui);
   net_.NetworkTitle = "Generated mine of " + std::to_string(net_.BranchCount) + " airways";
   net_.NetworkSaved = 0;
 }

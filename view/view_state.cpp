@@ -18,8 +18,10 @@ long long WholePart(double v) {
   return static_cast<long long>(std::floor(v));
 }
 
+// Whole world units; a point beyond the coordinate range is held at its edge.
 std::int32_t Whole(double v) {
-  return static_cast<std::int32_t>(RoundHalfEven(v));
+  if (!std::isfinite(v)) return 0;
+  return static_cast<std::int32_t>(RoundHalfEven(std::clamp(v, -2.0e9, 2.0e9)));
 }
 
 void StoreTrigonometry(ViewState& view) {
@@ -200,13 +202,14 @@ void UnprojectPoint(const Network& net, const ViewState& view, float screenX, fl
   }
   const double cs = std::cos(view.SpinAngle), ss = std::sin(view.SpinAngle);
   const double ct = std::cos(view.TiltAngle), st = std::sin(view.TiltAngle);
-  if ((!input.ShiftHeld || input.PowerZoom) && ViewKind(view) != 2) {
+  const bool solvable = std::fabs(ct) > 1e-9 && std::fabs(cs) > 1e-9;
+  if ((!input.ShiftHeld || input.PowerZoom) && ViewKind(view) != 2 && solvable) {
     const double a = screenX + view.PanX;
     const double b = (screenY + view.PanY + st * worldZ) / ct;
     const double y = (b - a * ss / cs) / (ss * ss / cs + cs);
     const double x = (y * ss + a) / cs;
-    worldX = static_cast<double>(RoundHalfEven(x));
-    worldY = static_cast<double>(RoundHalfEven(y));
+    worldX = Whole(x);
+    worldY = Whole(y);
     return;
   }
   worldZ = view.WorkingRL;
@@ -349,6 +352,7 @@ void ResizeView(Workspace& ws, ViewState& view, int pixelWidth, int pixelHeight)
 void FitNetwork(Workspace& ws, ViewState& view) {
   if (view.Minimised || !view.WindowOpen) return;
   view.PivotState = 1;
+  if (view.PixelWidth < 1 || view.PixelHeight < 1) return;
   view.AspectRatio = static_cast<float>(view.PixelHeight) / static_cast<float>(view.PixelWidth);
   view.FitRunning = true;
   BuildAirwayLines(ws, view);

@@ -14,6 +14,7 @@
 #include "app/tool_palette.h"
 #include "core/headless_ui.h"
 #include "core/workspace.h"
+#include "files/lifecycle.h"
 #include "tests/support/test_support.h"
 
 using namespace galeris;
@@ -65,6 +66,7 @@ class SimulateWindowsTest : public QObject {
   void ErrorLineNumbers();
   void ProgressWindowLabelsAppearWithTheSweeps();
   void BusyPointerNests();
+  void ExampleMineSolves();
 };
 
 void SimulateWindowsTest::EmptyAndSingleAirwayNetworksAreRefused() {
@@ -241,6 +243,17 @@ void SimulateWindowsTest::BusyPointerNests() {
   QVERIFY(QApplication::overrideCursor() == nullptr);
   ui.SetBusy(false);  // one too many does not underflow
   QCOMPARE(ui.BusyDepth(), 0);
+}
+
+void SimulateWindowsTest::ExampleMineSolves() {
+  HeadlessUi ui;
+  Frame frame(ui);
+  QVERIFY(OpenNetwork(frame.ws, test::SourcePath("examples/example_mine.sim")));
+  QVERIFY(frame.ws.net.BranchCount > 10);
+  frame.form.RunSimulationCommand(0);
+  QVERIFY2(frame.ws.net.Errorlist.empty(),
+           frame.ws.net.Errorlist.empty() ? "" : frame.ws.net.Errorlist.front().c_str());
+  QCOMPARE(frame.form.SimLabel().text(), QString("OK"));
 }
 
 QTEST_MAIN(SimulateWindowsTest)

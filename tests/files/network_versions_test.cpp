@@ -122,6 +122,23 @@ TEST(OldVersion, TruncatedVersionOneAsksOnce) {
   EXPECT_EQ(fx.ws.net.BranchCount, 0);
 }
 
+TEST(OldVersion, VersionOneRecordsMayShareLinesAndEndInBlankLines) {
+  std::string bytes = ReadFile(Fixture("v10", "mine_v10.sim"));
+  const std::size_t records = bytes.find("\"Intake collar\"");
+  std::string tail = bytes.substr(records);
+  for (std::size_t at = tail.find("\r\n"); at != std::string::npos; at = tail.find("\r\n"))
+    tail.replace(at, 2, ",");
+  bytes = bytes.substr(0, records) + tail.substr(0, tail.size() - 1) + "\r\n\r\n\r\n";
+  FileFixture fx;
+  const std::string path = fx.dir + "one_line_v10.sim";
+  test::WriteFile(path, bytes);
+  fx.ws.net.FileName = path;
+  ASSERT_TRUE(LoadNetwork(fx.ws));
+  EXPECT_TRUE(fx.ui.MessageTexts().empty());
+  EXPECT_EQ(fx.ws.net.BranchCount, 5);
+  EXPECT_EQ(fx.ws.net.Pressure[5], -1500);
+}
+
 TEST(CurrentVersion, ExampleMineReadsBackByteIdentical) {
   FileFixture fx;
   const std::string path = SourcePath("examples/example_mine.sim");

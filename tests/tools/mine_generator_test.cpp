@@ -147,6 +147,21 @@ TEST(MineGenerator, ChecksCleanWithOneMeshPerIndependentLoop) {
   }
 }
 
+TEST(MineGenerator, SeedFlowsKeepContinuityAndLeaveByTheMainFan) {
+  Mine mine(1500, 4);
+  const Network& net = mine.ws.net;
+  std::map<Key, double> balance;
+  double mainFan = 0;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    balance[net.EntryNodeId[i]] -= net.Quantity[i];
+    balance[net.ExitNodeId[i]] += net.Quantity[i];
+    if (net.Comment[i].Trimmed() == "Main Fan") mainFan = net.Quantity[i];
+  }
+  for (const auto& [key, sum] : balance) EXPECT_NEAR(sum, 0, 1e-3) << key;
+  EXPECT_GT(mainFan, 0);
+  EXPECT_EQ(balance.count(SurfaceKey), 1u);
+}
+
 TEST(MineGenerator, LargestMineFitsTheMeshArrays) {
   Mine mine(30000);
   ASSERT_EQ(mine.ws.net.MaxAirways, 30000);

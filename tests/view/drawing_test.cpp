@@ -237,6 +237,19 @@ TEST_F(DrawingTest, WireframeTouchesThePixelsOfTheLines) {
   EXPECT_EQ(canvas.Pixel(400, 200), kBackground);
 }
 
+TEST_F(DrawingTest, RasterCanvasClipsLinesFarOutside) {
+  RasterCanvas canvas(100, 50);
+  canvas.SetScale(0, 0, 100, 50);
+  canvas.Clear(kBackground);
+  canvas.Line(-1e7f, 10, 1e7f, 10, kWhite, 1, LineStyle::Solid);
+  EXPECT_EQ(canvas.Pixel(0, 10), kWhite);
+  EXPECT_EQ(canvas.Pixel(99, 10), kWhite);
+  canvas.Line(-1e7f, -5, 1e7f, -5, kWhite, 1, LineStyle::Solid);
+  canvas.Line(50, 60, 50, 1e7f, kWhite, 1, LineStyle::Solid);
+  EXPECT_EQ(canvas.Pixel(50, 49), kBackground);
+  EXPECT_EQ(canvas.Lines(), 3);
+}
+
 TEST_F(DrawingTest, DataTextAndNamesFollowTheDisplayBits) {
   const int i = Add(-200, 0, 0, 200, 0, 0);
   ws.net.Quantity[i] = 12.34f;

@@ -78,6 +78,42 @@ TEST_F(ViewStateTest, EdgeOnShiftMovesInTheFacingPlane) {
   EXPECT_NEAR(z, 300 + 20, 1e-3);
 }
 
+TEST_F(ViewStateTest, HeldButtonMovesFromThePickInTheFacingPlane) {
+  view.Is3D = 1;
+  view.TiltAngle = 0.5f;
+  view.SpinAngle = kPi / 6;
+  UnprojectInput input;
+  input.ShiftHeld = true;
+  input.ButtonHeld = true;
+  input.PickX = 1000;
+  input.PickY = 2000;
+  input.PickZ = 300;
+  input.PressX = 5;
+  input.PressY = 5;
+  double z = 0, x = 0, y = 0;
+  UnprojectPoint(ws.net, view, 25, 5, z, x, y, input);
+  EXPECT_NEAR(x, 1000 + 20 * std::cos(kPi / 6), 1e-3);
+  EXPECT_NEAR(y, 2000 - 20 * std::sin(kPi / 6), 1e-3);
+  EXPECT_NEAR(z, 300, 1e-9);
+}
+
+TEST_F(ViewStateTest, PivotTakesTheHeightOfWhatIsOnScreen) {
+  Add(-100, 0, 100, 100, 0, 100);
+  Add(-100, 50, 300, 100, 50, 300);
+  Add(5000, 0, 900, 5100, 0, 900);  // off screen
+  view.Is3D = 1;
+  view.PivotState = 999;
+  Build();
+  PivotToVisible(ws, view);
+  EXPECT_EQ(view.Pivot[3], 200);
+
+  SetScale(view, 1000, 750, 20000, 20000);  // nothing on screen: the mean of all
+  view.PanHold = true;
+  Build();
+  PivotToVisible(ws, view);
+  EXPECT_EQ(view.Pivot[3], 433);
+}
+
 TEST_F(ViewStateTest, EmptyNetworkFitsTheDefaultExtents) {
   FitNetwork(ws, view);
   // 500 about (1000, 1000), widened to the window's shape: 500 / 0.75, then the margin 1.2.
@@ -136,6 +172,25 @@ TEST_F(ViewStateTest, ZoomStopsAtItsLimitsWithAMessage) {
   EXPECT_EQ(ui.MessageTexts(),
             (std::vector<std::string>{"Minimum Scaling Reached", "Maximum Scaling Reached"}));
   EXPECT_FLOAT_EQ(view.ScaleLeft, -250);
+}
+
+TEST_F(ViewStateTest, ClickAndRectangleZooms) {
+  view.PanX = 100;
+  view.PanY = 200;
+  ZoomClick(ws, view, 10, -10, 12, -8);  // within ScaleWidth / 50: a click
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 500);
+  EXPECT_FLOAT_EQ(view.PanX, 110);
+  EXPECT_FLOAT_EQ(view.PanY, 190);
+  ZoomClick(ws, view, 100, 50, -100, -10);  // dragged right to left
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 200);
+  EXPECT_FLOAT_EQ(view.ScaleHeight, 150);
+  EXPECT_FLOAT_EQ(view.PanX, 110);
+  EXPECT_FLOAT_EQ(view.PanY, 210);
+  ZoomClick(ws, view, 0, 0, 10, 150);  // a tall rectangle widens to the window's shape
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 200);
+  ZoomOutClick(ws, view);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 400);
+  EXPECT_TRUE(ui.MessageTexts().empty());
 }
 
 TEST_F(ViewStateTest, ScaleCaptionCarriesThePrintRatio) {

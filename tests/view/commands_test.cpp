@@ -1,0 +1,216 @@
+// The command dispatcher: lasting tools against momentary commands, the palette's pressed
+// button, the printing question, paste mode, and the keys of the view windows.
+#include "view/commands.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/view/view_fixture.h"
+
+namespace galeris::test {
+namespace {
+
+struct CommandsTest : ::testing::Test, ViewFixture {
+  CommandResult Click(int code) { return ClickButton(ws, &view, cmd, tools, code); }
+  CommandResult Press(ViewKey key) { return KeyDown(ws, &view, cmd, tools, key); }
+
+  CommandState cmd;
+  ToolState tools;
+};
+
+TEST_F(CommandsTest, ToolButtonsChooseTheirTools) {
+  const std::pair<int, int> table[] = {{0, 0},   {2, 16},  {4, 1},   {6, 2},   {7, 3},   {8, 4},
+                                       {9, 5},   {10, 6},  {11, 7},  {12, 8},  {13, 9},  {15, 17},
+                                       {16, 11}, {17, 18}, {18, 10}, {21, 15}, {31, 19}, {32, 20}};
+  for (const auto& [button, tool] : table) {
+    const CommandResult result = Click(button);
+    EXPECT_TRUE(result.ToolChanged) << button;
+    EXPECT_EQ(tools.ToolCode, tool) << button;
+    EXPECT_EQ(cmd.CurrentButton, button);
+    EXPECT_EQ(cmd.PressedButton, button);
+    EXPECT_EQ(tools.PaletteIndex, button);
+    EXPECT_EQ(result.StatusButton, button);
+    EXPECT_EQ(cmd.CommandBusy, 0);
+  }
+}
+
+TEST_F(CommandsTest, FitLeavesThePreviousToolActiveAndItsButtonDown) {
+  Add(0, 0, -10, 4000, 3000, -10);
+  Click(ButtonOf::Draw);
+  const CommandResult result = Click(ButtonOf::Fit);
+  EXPECT_EQ(result.Operation, CommandOperation::Fit);
+  EXPECT_TRUE(result.Redraw);
+  EXPECT_EQ(tools.ToolCode, ToolOf::Draw);
+  EXPECT_EQ(cmd.CurrentButton, ButtonOf::Draw);
+  EXPECT_EQ(cmd.PressedButton, ButtonOf::Draw);
+  EXPECT_GT(view.ScaleWidth, 4000);  // the network now fills the window
+}
+
+TEST_F(CommandsTest, MomentaryCommandsNameTheirOperationAndGiveThePaletteBack) {
+  const std::pair<int, CommandOperation> table[] = {
+      {ButtonOf::Redo, CommandOperation::Redo},
+      {ButtonOf::Undo, CommandOperation::Undo},
+      {ButtonOf::AirSimulation, CommandOperation::AirSimulation},
+      {ButtonOf::Open, CommandOperation::Open},
+      {ButtonOf::DisplayOptions, CommandOperation::DisplayOptions},
+      {ButtonOf::ContaminantSimulation, CommandOperation::ContaminantSimulation},
+      {ButtonOf::SmokeSourcing, CommandOperation::SmokeSourcing},
+      {ButtonOf::Find, CommandOperation::FindAirway}};
+  Click(ButtonOf::Fan);
+  for (const auto& [button, operation] : table) {
+    EXPECT_EQ(Click(button).Operation, operation) << button;
+    EXPECT_EQ(cmd.CurrentButton, ButtonOf::Fan) << button;
+    EXPECT_EQ(tools.ToolCode, ToolOf::Fan) << button;
+  }
+  EXPECT_EQ(view.SmokeState, 2);
+  EXPECT_FALSE(Click(ButtonOf::Find).Unavailable.empty());
+  EXPECT_FALSE(Click(ButtonOf::AirSimulation).FocusWindow);
+  EXPECT_FALSE(Click(ButtonOf::SmokeReport).FocusWindow);
+  EXPECT_TRUE(Click(ButtonOf::Grid).FocusWindow);
+}
+
+TEST_F(CommandsTest, PrintScreenResetsThePaletteToZoomAndAsksFirst) {
+  Click(ButtonOf::Delete);
+  ui.QueueAnswer(MsgAnswer::Cancel);
+  CommandResult result = Click(ButtonOf::PrintScreen);
+  EXPECT_EQ(result.Operation, CommandOperation::None);
+  EXPECT_TRUE(result.Redraw);
+  ASSERT_EQ(ui.Records().size(), 1u);
+  EXPECT_EQ(ui.Records()[0].text, "Print Screen ?");
+  EXPECT_EQ(ui.Records()[0].title, "Printing");
+  EXPECT_EQ(ui.Records()[0].buttons, MsgButtons::OKCancel);
+  EXPECT_EQ(cmd.CurrentButton, ButtonOf::ZoomPan);
+  EXPECT_EQ(cmd.PressedButton, ButtonOf::ZoomPan);
+  EXPECT_EQ(tools.ToolCode, ToolOf::Zoom);
+
+  ui.QueueAnswer(MsgAnswer::OK);
+  result = Click(ButtonOf::PrintScreen);
+  EXPECT_EQ(result.Operation, CommandOperation::PrintScreen);
+}
+
+TEST_F(CommandsTest, PasteModeShowsTheCopyButtonAndCopyModeClearsIt) {
+  CommandResult result = Click(ButtonOf::PasteAttributes);
+  EXPECT_EQ(tools.ToolCode, ToolOf::CopyPaste);
+  EXPECT_EQ(cmd.CopyOrPaste, -1);
+  EXPECT_EQ(cmd.CurrentButton, ButtonOf::CopyAttributes);
+  EXPECT_EQ(cmd.PressedButton, ButtonOf::CopyAttributes);
+  EXPECT_EQ(result.StatusButton, -1);
+  EXPECT_TRUE(result.PasteMenuChecked);
+  EXPECT_EQ(CursorName(tools.PaletteIndex, MouseButtonOf::Left), "COPY");
+
+  result = Click(ButtonOf::CopyAttributes);
+  EXPECT_EQ(cmd.CopyOrPaste, 0);
+  EXPECT_TRUE(result.CopyMenuChecked);
+}
+
+TEST_F(CommandsTest, SaveAsksForANameWithoutOneOrForAMasterFile) {
+  EXPECT_EQ(Click(ButtonOf::Save).Operation, CommandOperation::SaveAs);
+  ws.net.FileName = "/mines/north.smm";
+  EXPECT_EQ(Click(ButtonOf::Save).Operation, CommandOperation::SaveAs);
+  ws.net.FileName = "/mines/north.SIM";
+  EXPECT_EQ(Click(ButtonOf::Save).Operation, CommandOperation::Save);
+}
+
+TEST_F(CommandsTest, ViewTogglesChangeTheWindowState) {
+  Add(0, 0, 0, 100, 100, -50);
+  Build();
+  Click(ButtonOf::TwoDThreeD);
+  EXPECT_EQ(view.Is3D, 1);
+  Click(ButtonOf::TwoDThreeD);
+  EXPECT_EQ(view.Is3D, 0);
+  Click(ButtonOf::Grid);
+  EXPECT_TRUE(view.GridOn);
+  view.LevelMode = LevelModeOf::Single;
+  view.PreviousLevelMode = LevelModeOf::Range;
+  Click(ButtonOf::Levels);
+  EXPECT_EQ(view.LevelMode, LevelModeOf::Range);
+}
+
+TEST_F(CommandsTest, NoWindowStillAnswersTheCommand) {
+  const CommandResult result = ClickButton(ws, nullptr, cmd, tools, ButtonOf::Fit);
+  EXPECT_EQ(result.Operation, CommandOperation::Fit);
+  EXPECT_EQ(ClickButton(ws, nullptr, cmd, tools, ButtonOf::TwoDThreeD).Operation,
+            CommandOperation::ToggleThreeD);
+}
+
+TEST_F(CommandsTest, UnknownCodesDoNothing) {
+  Click(ButtonOf::Edit);
+  const CommandResult result = Click(77);
+  EXPECT_EQ(result.Operation, CommandOperation::None);
+  EXPECT_EQ(tools.ToolCode, ToolOf::Edit);
+}
+
+TEST_F(CommandsTest, FunctionKeysReachTheirButtons) {
+  const std::pair<ViewKey, int> table[] = {
+      {ViewKey::F2, 0},   {ViewKey::F3, 4},   {ViewKey::F4, 8},   {ViewKey::F5, 6},
+      {ViewKey::F6, 7},   {ViewKey::F7, 10},  {ViewKey::F8, 9},   {ViewKey::F9, 13},
+      {ViewKey::F10, 12}, {ViewKey::F11, 21}, {ViewKey::F12, 14}, {ViewKey::Home, 1},
+      {ViewKey::Tab, 5}};
+  for (const auto& [key, button] : table) {
+    const KeyCommand command = CommandOfKey(key);
+    EXPECT_EQ(command.kind, KeyCommand::Kind::Button);
+    EXPECT_EQ(command.Button, button);
+  }
+  EXPECT_EQ(CommandOfKey(ViewKey::F1).kind, KeyCommand::Kind::Ignore);
+  EXPECT_EQ(CommandOfKey(ViewKey::Other).kind, KeyCommand::Kind::Ignore);
+}
+
+TEST_F(CommandsTest, F7AndF8ReachTextAndFansInThatOrder) {
+  Press(ViewKey::F7);
+  EXPECT_EQ(tools.ToolCode, ToolOf::Text);
+  Press(ViewKey::F8);
+  EXPECT_EQ(tools.ToolCode, ToolOf::Fan);
+  EXPECT_EQ(cmd.PreviousButton, ButtonOf::Text);
+}
+
+TEST_F(CommandsTest, HomeFitsAndTabRedoesWithoutLosingTheTool) {
+  Press(ViewKey::F3);
+  EXPECT_EQ(Press(ViewKey::Home).Operation, CommandOperation::Fit);
+  EXPECT_EQ(Press(ViewKey::Tab).Operation, CommandOperation::Redo);
+  EXPECT_EQ(tools.ToolCode, ToolOf::Draw);
+  EXPECT_EQ(cmd.CurrentButton, ButtonOf::Draw);
+}
+
+TEST_F(CommandsTest, BackspaceUndoesWithoutTheDispatcher) {
+  Press(ViewKey::F9);
+  const CommandResult result = Press(ViewKey::Backspace);
+  EXPECT_EQ(result.Operation, CommandOperation::Undo);
+  EXPECT_EQ(result.StatusButton, -1);
+  EXPECT_EQ(cmd.CurrentButton, ButtonOf::Info);
+  EXPECT_EQ(tools.ToolCode, ToolOf::Info);
+}
+
+TEST_F(CommandsTest, EscapeAndUpdateScreenClearTheSelection) {
+  const int a = Add(0, 0, 0, 100, 0, 0);
+  const int b = Add(0, 0, 0, 0, 100, 0);
+  ws.net.BranchCode[a] |= Bit::Selected;
+  ws.net.BranchCode[b] |= Bit::Selected | Bit::Exhaust;
+  CommandResult result = Press(ViewKey::Escape);
+  EXPECT_TRUE(result.Redraw);
+  EXPECT_EQ(ws.net.BranchCode[a] & Bit::Selected, 0);
+  EXPECT_EQ(ws.net.BranchCode[b], Bit::Rectangular | Bit::Exhaust);
+
+  ws.net.BranchCode[a] |= Bit::Selected;
+  result = Click(ButtonOf::UpdateScreen);
+  EXPECT_EQ(result.Operation, CommandOperation::UpdateScreen);
+  EXPECT_EQ(ws.net.BranchCode[a] & Bit::Selected, 0);
+}
+
+TEST_F(CommandsTest, ArrowKeysStepTheLevel) {
+  ws.net.RLCount = 3;
+  ws.net.RLName[1] = "Surface";
+  ws.net.RLBound[1] = {0, 100, 0};
+  ws.net.RLName[2] = "Level 1";
+  ws.net.RLBound[2] = {0, 0, -100};
+  ws.net.RLName[3] = "Level 2";
+  ws.net.RLBound[3] = {0, -100, -200};
+  view.CurrentLevel = 2;
+  EXPECT_EQ(Press(ViewKey::Down).Operation, CommandOperation::StepLevelDown);
+  EXPECT_EQ(view.CurrentLevel, 3);
+  EXPECT_EQ(view.LevelMode, LevelModeOf::Single);
+  Press(ViewKey::Up);
+  Press(ViewKey::Up);
+  EXPECT_EQ(view.CurrentLevel, 1);
+}
+
+}  // namespace
+}  // namespace galeris::test

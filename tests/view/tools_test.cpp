@@ -1,0 +1,420 @@
+// The mouse tools: zoom, pan and rotation by button, click against drag, picks with their
+// tolerances and ties, the airway report, and the refusals of the tools not offered yet.
+#include "view/tools.h"
+
+#include <gtest/gtest.h>
+
+#include "core/units.h"
+#include "tests/view/view_fixture.h"
+#include "view/labels.h"
+
+namespace galeris::test {
+namespace {
+
+struct ToolsTest : ::testing::Test, ViewFixture {
+  ToolResponse Down(float x, float y, int button, bool shift = false) {
+    return MouseDown(ws, view, tools, {x, y, button, shift, 0});
+  }
+  ToolResponse Move(float x, float y, int button) {
+    return MouseMove(ws, view, tools, {x, y, button, false, 0});
+  }
+  ToolResponse Up(float x, float y, int button) {
+    return MouseUp(ws, view, tools, {x, y, button, false, 0});
+  }
+  ToolResponse Click(float x, float y, int button) {
+    Down(x, y, button);
+    return Up(x, y, button);
+  }
+
+  ToolState tools;
+};
+
+TEST_F(ToolsTest, LeftClickHalvesTheViewAboutThePointClicked) {
+  const ToolResponse response = Click(100, 50, MouseButtonOf::Left);
+  EXPECT_TRUE(response.Redraw);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 500);
+  EXPECT_FLOAT_EQ(view.ScaleHeight, 375);
+  EXPECT_FLOAT_EQ(view.PanX, 100);
+  EXPECT_FLOAT_EQ(view.PanY, 50);
+  EXPECT_EQ(tools.MouseDownFlag, 0);
+}
+
+TEST_F(ToolsTest, AMoveWithinAFiftiethOfTheWidthIsStillAClick) {
+  Down(0, 0, MouseButtonOf::Left);
+  Move(19, -19, MouseButtonOf::Left);
+  Up(19, -19, MouseButtonOf::Left);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 500);
+  EXPECT_FLOAT_EQ(view.PanX, 0);
+}
+
+TEST_F(ToolsTest, LeftDragZoomsToTheRectangleEvenFromRightToLeft) {
+  Down(200, 200, MouseButtonOf::Left);
+  const ToolResponse moved = Move(-200, -100, MouseButtonOf::Left);
+  EXPECT_TRUE(moved.OverlayChanged);
+  EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::Fence);
+  EXPECT_EQ(tools.FenceDrawn, -1);
+  const ToolResponse released = Up(-200, -100, MouseButtonOf::Left);
+  EXPECT_TRUE(released.Redraw);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 400);
+  EXPECT_FLOAT_EQ(view.ScaleHeight, 300);
+  EXPECT_FLOAT_EQ(view.PanX, 0);
+  EXPECT_FLOAT_EQ(view.PanY, 50);
+  EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::None);
+}
+
+TEST_F(ToolsTest, ATallRectangleKeepsTheWindowShape) {
+  Down(0, 0, MouseButtonOf::Left);
+  Move(100, 300, MouseButtonOf::Left);
+  Up(100, 300, MouseButtonOf::Left);
+  EXPECT_FLOAT_EQ(view.ScaleHeight, 300);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 400);
+}
+
+TEST_F(ToolsTest, AReleaseOutsideTheWindowDropsTheFence) {
+  Down(0, 0, MouseButtonOf::Left);
+  Move(300, 200, MouseButtonOf::Left);
+  const ToolResponse response = Up(900, 200, MouseButtonOf::Left);
+  EXPECT_TRUE(response.OverlayChanged);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
+  EXPECT_EQ(tools.MouseDownFlag, 0);
+  EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::None);
+}
+
+TEST_F(ToolsTest, RightClickDoublesTheWidthAndRightDragPans) {
+  Click(100, 100, MouseButtonOf::Right);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 2000);
+  EXPECT_FLOAT_EQ(view.ScaleHeight, 1500);
+  EXPECT_FLOAT_EQ(view.PanX, 0);
+
+  Down(0, 0, MouseButtonOf::Right);
+  EXPECT_FALSE(Move(10, 0, MouseButtonOf::Right).Wireframe);  // within the tolerance
+  EXPECT_TRUE(Move(-100, 50, MouseButtonOf::Right).Wireframe);
+  EXPECT_TRUE(Up(-100, 50, MouseButtonOf::Right).Redraw);
+  EXPECT_FLOAT_EQ(view.PanX, 100);
+  EXPECT_FLOAT_EQ(view.PanY, -50);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 2000);  // a pan is no zoom
+}
+
+TEST_F(ToolsTest, MiddleButtonPansWhateverTheTool) {
+  tools.ToolCode = ToolOf::Draw;
+  Down(0, 0, MouseButtonOf::Middle);
+  EXPECT_EQ(tools.PanOnly, -1);
+  Move(200, 0, MouseButtonOf::Middle);
+  Up(200, 0, MouseButtonOf::Middle);
+  EXPECT_FLOAT_EQ(view.PanX, -200);
+  EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::None);
+}
+
+TEST_F(ToolsTest, RightButtonPansOnlyWhereTheToolHasNoRightAction) {
+  for (std::int16_t code : {ToolOf::Reverse, ToolOf::Follow}) {
+    tools.ToolCode = code;
+    Down(0, 0, MouseButtonOf::Right);
+    EXPECT_EQ(tools.PanOnly, -1) << code;
+    Up(0, 0, MouseButtonOf::Right);
+  }
+  for (std::int16_t code : {ToolOf::Draw, ToolOf::Delete, ToolOf::Fan, ToolOf::CopyPaste}) {
+    tools.ToolCode = code;
+    Down(0, 0, MouseButtonOf::Right);
+    EXPECT_EQ(tools.PanOnly, 0) << code;
+    Up(0, 0, MouseButtonOf::Right);
+  }
+}
+
+TEST_F(ToolsTest, BothButtonsRotateWhateverTheTool) {
+  Add(0, 0, -10, 100, 0, -10);
+  Build();
+  for (std::int16_t code : {ToolOf::Zoom, ToolOf::Delete, ToolOf::Info, ToolOf::Draw}) {
+    view.Is3D = 0;
+    view.SpinAngle = 0;
+    view.TiltAngle = 0;
+    tools.ToolCode = code;
+    Down(0, 0, MouseButtonOf::Left);
+    Down(0, 0, MouseButtonOf::Both);
+    const ToolResponse moved = Move(-250, -150, MouseButtonOf::Both);
+    EXPECT_TRUE(moved.Wireframe) << code;
+    EXPECT_EQ(tools.RotatingFlag, -1) << code;
+    EXPECT_NE(view.Is3D, 0) << code;
+    EXPECT_GT(view.SpinAngle, 0) << code;  // a quarter of the width: an eighth of a turn
+    EXPECT_NEAR(view.SpinAngle, kDragPi / 4, 1e-4) << code;
+    const ToolResponse released = Up(-250, -150, MouseButtonOf::Right);
+    EXPECT_TRUE(released.Redraw) << code;
+    EXPECT_EQ(tools.RotatingFlag, 0) << code;
+    EXPECT_EQ(tools.MouseDownFlag, 0) << code;
+    EXPECT_FLOAT_EQ(view.ScaleWidth, 1000) << code;  // no zoom on the way out
+    EXPECT_TRUE(released.Unavailable.empty()) << code;
+  }
+}
+
+TEST_F(ToolsTest, RightDragOfTheCentreToolRotates) {
+  tools.ToolCode = ToolOf::CentreRotate;
+  Down(0, 0, MouseButtonOf::Right);
+  Move(0, -375, MouseButtonOf::Right);
+  EXPECT_EQ(tools.RotatingFlag, -1);
+  EXPECT_NEAR(view.TiltAngle, kDragPi / 4, 1e-4);
+}
+
+TEST_F(ToolsTest, ShiftHeldRunsThePowerZoomUntilRelease) {
+  ws.defaults.PowerZoomSpeed = 4;
+  ToolResponse response = Down(0, 0, MouseButtonOf::Left, true);
+  EXPECT_EQ(tools.ZoomMode, 5);
+  EXPECT_TRUE(response.PowerZoom);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 960);
+  response = PowerZoomStep(ws, view, tools);
+  EXPECT_TRUE(response.PowerZoom);
+  EXPECT_NEAR(view.ScaleWidth, 921.6, 1e-3);
+  EXPECT_TRUE(Up(0, 0, MouseButtonOf::Left).Redraw);
+  EXPECT_EQ(tools.ZoomMode, 0);
+  EXPECT_NEAR(view.ScaleWidth, 921.6, 1e-3);  // the release is no click zoom
+  EXPECT_FALSE(PowerZoomStep(ws, view, tools).PowerZoom);
+
+  Down(0, 0, MouseButtonOf::Right, true);
+  EXPECT_NEAR(view.ScaleWidth, 921.6 * 1.04, 1e-2);
+  Up(0, 0, MouseButtonOf::Right);
+}
+
+TEST_F(ToolsTest, PowerZoomStopsAtTheSmallestScale) {
+  SetScale(view, 20.5f, 15, 0, 0);
+  Down(0, 0, MouseButtonOf::Left, true);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 20);
+  EXPECT_FALSE(PowerZoomStep(ws, view, tools).PowerZoom);
+  EXPECT_TRUE(ui.Said("Minimum Scaling Reached"));
+}
+
+TEST_F(ToolsTest, WheelZoomsUnlessScrollZoomIsOff) {
+  EXPECT_TRUE(WheelZoom(ws, view, 120));
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 800);
+  EXPECT_TRUE(WheelZoom(ws, view, -120));
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
+  ws.defaults.ScrollZoomOff = 1;
+  EXPECT_FALSE(WheelZoom(ws, view, 120));
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
+}
+
+TEST_F(ToolsTest, NearestEndTiesGoToTheFirstFoundAndEntryBeatsExit) {
+  const int a = Add(0, 0, -10, 100, 0, -10);
+  const int b = Add(0, 40, -10, 100, 40, -10);
+  const int shaft = Add(-200, -200, 0, -200, -200, -100);
+  ws.net.EntryNodeName[a] = "Portal ";
+  Build();
+  EndPick pick = FindNearestEnd(ws, view, tools, 0, 20);
+  EXPECT_EQ(pick.End, a);
+  EXPECT_EQ(pick.NodeName, "Portal");
+  pick = FindNearestEnd(ws, view, tools, 0, 21);
+  EXPECT_EQ(pick.End, b);
+  pick = FindNearestEnd(ws, view, tools, 95, 38);
+  EXPECT_EQ(pick.End, -b);
+  EXPECT_EQ(pick.X, 100);
+  EXPECT_EQ(pick.Y, 40);
+  pick = FindNearestEnd(ws, view, tools, -201, -199, true);
+  EXPECT_EQ(pick.End, shaft);
+  EXPECT_EQ(pick.Z, 0);
+  EXPECT_FLOAT_EQ(view.WorkingRL, 0);
+  EXPECT_EQ(FindNearestEnd(ws, view, tools, 300, 300).End, 0);
+}
+
+TEST_F(ToolsTest, TolerancesDoubleWhenTheViewIsZoomedOutByTwo) {
+  const int a = Add(0, 0, -10, 400, 0, -10);
+  Build();
+  // A width of 1000 gives a pick tolerance of 40.
+  EXPECT_EQ(FindNearestEnd(ws, view, tools, 0, 39).End, a);
+  EXPECT_EQ(FindNearestEnd(ws, view, tools, 0, 60).End, 0);
+  EXPECT_EQ(FindNearestAirway(ws, view, tools, 200, 60).Airway, 0);
+  SetScale(view, 2000, 1500, 0, 0);
+  Build();
+  EXPECT_EQ(FindNearestEnd(ws, view, tools, 0, 60).End, a);
+  EXPECT_EQ(FindNearestEnd(ws, view, tools, 0, 81).End, 0);
+  EXPECT_EQ(FindNearestAirway(ws, view, tools, 200, 60).Airway, a);
+
+  // The click tolerance is a fiftieth of the width: 40 now.
+  Down(0, 0, MouseButtonOf::Left);
+  Move(35, 35, MouseButtonOf::Left);
+  Up(35, 35, MouseButtonOf::Left);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
+  EXPECT_FLOAT_EQ(view.PanX, 0);
+}
+
+TEST_F(ToolsTest, NearestAirwayGivesTheFractionAndTheWorldPoint) {
+  const int a = Add(0, 0, 10, 200, 0, 30);
+  Add(0, 10, 0, 200, 10, 0);
+  Build();
+  const AirwayPick pick = FindNearestAirway(ws, view, tools, 50, 4);
+  EXPECT_EQ(pick.Airway, a);
+  EXPECT_NEAR(pick.Fraction, 0.25, 0.01);
+  EXPECT_NEAR(pick.X, 50, 1);
+  EXPECT_EQ(pick.Y, 0);
+  EXPECT_NEAR(pick.Z, 15, 0.2);
+  EXPECT_FLOAT_EQ(view.WorkingRL, static_cast<float>(pick.Z));
+  // Equally near both: the first one drawn keeps it.
+  EXPECT_EQ(FindNearestAirway(ws, view, tools, 100, 5).Airway, a);
+}
+
+TEST_F(ToolsTest, AShaftSeenEndOnCanOnlyBeFoundByItsEnds) {
+  const int shaft = Add(100, 100, 0, 100, 100, -300);
+  Build();
+  const AirwayPick pick = FindNearestAirway(ws, view, tools, 100, 100);
+  EXPECT_EQ(pick.Airway, 0);
+  EXPECT_FLOAT_EQ(pick.X, 100);  // the plan point under the mouse
+  EXPECT_EQ(FindNearestEnd(ws, view, tools, 100, 100).End, shaft);
+}
+
+TEST_F(ToolsTest, VerticalLinesOnScreenArePickedBesideThem) {
+  const int a = Add(0, -200, 0, 0, 200, 0);
+  Build();
+  const AirwayPick pick = FindNearestAirway(ws, view, tools, 15, 100);
+  EXPECT_EQ(pick.Airway, a);
+  EXPECT_NEAR(pick.Fraction, 0.75, 0.01);
+  EXPECT_EQ(FindNearestAirway(ws, view, tools, 15, 260).Airway, 0);  // beyond its end
+}
+
+TEST_F(ToolsTest, PicksFollowMirroredAxes) {
+  ws.net.AxisSignX = -1;
+  const int a = Add(300, 0, 0, 400, 0, 0);
+  Build();
+  // The mouse is axis-signed like the world, the draw list is as drawn.
+  EXPECT_EQ(FindNearestEnd(ws, view, tools, 300, 0).End, a);
+  EXPECT_EQ(FindNearestAirway(ws, view, tools, 350, 0).Airway, a);
+}
+
+TEST_F(ToolsTest, InfoToolShowsTheReportAndOpensTheDialogOnLeftRelease) {
+  const int a = Add(0, 0, -10, 200, 0, -10);
+  ws.net.AirwayNo[a] = 57;
+  ws.net.Quantity[a] = 12.5f;
+  Build();
+  tools.ToolCode = ToolOf::Info;
+  const ToolResponse pressed = Down(100, 3, MouseButtonOf::Left);
+  ASSERT_TRUE(pressed.ShowReport);
+  const std::vector<std::string>& rows = pressed.ReportRows;
+  ASSERT_EQ(rows.size(), 12u);
+  EXPECT_EQ(rows[0], "     AIRWAY 57");
+  EXPECT_EQ(rows[1], "");
+  const char* captions[] = {"Q = ",     "Vel = ",  "Res = ",  "kFac = ",  "PLoss = ",
+                            "Shock = ", "Size = ", "Cost = ", "Power = ", "Layers = "};
+  for (int k = 0; k < 10; ++k) {
+    EXPECT_EQ(rows[k + 2].rfind(captions[k], 0), 0u) << rows[k + 2];
+  }
+  EXPECT_EQ(rows[2], "Q = " + AirwayLabel(ws, DataType::Quantity, a, 1));
+  EXPECT_TRUE(Move(150, 3, MouseButtonOf::Left).Unavailable.empty());
+  EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::None);
+  const ToolResponse released = Up(150, 3, MouseButtonOf::Left);
+  EXPECT_TRUE(released.HideReport);
+  EXPECT_EQ(released.InfoAirway, a);
+
+  const ToolResponse right = Down(100, 3, MouseButtonOf::Right);
+  EXPECT_TRUE(right.ShowReport);
+  const ToolResponse rightUp = Up(100, 3, MouseButtonOf::Right);
+  EXPECT_TRUE(rightUp.HideReport);
+  EXPECT_EQ(rightUp.InfoAirway, 0);
+
+  EXPECT_FALSE(Down(400, 300, MouseButtonOf::Left).ShowReport);
+  EXPECT_EQ(Up(400, 300, MouseButtonOf::Left).InfoAirway, 0);
+}
+
+TEST_F(ToolsTest, CentreToolTurnsAboutTheAirwayClicked) {
+  const int a = Add(0, 0, -50, 200, 0, -50);
+  Build();
+  tools.ToolCode = ToolOf::CentreRotate;
+  const ToolResponse response = Click(100, 2, MouseButtonOf::Left);
+  EXPECT_TRUE(response.Redraw);
+  EXPECT_NE(view.Is3D, 0);
+  EXPECT_EQ(view.PivotState, a);
+  EXPECT_EQ(view.Pivot[1], 100);
+  EXPECT_EQ(view.Pivot[2], 0);
+  EXPECT_EQ(view.Pivot[3], -50);
+  EXPECT_NEAR(view.PanX, 100, 1e-3);
+}
+
+TEST_F(ToolsTest, ToolsOfLaterWorkSayTheyAreNotAvailable) {
+  Add(0, 0, -10, 200, 0, -10);
+  Build();
+  for (std::int16_t code : {ToolOf::Reverse, ToolOf::Fan, ToolOf::Text, ToolOf::Contaminant,
+                            ToolOf::Edit, ToolOf::Follow, ToolOf::Insert, ToolOf::SmokeReport,
+                            ToolOf::Delete, ToolOf::Select, ToolOf::CopyPaste, ToolOf::Layers}) {
+    tools.ToolCode = code;
+    EXPECT_EQ(Click(100, 0, MouseButtonOf::Left).Unavailable, ToolTip(code)) << code;
+  }
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
+}
+
+TEST_F(ToolsTest, DrawToolSnapsToAnEndAndDrawsARubberBand) {
+  Add(0, 0, -20, 200, 0, -20);
+  Build();
+  tools.ToolCode = ToolOf::Draw;
+  Down(196, 3, MouseButtonOf::Left);
+  EXPECT_EQ(tools.PickedEnd, 1);
+  EXPECT_FLOAT_EQ(tools.PressX, 200);
+  EXPECT_FLOAT_EQ(tools.PressY, 0);
+  EXPECT_DOUBLE_EQ(tools.PickZ, -20);
+  EXPECT_FLOAT_EQ(view.WorkingRL, -20);
+  EXPECT_TRUE(Move(300, 100, MouseButtonOf::Left).OverlayChanged);
+  EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::RubberBand);
+  EXPECT_EQ(tools.Overlay.colour, RGBColour(0, 0, 0));
+  EXPECT_EQ(Up(300, 100, MouseButtonOf::Left).Unavailable, ToolTip(ToolOf::Draw));
+
+  tools.ToolCode = ToolOf::Move;
+  Down(2, 2, MouseButtonOf::Left);
+  Move(50, 50, MouseButtonOf::Left);
+  EXPECT_EQ(tools.Overlay.colour, RGBColour(255, 0, 0));
+  Up(50, 50, MouseButtonOf::Left);
+}
+
+TEST_F(ToolsTest, ReleaseFarBeyondTheWorldIsRefused) {
+  tools.ToolCode = ToolOf::Fan;
+  view.PanX = 9999990;
+  Down(20, 0, MouseButtonOf::Left);
+  const ToolResponse response = Up(20, 0, MouseButtonOf::Left);
+  EXPECT_TRUE(ui.Said("ERROR - Cursor Coordinates exceed size limit"));
+  EXPECT_TRUE(response.Unavailable.empty());
+  EXPECT_EQ(tools.MouseDownFlag, 0);
+}
+
+TEST_F(ToolsTest, AReleaseInAnotherWindowActsThereAndRedrawsBoth) {
+  Down(0, 0, MouseButtonOf::Left);
+  ViewState other = view;
+  SetScale(other, 4000, 3000, 0, 0);
+  const ToolResponse response = MouseUp(ws, other, tools, {10, 10, MouseButtonOf::Left, false, 1});
+  EXPECT_TRUE(response.CrossWindow);
+  EXPECT_TRUE(response.Redraw);
+  EXPECT_FLOAT_EQ(other.ScaleWidth, 2000);
+  EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
+}
+
+TEST_F(ToolsTest, CursorsFollowThePaletteAndTheButton) {
+  EXPECT_EQ(CursorName(0, MouseButtonOf::Left), "MAGNIFY");
+  EXPECT_EQ(CursorName(0, MouseButtonOf::Right), "HAND");
+  EXPECT_EQ(CursorName(13, MouseButtonOf::Right), "INFO");
+  EXPECT_EQ(CursorName(21, MouseButtonOf::Left), "COPY");
+  EXPECT_EQ(CursorName(3, MouseButtonOf::Left), "");
+  std::string name;
+  EXPECT_TRUE(SetToolCursor(tools, MouseButtonOf::Left, name));
+  EXPECT_EQ(name, "MAGNIFY");
+  EXPECT_FALSE(SetToolCursor(tools, MouseButtonOf::Middle, name));
+  EXPECT_TRUE(SetToolCursor(tools, MouseButtonOf::Right, name));
+  EXPECT_EQ(name, "HAND");
+  tools.PaletteIndex = 9;
+  EXPECT_TRUE(SetToolCursor(tools, MouseButtonOf::Right, name));
+  EXPECT_EQ(name, "FAN");
+}
+
+TEST_F(ToolsTest, CoordinatesShowTheWorldPointUnderTheMouse) {
+  view.PanX = 1000;
+  view.PanY = 2000;
+  view.WorkingRL = -150;
+  const CoordinateText text = ShowCoordinates(ws, view, tools, 25, -50);
+  EXPECT_EQ(text.X, FormatValue(ws.units, 1025, 14));
+  EXPECT_EQ(text.Y, FormatValue(ws.units, 1950, 14));
+  EXPECT_EQ(text.Z, FormatValue(ws.units, -150, 14));
+  EXPECT_EQ(text.PanX, FormatValue(ws.units, 1000, 14));
+}
+
+TEST_F(ToolsTest, TheOverlayIsDrawnInThePlaneAsDrawn) {
+  ws.net.AxisSignY = -1;
+  Down(0, 0, MouseButtonOf::Left);
+  Move(100, 100, MouseButtonOf::Left);
+  const OverlayShape shape = OverlayToDraw(ws.net, tools);
+  EXPECT_EQ(shape.kind, OverlayShape::Kind::Fence);
+  EXPECT_FLOAT_EQ(shape.X2, 100);
+  EXPECT_FLOAT_EQ(shape.Y2, -100);
+}
+
+}  // namespace
+}  // namespace galeris::test
