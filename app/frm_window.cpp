@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 #include <QResizeEvent>
+#include <QTimer>
 #include <QWheelEvent>
 #include <algorithm>
 #include <cmath>
@@ -15,7 +16,16 @@
 namespace galeris {
 namespace {
 
-constexpr float kWheelStep = 1.25f;  // one notch of the wheel
+constexpr float kWheelStep = 1.25f;   // one notch of the wheel
+constexpr int kPowerZoomPause = 200;  // milliseconds between the steps of the power zoom
+
+int ButtonOf(Qt::MouseButtons buttons) {
+  if ((buttons & Qt::LeftButton) && (buttons & Qt::RightButton)) return MouseButtonOf::Both;
+  if (buttons & Qt::LeftButton) return MouseButtonOf::Left;
+  if (buttons & Qt::RightButton) return MouseButtonOf::Right;
+  if (buttons & Qt::MiddleButton) return MouseButtonOf::Middle;
+  return MouseButtonOf::None;
+}
 
 void EnsurePermanentViews(Network& net) {
   if (net.ViewName[1].empty()) MakePermanentViews(net);
@@ -37,6 +47,7 @@ FrmWindow::FrmWindow(Workspace& ws, QWidget* parent)
 
 void FrmWindow::Repaint(bool wireframeOnly) {
   wireframeOnly_ = wireframeOnly;
+  pictureStale_ = true;
   update();
 }
 
@@ -52,6 +63,11 @@ void FrmWindow::Redraw() {
     view_.LineAirway.assign(static_cast<std::size_t>(ws_.net.MaxAirways) + 1, 0);
   }
   EnsurePermanentViews(ws_.net);
+  // A window opened on an empty network fits the first airways that reach it.
+  if (isVisible() && !fitted_ && ws_.net.BranchCount > 0) {
+    Fit();
+    return;
+  }
   BuildVisibleList(ws_, view_);
   ProjectNetwork(ws_, view_);
   Announce();
@@ -62,7 +78,7 @@ void FrmWindow::Fit() {
   BuildVisibleList(ws_, view_);
   ProjectNetwork(ws_, view_);
   FitNetwork(ws_, view_);
-  fitted_ = true;
+  fitted_ = ws_.net.BranchCount > 0;
   Announce();
   Repaint(false);
 }
@@ -173,16 +189,78 @@ QPointF FrmWindow::WindowPoint(QPointF pixel) const {
 }
 
 void FrmWindow::paintEvent(QPaintEvent*) {
-  QPainter painter(this);
-  QPainterCanvas canvas(painter, size());
   view_.PixelWidth = std::max(1, width());
   view_.PixelHeight = std::max(1, height());
-  if (wireframeOnly_) {
-    RedrawWireframe(ws_, view_, canvas);
-  } else {
-    RedrawNetwork(ws_, view_, canvas);
+  if (pictureStale_ || picture_.size() != size()) {
+    picture_ = QImage(size(), QImage::Format_RGB32);
+    QPainter painter(&picture_);
+    QPainterCanvas canvas(painter, size());
+    if (wireframeOnly_) {
+      RedrawWireframe(ws_, view_, canvas);
+    } else {
+      RedrawNetwork(ws_, view_, canvas);
+    }
+    wireframeOnly_ = false;
+    pictureStale_ = false;
   }
-  wireframeOnly_ = false;
+  QPainter painter(this);
+  painter.drawImage(0, 0, picture_);
+  DrawOverlay(painter);
+}
+
+void FrmWindow::DrawOverlay(QPainter& painter) {
+  if (tools_ == nullptr || tools_->Overlay.kind == OverlayShape::Kind::None) return;
+  const OverlayShape shape = OverlayToDraw(ws_.net, *tools_);
+  QPainterCanvas canvas(painter, size());
+  canvas.SetScale(view_.ScaleLeft, view_.ScaleTop, view_.ScaleWidth, view_.ScaleHeight);
+  if (shape.kind == OverlayShape::Kind::RubberBand) {
+    canvas.Line(shape.X1, shape.Y1, shape.X2, shape.Y2, shape.colour, 1, LineStyle::Solid);
+    return;
+  }
+  canvas.Line(shape.X1, shape.Y1, shape.X2, shape.Y1, shape.colour, 1, LineStyle::Dash);
+  canvas.Line(shape.X2, shape.Y1, shape.X2, shape.Y2, shape.colour, 1, LineStyle::Dash);
+  canvas.Line(shape.X2, shape.Y2, shape.X1, shape.Y2, shape.colour, 1, LineStyle::Dash);
+  canvas.Line(shape.X1, shape.Y2, shape.X1, shape.Y1, shape.colour, 1, LineStyle::Dash);
+}
+
+MouseInput FrmWindow::ToolInput(QMouseEvent* event, int button) const {
+  const QPointF at = WindowPoint(event->position());
+  MouseInput in;
+  in.X = static_cast<float>(at.x());
+  in.Y = static_cast<float>(at.y());
+  in.Button = button;
+  in.Shift = (event->modifiers() & Qt::ShiftModifier) != 0;
+  in.Window = view_.WindowNumber;
+  return in;
+}
+
+void FrmWindow::Carry(const ToolResponse& response, QPoint pixel) {
+  if (!response.Unavailable.empty()) {
+    emit ToolUnavailable(QString::fromStdString(response.Unavailable));
+  }
+  if (response.HideReport) emit ReportHidden();
+  if (response.ShowReport) {
+    QStringList rows;
+    for (const std::string& row : response.ReportRows) rows << QString::fromStdString(row);
+    emit ReportRequested(rows, pixel);
+  }
+  if (response.InfoAirway != 0) emit InfoRequested(response.InfoAirway);
+  if (response.Redraw) {
+    Redraw();
+    if (response.CrossWindow) emit NetworkEdited();
+  } else if (response.Wireframe) {
+    emit RotationChanged(QString::fromStdString(view_.StatusRotX),
+                         QString::fromStdString(view_.StatusRotY));
+    Repaint(true);
+  } else if (response.OverlayChanged) {
+    update();
+  }
+  if (response.PowerZoom) QTimer::singleShot(kPowerZoomPause, this, [this] { PowerZoomTick(); });
+}
+
+void FrmWindow::PowerZoomTick() {
+  if (tools_ == nullptr || tools_->ZoomMode != 5) return;
+  Carry(PowerZoomStep(ws_, view_, *tools_), QPoint());
 }
 
 void FrmWindow::resizeEvent(QResizeEvent* event) {
@@ -199,14 +277,24 @@ void FrmWindow::showEvent(QShowEvent* event) {
 }
 
 void FrmWindow::wheelEvent(QWheelEvent* event) {
-  if (ws_.defaults.ScrollZoomOff != 0 || event->angleDelta().y() == 0) return;
-  const float factor = event->angleDelta().y() > 0 ? 1 / kWheelStep : kWheelStep;
-  SetZoom(ws_, view_, view_.ScaleWidth * factor, view_.ScaleHeight * factor);
+  const int delta = event->angleDelta().y();
+  if (tools_ != nullptr) {
+    if (!WheelZoom(ws_, view_, delta)) return;
+  } else {
+    if (ws_.defaults.ScrollZoomOff != 0 || delta == 0) return;
+    const float factor = delta > 0 ? 1 / kWheelStep : kWheelStep;
+    SetZoom(ws_, view_, view_.ScaleWidth * factor, view_.ScaleHeight * factor);
+  }
   Announce();
   Repaint(false);
 }
 
 void FrmWindow::mousePressEvent(QMouseEvent* event) {
+  if (tools_ != nullptr) {
+    Carry(MouseDown(ws_, view_, *tools_, ToolInput(event, ButtonOf(event->buttons()))),
+          event->position().toPoint());
+    return;
+  }
   const QPointF at = WindowPoint(event->position());
   const Qt::MouseButtons buttons = event->buttons();
   if ((buttons & Qt::LeftButton) && (buttons & Qt::RightButton)) {
@@ -223,6 +311,11 @@ void FrmWindow::mousePressEvent(QMouseEvent* event) {
 }
 
 void FrmWindow::mouseMoveEvent(QMouseEvent* event) {
+  if (tools_ != nullptr) {
+    Carry(MouseMove(ws_, view_, *tools_, ToolInput(event, ButtonOf(event->buttons()))),
+          event->position().toPoint());
+    return;
+  }
   const QPointF at = WindowPoint(event->position());
   if (rotating_) {
     DragRotate(ws_, view_, drag_, static_cast<float>(at.x()), static_cast<float>(at.y()));
@@ -241,7 +334,14 @@ void FrmWindow::mouseMoveEvent(QMouseEvent* event) {
   }
 }
 
-void FrmWindow::mouseReleaseEvent(QMouseEvent*) {
+void FrmWindow::mouseReleaseEvent(QMouseEvent* event) {
+  if (tools_ != nullptr) {
+    // The release names the buttons of the press, the one let go included.
+    Carry(MouseUp(ws_, view_, *tools_,
+                  ToolInput(event, ButtonOf(event->buttons() | event->button()))),
+          event->position().toPoint());
+    return;
+  }
   if (!rotating_ && !panning_) return;
   rotating_ = false;
   panning_ = false;

@@ -12,6 +12,10 @@
 namespace galeris::cli {
 namespace {
 
+// The capacity stops at 30000, and a load warns that a file is too big once it reaches the
+// capacity less one airway.
+constexpr long kMostAirwaysInFile = 29998;
+
 bool ParseWhole(const std::string& text, long& value) {
   const char* end = text.data() + text.size();
   auto [p, ec] = std::from_chars(text.data(), end, value);
@@ -52,8 +56,8 @@ int RunGenerate(CliContext& c) {
     c.err << "usage: galeris-sim generate N -o OUT [--seed S] [--solved]\n";
     return kExitBadInput;
   }
-  if (airways > kAirwayLoopLimit) {
-    c.err << "generate: at most " << kAirwayLoopLimit << " airways\n";
+  if (airways > kMostAirwaysInFile) {
+    c.err << "generate: a network file holds at most " << kMostAirwaysInFile << " airways\n";
     return kExitBadInput;
   }
   GenerateMine(c.ws, static_cast<int>(airways), static_cast<unsigned>(seed));

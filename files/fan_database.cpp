@@ -22,21 +22,11 @@ constexpr const char* kDatabasePointHead =
 constexpr const char* kEndOfFans = "**End of Fa";
 constexpr double kPi = 3.141592654;
 
-std::string Trim(const std::string& s) {
-  const std::size_t a = s.find_first_not_of(' ');
-  if (a == std::string::npos) return "";
-  return s.substr(a, s.find_last_not_of(' ') - a + 1);
-}
-
 // A number of fansdata.dat: the general trap of the start-up swallows a bad one, so the
 // reading stops there and keeps what it has.
-bool Number(const std::string& field, double& value) {
-  return StrictNumber(field, value);
-}
-
 bool Single(const std::string& field, float& target) {
   double v = 0;
-  if (!Number(field, v) || std::fabs(v) > 3.4e38) return false;
+  if (!StrictNumber(field, v) || std::fabs(v) > 3.4e38) return false;
   target = static_cast<float>(v);
   return true;
 }
@@ -60,21 +50,7 @@ void AppendPointLines(std::string& out, const Network& net, int slot) {
 void ReadVersionOneDatabase(Network& net, LineReader& in) {
   std::vector<std::string> tokens;
   std::string line;
-  while (in.ReadLine(line)) {
-    std::string token;
-    bool quoted = false;
-    for (char c : line) {
-      if (c == '"')
-        quoted = !quoted;
-      else if (c == ',' && !quoted) {
-        tokens.push_back(Trim(token));
-        token.clear();
-      } else {
-        token.push_back(c);
-      }
-    }
-    if (!line.empty()) tokens.push_back(Trim(token));
-  }
+  while (in.ReadLine(line)) AppendInputTokens(line, tokens);
   std::size_t next = 0;
   const auto take = [&]() { return next < tokens.size() ? Val(tokens[next++]) : 0.0; };
   for (int slot = 1; slot <= net.FanMax && next < tokens.size(); ++slot) {
@@ -92,7 +68,7 @@ bool ReadDatabaseFan(Network& net, LineReader& in, const FieldTable& fanLine, fl
   const double slotValue = Val(fanLine[1]);
   if (!(slotValue >= 1 && slotValue <= net.FanMax)) return false;
   const int slot = static_cast<int>(RoundHalfEven(slotValue));
-  net.FanName[slot] = Trim(fanLine[2]);
+  net.FanName[slot] = TrimBlanks(fanLine[2]);
   if (!Single(fanLine[3], net.FanDiameter[slot])) return false;
   FieldTable f;
   std::string line;
@@ -146,7 +122,7 @@ void ReadListFans(Workspace& ws, NetworkReader& r, int count, int offset, bool t
                     MsgButtons::OK, MsgIcon::Exclamation);
       return;
     }
-    net.FanName[slot] = Trim(r.f[1]);
+    net.FanName[slot] = TrimBlanks(r.f[1]);
     if (!r.f[2].empty()) r.Strict(2, net.FanDiameter[slot]);
     ReadListPoints(r, net, slot);
     if (net.FanDiameter[slot] == 0 && r.version < 2.4f && totalPressures)
@@ -263,7 +239,7 @@ int ReadFanList(Workspace& ws, NetworkReader& reader, int count, bool totalPress
     return 0;
   }
   int firstEmpty = 1;
-  while (firstEmpty <= net.FanMax && !Trim(net.FanName[firstEmpty]).empty()) ++firstEmpty;
+  while (firstEmpty <= net.FanMax && !TrimBlanks(net.FanName[firstEmpty]).empty()) ++firstEmpty;
   const int offset = firstEmpty - 1;
   if (ws.ui.AskYesNo(kMsgMergeFans, "Merge fan database")) {
     while (reader.Next() && reader.line.compare(0, 11, kEndOfFans) != 0) {

@@ -51,12 +51,6 @@ constexpr float kOldBulkheadLimit = 1000;
 constexpr float kOldBulkhead = 10000;
 constexpr int kLegacyRecordFields = 25;  // a 1.0 record holds today's fields 1 to 25
 
-std::string Trim(const std::string& s) {
-  const std::size_t a = s.find_first_not_of(' ');
-  if (a == std::string::npos) return "";
-  return s.substr(a, s.find_last_not_of(' ') - a + 1);
-}
-
 // A text field never holds a line end or a tab: they would break the file's lines and fields.
 std::string CleanField(std::string s) {
   for (char& c : s)
@@ -251,20 +245,7 @@ class TokenStream {
   void Tokenise(const std::string& line) {
     tokens_.clear();
     next_ = 0;
-    if (line.empty()) return;
-    std::string token;
-    bool quoted = false;
-    for (char c : line) {
-      if (c == '"') {
-        quoted = !quoted;
-      } else if (c == ',' && !quoted) {
-        tokens_.push_back(Trim(token));
-        token.clear();
-      } else {
-        token.push_back(c);
-      }
-    }
-    tokens_.push_back(Trim(token));
+    AppendInputTokens(line, tokens_);
   }
 
   NetworkReader& reader_;
@@ -500,10 +481,17 @@ bool ReadNetworkFile(NetworkReader& r, Workspace& ws, UiPort& ui) {
   int fanCount = 0;
   bool levelsNext = false;
   if (merge) {
-    while (r.Next() && !r.LineBegins("End of Tag")) {
+    // A merge takes only fans, levels, texts and airways. Files before 1.5 have no fan list and
+    // 1.5 has no tag list: their levels, or their fan head, are found directly.
+    levelsNext = r.version < 1.5f;
+    if (!levelsNext) {
+      const char* before = r.version == 1.5f ? "Fan Name" : "End of Tag";
+      while (r.Next() && !r.LineBegins(before)) {
+      }
+      if (r.version == 1.5f) r.Unread();
+      r.NextSplit();
+      fanCount = static_cast<int>(RoundHalfEven(std::clamp(Val(r.f[5]), -1e9, 1e9)));
     }
-    r.NextSplit();
-    fanCount = static_cast<int>(RoundHalfEven(std::clamp(Val(r.f[5]), -1e9, 1e9)));
   } else {
     fanCount = ReadNetworkSettings(r, ws, ui, totalPressures);
     levelsNext = fanCount < 0;
@@ -568,14 +556,21 @@ void PrepareTarget(const Workspace& ws, Workspace& target) {
   }
 }
 
-// Open errors that end the load at once: a missing file or folder.
+// A name such as "D:\mines\a.sim", carried over in a recent list from another machine.
+bool NamesADrive(const std::string& path) {
+  return path.size() >= 3 && std::isalpha(static_cast<unsigned char>(path[0])) && path[1] == ':' &&
+         (path[2] == '\\' || path[2] == '/');
+}
+
+// Open errors that end the load at once: a missing file, folder or drive.
 bool FileIsMissing(Workspace& ws, const std::string& path) {
   namespace fs = std::filesystem;
   std::error_code ec;
   if (fs::exists(path, ec)) return false;
   const fs::path parent = fs::path(path).parent_path();
   const bool folderMissing = !parent.empty() && !fs::is_directory(parent, ec);
-  ws.ui.Message(folderMissing ? kMsgError76 : kMsgError53, MsgButtons::OK, MsgIcon::Exclamation);
+  const char* text = NamesADrive(path) ? kMsgError68 : folderMissing ? kMsgError76 : kMsgError53;
+  ws.ui.Message(text, MsgButtons::OK, MsgIcon::Exclamation);
   ws.net.FileName.clear();
   return true;
 }
@@ -728,7 +723,7 @@ std::string FormatAirwayRecord(const Network& net, int p) {
   std::string s;
   s.reserve(256);
   const auto text = [&s](const std::string& t) {
-    s += CleanField(Trim(t));
+    s += CleanField(TrimBlanks(t));
     s += '\t';
   };
   const auto whole = [&s](long long v) {

@@ -116,6 +116,29 @@ void SplitLine(float version, std::string_view line, FieldTable& fields,
   SplitTabs(text, fields);
 }
 
+std::string TrimBlanks(std::string_view text) {
+  const std::size_t a = text.find_first_not_of(' ');
+  if (a == std::string_view::npos) return "";
+  return std::string(text.substr(a, text.find_last_not_of(' ') - a + 1));
+}
+
+void AppendInputTokens(std::string_view line, std::vector<std::string>& tokens) {
+  if (line.empty()) return;
+  std::string token;
+  bool quoted = false;
+  for (char c : line) {
+    if (c == '"') {
+      quoted = !quoted;
+    } else if (c == ',' && !quoted) {
+      tokens.push_back(TrimBlanks(token));
+      token.clear();
+    } else {
+      token.push_back(c);
+    }
+  }
+  tokens.push_back(TrimBlanks(token));
+}
+
 SplitLocale LocaleOfHeader(std::string_view headerLine) {
   SplitLocale locale;
   if (headerLine.size() < 2) return locale;

@@ -26,6 +26,14 @@ struct SplitLocale {
 void SplitLine(float version, std::string_view line, FieldTable& fields,
                const SplitLocale& locale = {});
 
+// The text without the blanks around it, as the readers trim names.
+std::string TrimBlanks(std::string_view text);
+
+// The values of one line of the oldest comma-separated input, added to tokens: commas
+// separate them, quotes are taken off (a quoted value may hold commas), blanks around are cut.
+// An empty line adds nothing.
+void AppendInputTokens(std::string_view line, std::vector<std::string>& tokens);
+
 // True when lines of this version are tab-joined rather than comma-separated.
 bool IsTabFormat(float version);
 

@@ -219,6 +219,7 @@ void WeighAirways(Workspace& ws) {
   const int n = net.BranchCount;
   bool comparable = true;
   for (int i = 1; i <= n; ++i) {
+    net.SolvedFan[i] = 0;
     float weight = net.Resistance[i];
     if (net.Resistance[i] >= ws.defaults.HighResistance) {
       weight = kChordWeight;

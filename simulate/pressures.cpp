@@ -133,6 +133,13 @@ void ResolveFanLoads(Workspace& ws) {
       fanLoad[std::abs(net.MeshMember[k])] = 0;
     }
   }
+  // The solved fan is kept beside the weight order's low half; the weighing cleared it, so this
+  // leaves the fan number itself.
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    const std::int16_t fanBackup = net.FanNumber[i];
+    net.WeightOrder[i] = static_cast<std::int16_t>(net.SolvedFan[i] & 0xFF);
+    net.SolvedFan[i] = static_cast<std::int16_t>(net.WeightOrder[i] * 10000 + fanBackup);
+  }
   for (int i = 1; i <= net.BranchCount; ++i) {
     if (net.FanSlot[i] == 0) continue;
     const FanPoint fan = EvaluateFanCurve(net, static_cast<int>(net.FanSlot[i]), net.Quantity[i], i,

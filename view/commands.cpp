@@ -141,25 +141,44 @@ void RunMomentary(Workspace& ws, ViewState* view, CommandState& cmd, ToolState& 
 
 int ToolOfButton(int code) {
   switch (code) {
-    case ButtonOf::ZoomPan: return ToolOf::Zoom;
-    case ButtonOf::Layers: return ToolOf::Layers;
-    case ButtonOf::Draw: return ToolOf::Draw;
-    case ButtonOf::Move: return ToolOf::Move;
-    case ButtonOf::Reverse: return ToolOf::Reverse;
-    case ButtonOf::Delete: return ToolOf::Delete;
-    case ButtonOf::Fan: return ToolOf::Fan;
-    case ButtonOf::Text: return ToolOf::Text;
-    case ButtonOf::Contaminant: return ToolOf::Contaminant;
-    case ButtonOf::Edit: return ToolOf::Edit;
-    case ButtonOf::Info: return ToolOf::Info;
-    case ButtonOf::InsertNode: return ToolOf::Insert;
-    case ButtonOf::Follow: return ToolOf::Follow;
-    case ButtonOf::SmokeReport: return ToolOf::SmokeReport;
-    case ButtonOf::CentreRotate: return ToolOf::CentreRotate;
-    case ButtonOf::CopyAttributes: return ToolOf::CopyPaste;
-    case ButtonOf::Select: return ToolOf::Select;
-    case ButtonOf::Spare: return ToolOf::Spare;
-    default: return -1;
+    case ButtonOf::ZoomPan:
+      return ToolOf::Zoom;
+    case ButtonOf::Layers:
+      return ToolOf::Layers;
+    case ButtonOf::Draw:
+      return ToolOf::Draw;
+    case ButtonOf::Move:
+      return ToolOf::Move;
+    case ButtonOf::Reverse:
+      return ToolOf::Reverse;
+    case ButtonOf::Delete:
+      return ToolOf::Delete;
+    case ButtonOf::Fan:
+      return ToolOf::Fan;
+    case ButtonOf::Text:
+      return ToolOf::Text;
+    case ButtonOf::Contaminant:
+      return ToolOf::Contaminant;
+    case ButtonOf::Edit:
+      return ToolOf::Edit;
+    case ButtonOf::Info:
+      return ToolOf::Info;
+    case ButtonOf::InsertNode:
+      return ToolOf::Insert;
+    case ButtonOf::Follow:
+      return ToolOf::Follow;
+    case ButtonOf::SmokeReport:
+      return ToolOf::SmokeReport;
+    case ButtonOf::CentreRotate:
+      return ToolOf::CentreRotate;
+    case ButtonOf::CopyAttributes:
+      return ToolOf::CopyPaste;
+    case ButtonOf::Select:
+      return ToolOf::Select;
+    case ButtonOf::Spare:
+      return ToolOf::Spare;
+    default:
+      return -1;
   }
 }
 
@@ -199,24 +218,42 @@ CommandResult ClickButton(Workspace& ws, ViewState* view, CommandState& cmd, Too
 KeyCommand CommandOfKey(ViewKey key) {
   const auto button = [](int code) { return KeyCommand{KeyCommand::Kind::Button, code}; };
   switch (key) {
-    case ViewKey::Backspace: return {KeyCommand::Kind::Undo, -1};
-    case ViewKey::Tab: return button(ButtonOf::Redo);
-    case ViewKey::Escape: return {KeyCommand::Kind::ClearSelection, -1};
-    case ViewKey::Home: return button(ButtonOf::Fit);
-    case ViewKey::Up: return {KeyCommand::Kind::LevelUp, -1};
-    case ViewKey::Down: return {KeyCommand::Kind::LevelDown, -1};
-    case ViewKey::F2: return button(ButtonOf::ZoomPan);
-    case ViewKey::F3: return button(ButtonOf::Draw);
-    case ViewKey::F4: return button(ButtonOf::Delete);
-    case ViewKey::F5: return button(ButtonOf::Move);
-    case ViewKey::F6: return button(ButtonOf::Reverse);
-    case ViewKey::F7: return button(ButtonOf::Text);
-    case ViewKey::F8: return button(ButtonOf::Fan);
-    case ViewKey::F9: return button(ButtonOf::Info);
-    case ViewKey::F10: return button(ButtonOf::Edit);
-    case ViewKey::F11: return button(ButtonOf::CopyAttributes);
-    case ViewKey::F12: return button(ButtonOf::AirSimulation);
-    default: return {};
+    case ViewKey::Backspace:
+      return {KeyCommand::Kind::Undo, -1};
+    case ViewKey::Tab:
+      return button(ButtonOf::Redo);
+    case ViewKey::Escape:
+      return {KeyCommand::Kind::ClearSelection, -1};
+    case ViewKey::Home:
+      return button(ButtonOf::Fit);
+    case ViewKey::Up:
+      return {KeyCommand::Kind::LevelUp, -1};
+    case ViewKey::Down:
+      return {KeyCommand::Kind::LevelDown, -1};
+    case ViewKey::F2:
+      return button(ButtonOf::ZoomPan);
+    case ViewKey::F3:
+      return button(ButtonOf::Draw);
+    case ViewKey::F4:
+      return button(ButtonOf::Delete);
+    case ViewKey::F5:
+      return button(ButtonOf::Move);
+    case ViewKey::F6:
+      return button(ButtonOf::Reverse);
+    case ViewKey::F7:
+      return button(ButtonOf::Text);
+    case ViewKey::F8:
+      return button(ButtonOf::Fan);
+    case ViewKey::F9:
+      return button(ButtonOf::Info);
+    case ViewKey::F10:
+      return button(ButtonOf::Edit);
+    case ViewKey::F11:
+      return button(ButtonOf::CopyAttributes);
+    case ViewKey::F12:
+      return button(ButtonOf::AirSimulation);
+    default:
+      return {};
   }
 }
 

@@ -17,23 +17,22 @@ namespace galeris {
 namespace ButtonOf {
 inline constexpr int ZoomPan = 0, Fit = 1, Layers = 2, Find = 3, Draw = 4, Redo = 5, Move = 6,
                      Reverse = 7, Delete = 8, Fan = 9, Text = 10, Contaminant = 11, Edit = 12,
-                     Info = 13, AirSimulation = 14, InsertNode = 15, Follow = 16,
-                     SmokeReport = 17, CentreRotate = 18, Open = 19, Save = 20,
-                     CopyAttributes = 21, PrintScreen = 22, Undo = 23, TwoDThreeD = 24, Grid = 25,
-                     DisplayOptions = 26, Levels = 27, UpdateScreen = 28,
-                     ContaminantSimulation = 29, SmokeSourcing = 30, Select = 31, Spare = 32,
-                     PasteAttributes = 91;
+                     Info = 13, AirSimulation = 14, InsertNode = 15, Follow = 16, SmokeReport = 17,
+                     CentreRotate = 18, Open = 19, Save = 20, CopyAttributes = 21, PrintScreen = 22,
+                     Undo = 23, TwoDThreeD = 24, Grid = 25, DisplayOptions = 26, Levels = 27,
+                     UpdateScreen = 28, ContaminantSimulation = 29, SmokeSourcing = 30, Select = 31,
+                     Spare = 32, PasteAttributes = 91;
 }
 inline constexpr int kPaletteButtonCount = 32;
 
 // What a command leaves for the window layer.
 enum class CommandOperation {
   None,
-  Fit,                    // done here: redraw
-  FindAirway,             // not offered yet
+  Fit,         // done here: redraw
+  FindAirway,  // not offered yet
   Redo,
   Undo,
-  AirSimulation,          // run the airflow simulation, then rebuild the visible list and project
+  AirSimulation,  // run the airflow simulation, then rebuild the visible list and project
   Open,
   Save,                   // save under the network's name
   SaveAs,                 // no name yet, or a Master file
@@ -59,13 +58,13 @@ struct CommandState {
 
 struct CommandResult {
   CommandOperation Operation = CommandOperation::None;
-  bool Redraw = false;           // redraw the current window (every window for UpdateScreen)
-  bool ToolChanged = false;      // a lasting tool was chosen
-  int StatusButton = -1;         // whose tool tip the status shows; -1 for none
-  bool FocusWindow = true;       // give the current window the focus
+  bool Redraw = false;            // redraw the current window (every window for UpdateScreen)
+  bool ToolChanged = false;       // a lasting tool was chosen
+  int StatusButton = -1;          // whose tool tip the status shows; -1 for none
+  bool FocusWindow = true;        // give the current window the focus
   bool PasteMenuChecked = false;  // mnuCopy2 checked, mnuCpyPst not
   bool CopyMenuChecked = false;   // mnuCpyPst checked, mnuCopy2 not
-  std::string Unavailable;       // a command this version does not offer yet
+  std::string Unavailable;        // a command this version does not offer yet
 };
 
 // The tool a button code chooses, or -1 when the code is a command.
@@ -86,7 +85,18 @@ enum class ViewKey {
   Home,
   Up,
   Down,
-  F1, F2, F3, F4, F5, F6, F7, F8, F9, F10, F11, F12,
+  F1,
+  F2,
+  F3,
+  F4,
+  F5,
+  F6,
+  F7,
+  F8,
+  F9,
+  F10,
+  F11,
+  F12,
 };
 
 // What a key does: a button code, or one of the actions of its own.
@@ -97,7 +107,8 @@ struct KeyCommand {
 KeyCommand CommandOfKey(ViewKey key);
 
 // KeyDown: refreshes PreviousButton and runs the key's action.
-CommandResult KeyDown(Workspace& ws, ViewState* view, CommandState& cmd, ToolState& tools, ViewKey key);
+CommandResult KeyDown(Workspace& ws, ViewState* view, CommandState& cmd, ToolState& tools,
+                      ViewKey key);
 
 // Clears the selected bit (hex 20000) of every airway.
 void ClearSelection(Network& net);

@@ -30,7 +30,9 @@ bool IsRectangleTool(std::int16_t code) {
          code == ToolOf::CopyPaste || code == ToolOf::Layers || code == ToolOf::Select;
 }
 
-bool IsBandTool(std::int16_t code) { return code == ToolOf::Draw || code == ToolOf::Move; }
+bool IsBandTool(std::int16_t code) {
+  return code == ToolOf::Draw || code == ToolOf::Move;
+}
 
 int DrawnLineCount(const Network& net, const ViewState& view) {
   const int count = std::min<int>(view.AirwayLineCount, static_cast<int>(net.AirwayLine.size()));
@@ -92,8 +94,8 @@ void BeginAirwayPick(Workspace& ws, ViewState& view, ToolState& tools) {
 }
 
 void StartRotation(Workspace& ws, ViewState& view, ToolState& tools) {
-  tools.Rotation = BeginDragRotation(ws, view, tools.PressX * ws.net.AxisSignX,
-                                     tools.PressY * ws.net.AxisSignY);
+  tools.Rotation =
+      BeginDragRotation(ws, view, tools.PressX * ws.net.AxisSignX, tools.PressY * ws.net.AxisSignY);
   tools.RotatingFlag = -1;
   view.Moving = true;
 }
@@ -162,26 +164,44 @@ void ToolRelease(Workspace& ws, ViewState& view, ToolState& tools, int button,
 
 std::string_view ToolTip(std::int16_t toolCode) {
   switch (toolCode) {
-    case ToolOf::Zoom: return "Zoom / Pan  [F2]";
-    case ToolOf::Draw: return "Draw new airway [F3]";
-    case ToolOf::Move: return "Move airway end [F5]";
-    case ToolOf::Reverse: return "Reverse airway direction [F6]";
-    case ToolOf::Delete: return "Delete airway [F4]";
-    case ToolOf::Fan: return "Place / remove fan [F8]";
-    case ToolOf::Text: return "Place/Remove Text [F7]";
-    case ToolOf::Contaminant: return "Place / Remove contaminant";
-    case ToolOf::Edit: return "Edit airway [F10]";
-    case ToolOf::Info: return "Airway information [F9]";
-    case ToolOf::CentreRotate: return "Centre Model (left) or Rotate (right)";
-    case ToolOf::Follow: return "Follow airway";
-    case ToolOf::CopyPaste: return "Copy (right) or Paste (left) airway attributes";
-    case ToolOf::Layers: return "Copy (right)  Paste (left) Layers";
-    case ToolOf::Insert: return "Insert node along airway";
+    case ToolOf::Zoom:
+      return "Zoom / Pan  [F2]";
+    case ToolOf::Draw:
+      return "Draw new airway [F3]";
+    case ToolOf::Move:
+      return "Move airway end [F5]";
+    case ToolOf::Reverse:
+      return "Reverse airway direction [F6]";
+    case ToolOf::Delete:
+      return "Delete airway [F4]";
+    case ToolOf::Fan:
+      return "Place / remove fan [F8]";
+    case ToolOf::Text:
+      return "Place/Remove Text [F7]";
+    case ToolOf::Contaminant:
+      return "Place / Remove contaminant";
+    case ToolOf::Edit:
+      return "Edit airway [F10]";
+    case ToolOf::Info:
+      return "Airway information [F9]";
+    case ToolOf::CentreRotate:
+      return "Centre Model (left) or Rotate (right)";
+    case ToolOf::Follow:
+      return "Follow airway";
+    case ToolOf::CopyPaste:
+      return "Copy (right) or Paste (left) airway attributes";
+    case ToolOf::Layers:
+      return "Copy (right)  Paste (left) Layers";
+    case ToolOf::Insert:
+      return "Insert node along airway";
     case ToolOf::SmokeReport:
       return "Place/remove smoke report - left (smoke) or right (clear)";
-    case ToolOf::Select: return "Select airway tool (ESC to deselect)";
-    case ToolOf::Spare: return "Tool 20";
-    default: return {};
+    case ToolOf::Select:
+      return "Select airway tool (ESC to deselect)";
+    case ToolOf::Spare:
+      return "Tool 20";
+    default:
+      return {};
   }
 }
 
@@ -198,23 +218,40 @@ bool ToolHasRightAction(std::int16_t toolCode) {
 
 std::string CursorName(int paletteColumn, int button) {
   switch (paletteColumn) {
-    case 0: return button == MouseButtonOf::Right ? "HAND" : "MAGNIFY";
-    case 2: return "TAG";
-    case 4: return "CROSS";
-    case 5: return "PASTE";
-    case 6: return "MOVE";
-    case 7: return "REVERSE";
-    case 8: return "DELETE";
-    case 9: return "FAN";
-    case 10: return "ALPHA";
-    case 11: return "CLOUD";
-    case 12: return "EDIT";
-    case 13: return "INFO";
-    case 15: return "INSERT";
-    case 17: return "TRACE";
-    case 18: return "ROTATE";
-    case 21: return "COPY";
-    default: return {};
+    case 0:
+      return button == MouseButtonOf::Right ? "HAND" : "MAGNIFY";
+    case 2:
+      return "TAG";
+    case 4:
+      return "CROSS";
+    case 5:
+      return "PASTE";
+    case 6:
+      return "MOVE";
+    case 7:
+      return "REVERSE";
+    case 8:
+      return "DELETE";
+    case 9:
+      return "FAN";
+    case 10:
+      return "ALPHA";
+    case 11:
+      return "CLOUD";
+    case 12:
+      return "EDIT";
+    case 13:
+      return "INFO";
+    case 15:
+      return "INSERT";
+    case 17:
+      return "TRACE";
+    case 18:
+      return "ROTATE";
+    case 21:
+      return "COPY";
+    default:
+      return {};
   }
 }
 
@@ -314,7 +351,8 @@ CoordinateText ShowCoordinates(const Workspace& ws, const ViewState& view, const
   const bool picking = tools.MouseDownFlag == -1;
   double z = picking ? tools.PickZ : view.WorkingRL;
   double worldX = view.PanX + x, worldY = view.PanY + y;
-  if (view.Is3D != 0) UnprojectPoint(ws.net, view, x, y, z, worldX, worldY, PressInput(tools, picking));
+  if (view.Is3D != 0)
+    UnprojectPoint(ws.net, view, x, y, z, worldX, worldY, PressInput(tools, picking));
   CoordinateText text;
   text.X = FormatValue(ws.units, worldX, kLongLengthUnit);
   text.Y = FormatValue(ws.units, worldY, kLongLengthUnit);
@@ -432,7 +470,8 @@ ToolResponse MouseMove(Workspace& ws, ViewState& view, ToolState& tools, const M
   if (tools.MouseDownFlag != -1 || tools.ZoomMode == 5 || tools.ReportShown) return response;
   int button = in.Button != MouseButtonOf::None ? in.Button : tools.MouseButton;
   tools.MouseButton = button;
-  if (button == MouseButtonOf::Right && tools.ToolCode == ToolOf::Move) button = MouseButtonOf::Both;
+  if (button == MouseButtonOf::Right && tools.ToolCode == ToolOf::Move)
+    button = MouseButtonOf::Both;
   const float rawX = in.X * ws.net.AxisSignX, rawY = in.Y * ws.net.AxisSignY;
 
   const bool rightRotates =
@@ -448,23 +487,27 @@ ToolResponse MouseMove(Workspace& ws, ViewState& view, ToolState& tools, const M
     response.Wireframe = true;
     return response;
   }
-  const bool pans = button == MouseButtonOf::Middle ||
-                    (button == MouseButtonOf::Right &&
-                     (tools.PanOnly != 0 || IsRectangleTool(tools.ToolCode)));
+  const bool pans =
+      button == MouseButtonOf::Middle ||
+      (button == MouseButtonOf::Right && (tools.PanOnly != 0 || IsRectangleTool(tools.ToolCode)));
   if (pans) {
     response.Wireframe = PanDrag(ws, view, tools);
     return response;
   }
   if (tools.PanOnly != 0 || button != MouseButtonOf::Left) return response;
 
-  const bool bandDrag = IsBandTool(tools.ToolCode) &&
-                        (tools.ToolCode == ToolOf::Draw || tools.PickedEnd != 0);
+  const bool bandDrag =
+      IsBandTool(tools.ToolCode) && (tools.ToolCode == ToolOf::Draw || tools.PickedEnd != 0);
   if (bandDrag) {
-    tools.Overlay = {OverlayShape::Kind::RubberBand, tools.PressX, tools.PressY, in.X, in.Y,
+    tools.Overlay = {OverlayShape::Kind::RubberBand,
+                     tools.PressX,
+                     tools.PressY,
+                     in.X,
+                     in.Y,
                      tools.ToolCode == ToolOf::Draw ? kDrawBandColour : kMoveBandColour};
   } else if (IsRectangleTool(tools.ToolCode)) {
-    tools.Overlay = {OverlayShape::Kind::Fence, tools.PressX, tools.PressY, in.X, in.Y,
-                     kDrawBandColour};
+    tools.Overlay = {
+        OverlayShape::Kind::Fence, tools.PressX, tools.PressY, in.X, in.Y, kDrawBandColour};
     tools.FenceDrawn = -1;
   } else {
     return response;

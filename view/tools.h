@@ -111,9 +111,9 @@ struct ToolResponse {
   bool ShowReport = false;      // the pop-up of tool 9, with these rows, at the mouse
   bool HideReport = false;
   std::vector<std::string> ReportRows;
-  int InfoAirway = 0;           // open the airway info dialog on this airway position
-  std::string Unavailable;      // a tool whose action this version does not offer yet
-  bool CrossWindow = false;     // the release came in another window: redraw the source too
+  int InfoAirway = 0;        // open the airway info dialog on this airway position
+  std::string Unavailable;   // a tool whose action this version does not offer yet
+  bool CrossWindow = false;  // the release came in another window: redraw the source too
 };
 
 // The tool tip of a tool code, empty for none.

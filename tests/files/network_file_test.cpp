@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <filesystem>
 #include <regex>
 
 #include "core/number_format.h"
@@ -362,7 +363,7 @@ struct OpenNetworkGuard {
   std::string before;
 };
 
-TEST(BadFile, MissingFileAndFolder) {
+TEST(BadFile, MissingFileFolderAndDrive) {
   FileFixture fx;
   OpenNetworkGuard guard(fx);
   fx.ws.net.FileName = fx.dir + "none.sim";
@@ -372,6 +373,9 @@ TEST(BadFile, MissingFileAndFolder) {
   fx.ws.net.FileName = fx.dir + "no/such/folder/x.sim";
   EXPECT_FALSE(LoadNetwork(fx.ws));
   EXPECT_EQ(fx.ui.MessageTexts().back(), "ERROR 76: That path doesn't exist.");
+  fx.ws.net.FileName = "Q:\\mines\\old.sim";
+  EXPECT_FALSE(LoadNetwork(fx.ws));
+  EXPECT_EQ(fx.ui.MessageTexts().back(), "ERROR 68: Drive not available.");
   fx.ws.net.FileName = fx.dir + "open.sim";
   EXPECT_TRUE(guard.Untouched());
 }
@@ -404,6 +408,18 @@ TEST(BadFile, EmptyFileAsksThenRefuses) {
     if (answer == MsgAnswer::Yes) {
       EXPECT_EQ(fx.ui.MessageTexts().back(), kMsgNotGaleris);
     }
+    EXPECT_TRUE(guard.Untouched());
+  }
+}
+
+TEST(BadFile, AFolderCannotBeLoadedWhateverTheAnswer) {
+  for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    FileFixture fx;
+    OpenNetworkGuard guard(fx);
+    std::filesystem::create_directory(fx.dir + "folder.sim");
+    fx.ui.QueueAnswer(answer);
+    EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "folder.sim"));
+    EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion});
     EXPECT_TRUE(guard.Untouched());
   }
 }

@@ -107,6 +107,23 @@ TEST(OldVersion, VersionOneMergesBehindTheOpenNetwork) {
   EXPECT_EQ(fx.ws.net.RLName[3], "SURFACE");
 }
 
+TEST(OldVersion, EveryVersionMergesBehindTheOpenNetwork) {
+  for (const char* folder : {"v13", "v15", "v20", "v23", "v24", "v27", "v28", "v29"}) {
+    FileFixture fx;
+    test::BuildSampleNetwork(fx.ws);
+    fx.ui.QueueAnswer(MsgAnswer::No);  // the merged fans join behind the open ones
+    fx.ws.net.FileName = Fixture(folder, std::string("mine_") + folder + ".sim");
+    fx.ws.MergeBase = static_cast<std::int16_t>(fx.ws.net.BranchCount + 1);
+    ASSERT_TRUE(LoadNetwork(fx.ws)) << folder;
+    EXPECT_EQ(fx.ws.net.BranchCount, 10) << folder;
+    EXPECT_EQ(fx.ws.net.RLName[4], "Level 1") << folder;
+    EXPECT_EQ(fx.ws.net.NetworkTitle, "Sample Mine") << folder;
+    for (const auto& r : fx.ui.Records()) EXPECT_NE(r.title, "Error") << folder << r.text;
+    const bool hasFans = std::string(folder) != "v13";
+    EXPECT_EQ(fx.ws.net.FanNumber[10], hasFans ? 3 : 1) << folder;  // behind fans 1 and 2
+  }
+}
+
 TEST(OldVersion, TruncatedVersionOneAsksOnce) {
   const std::string bytes = ReadFile(Fixture("v10", "mine_v10.sim"));
   FileFixture fx;

@@ -137,12 +137,23 @@ TEST(SplitLine, LegacyCommaFormat) {
   EXPECT_EQ(f[1], "1;5");
 }
 
+TEST(InputTokens, CommasSeparateQuotesProtect) {
+  std::vector<std::string> tokens;
+  AppendInputTokens("\"Main, upper\", 12.5 ,,-3", tokens);
+  AppendInputTokens("", tokens);
+  AppendInputTokens("x", tokens);
+  EXPECT_EQ(tokens, (std::vector<std::string>{"Main, upper", "12.5", "", "-3", "x"}));
+  EXPECT_EQ(TrimBlanks("  a b  "), "a b");
+  EXPECT_EQ(TrimBlanks("   "), "");
+}
+
 TEST(VersionOf, FirstThreeCharactersAsASingle) {
   EXPECT_EQ(VersionOf("3.1 GALERIS3\tx"), 3.1f);
   EXPECT_EQ(VersionOf("2.9"), 2.9f);
   EXPECT_FALSE(VersionOf("2.9") < 2.9f);
   EXPECT_EQ(VersionOf("GALERIS"), 0.0f);
   EXPECT_EQ(VersionOf(""), 0.0f);
+  EXPECT_EQ(VersionOf("3,1 GALERIS3"), 3.1f);  // written where the decimal mark is a comma
 }
 
 TEST(LineReader, EveryLineEnd) {

@@ -104,6 +104,7 @@ Shape Cloud() {
   Shape s;
   AddCornerCross(s);
   QPainterPath cloud;
+  cloud.setFillRule(Qt::WindingFill);
   cloud.addEllipse(QPointF(17, 23), 5, 5);
   cloud.addEllipse(QPointF(23, 18), 6, 6);
   cloud.addEllipse(QPointF(27, 24), 4, 4);
@@ -134,6 +135,7 @@ Shape Delete() {
   Shape s;
   AddCornerCross(s);
   QPainterPath bar;
+  s.fill.setFillRule(Qt::WindingFill);
   bar.addRect(QRectF(-1.5, -9, 3, 18));
   for (double angle : {45.0, -45.0}) {
     QTransform t;
