@@ -94,7 +94,6 @@ struct ViewState {
   std::array<std::int16_t, 7> SymbolSize{1, 2, 5, 5, 5, 5, 5};
   std::array<std::int16_t, 7> SymbolScaled{};
   bool TextScaled = false;
-  float ContaminantAnimationTime = 0;
 
   // Contaminant display: 0 none, 1 spread bands from concentrations, 2 stored bands.
   std::int16_t SmokeState = 0;

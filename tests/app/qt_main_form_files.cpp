@@ -2,6 +2,7 @@
 // Save As to a Master file, bad names, the file dialogs' filters, the note window and exit.
 #include <QFile>
 #include <QPlainTextEdit>
+#include <QTimer>
 #include <QtTest>
 
 #include "app/frm_file_note.h"
@@ -68,6 +69,8 @@ class MainFormFilesTest : public QObject {
   void OpenAsksToSaveChangesFirst();
   void ExitAsksAndRemovesTheRecoveryFile();
   void NoteWindowFollowsTheNetwork();
+  void AutosaveWritesTheRecoveryFileEveryEleventhTick();
+  void CaptionIsTheFileNameCutAtAHundred();
 };
 
 void MainFormFilesTest::cleanup() {
@@ -265,6 +268,38 @@ void MainFormFilesTest::NoteWindowFollowsTheNetwork() {
   QCOMPARE(frame.ws.net.FileNote, std::string("Fan 2 stopped\r\nfor repair"));
   QCOMPARE(int(frame.ws.net.NetworkSaved), 0);
   QVERIFY(frame.form.Action("mnuMessage")->isEnabled());
+}
+
+void MainFormFilesTest::AutosaveWritesTheRecoveryFileEveryEleventhTick() {
+  HeadlessUi ui;
+  Frame frame(ui);
+  auto* autosave = frame.form.findChild<QTimer*>("Autosave");
+  QVERIFY(autosave);
+  QVERIFY(!autosave->isActive());  // AutoSaveMinutes 0: no auto-save
+
+  frame.ws.defaults.AutoSaveMinutes = 2;
+  frame.form.NewFile();
+  QVERIFY(autosave->isActive());
+  QCOMPARE(autosave->interval(), 12000);
+  AddSmallNetwork(frame.ws);
+  const QString recovery = QString::fromStdString(RecoveryFile(frame.ws));
+  for (int tick = 1; tick <= 10; ++tick) QMetaObject::invokeMethod(autosave, "timeout");
+  QVERIFY(!QFile::exists(recovery));
+  QMetaObject::invokeMethod(autosave, "timeout");
+  QVERIFY(QFile::exists(recovery));
+  // Temp mode leaves the name and the saved flag alone.
+  QVERIFY(frame.ws.net.FileName.empty());
+}
+
+void MainFormFilesTest::CaptionIsTheFileNameCutAtAHundred() {
+  HeadlessUi ui;
+  Frame frame(ui);
+  frame.ws.net.FileName = "/mines/" + std::string(120, 'n') + ".sim";
+  frame.form.RefreshCaption();
+  QCOMPARE(frame.form.windowTitle(), QString(100, 'n'));
+  frame.ws.net.FileName = "C:\\Mines\\West.sim";
+  frame.form.RefreshCaption();
+  QCOMPARE(frame.form.windowTitle(), QString("West.sim"));
 }
 
 QTEST_MAIN(MainFormFilesTest)
