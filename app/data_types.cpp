@@ -5,18 +5,20 @@
 
 namespace galeris {
 
-QStringList DataGroupNames() { return {"Airflow", "Pressure", "Airway data", "Energy", "Other"}; }
+QStringList DataGroupNames() {
+  return {"Airflow", "Pressure", "Airway data", "Energy", "Other"};
+}
 
 QStringList DataItemNames(int group) {
   switch (group) {
     case 1:
       return {"Quantity", "Velocity"};
     case 2:
-      return {"Total Loss", "Friction Loss", "Boost", "Regulator Load", "Relative", "Absolute",
-              "Barometric"};
+      return {"Total Loss", "Friction Loss", "Boost",     "Regulator Load",
+              "Relative",   "Absolute",      "Barometric"};
     case 3:
-      return {"Resistance",    "Shock Length",  "Friction Factor",
-              "Dimensions",    "Airway Length", "Coordinates"};
+      return {"Resistance", "Shock Length",  "Friction Factor",
+              "Dimensions", "Airway Length", "Coordinates"};
     case 4:
       return {"Friction Power", "Fan/Fix Power", "Friction Cost", "Fan/Fix Cost"};
     case 5:
@@ -27,8 +29,8 @@ QStringList DataItemNames(int group) {
 }
 
 const char* DataMenuName(int group) {
-  static const char* const names[] = {"", "mnuAirflow", "mnuPressure", "mnuBranch", "mnuCost",
-                                      "MnuQFlag"};
+  static const char* const names[] = {"",          "mnuAirflow", "mnuPressure",
+                                      "mnuBranch", "mnuCost",    "MnuQFlag"};
   return group >= 1 && group <= kDataGroups ? names[group] : "";
 }
 
@@ -39,17 +41,20 @@ std::vector<DataMenuItem> DataMenuItems(int group) {
     case 1:
       return {{"Quantity m3/s", 2}, {"Velocity m/s", 3}};
     case 2:
-      return {{"Loss  Pa", 2},          {"Boost Pa", 4},           {"Load  kg", 5},
+      return {{"Loss  Pa", 2},         {"Boost Pa", 4},       {"Load  kg", 5},
               {"Node relative Pa", 6}, {"Node atmos kPa", 7}, {"Node barometric kPa", 8}};
     case 3:
       return {{"Resistance", 2}, {"Shock Length", 3},  {"Friction Factor", 4},
               {"Dimensions", 5}, {"Airway Length", 6}, {"Coordinates", 7}};
     case 4:
-      return {{"Friction Power", 2}, {"Fan/Fix Power", 3}, {"Friction Cost", 4},
-              {"Fan/Fix Cost", 5}};
+      return {
+          {"Friction Power", 2}, {"Fan/Fix Power", 3}, {"Friction Cost", 4}, {"Fan/Fix Cost", 5}};
     case 5:
-      return {{"Airway Number", 2}, {"Layer Number", 3}, {"Layer Name", 4},
-              {"Contaminant", 5},   {"Spread Time", 6}};
+      return {{"Airway Number", 2},
+              {"Layer Number", 3},
+              {"Layer Name", 4},
+              {"Contaminant", 5},
+              {"Spread Time", 6}};
     default:
       return {};
   }

@@ -47,7 +47,9 @@ void FrmFileNote::Refresh() {
   filling_ = false;
 }
 
-QString FrmFileNote::Text() const { return text_->toPlainText(); }
+QString FrmFileNote::Text() const {
+  return text_->toPlainText();
+}
 
 void FrmFileNote::TextEdited() {
   if (filling_) return;

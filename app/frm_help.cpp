@@ -8,7 +8,9 @@
 
 // The pages are compiled into the program's library, whose resource table must be pulled in
 // by name (outside any namespace).
-static void LoadHelpPages() { Q_INIT_RESOURCE(help); }
+static void LoadHelpPages() {
+  Q_INIT_RESOURCE(help);
+}
 
 namespace galeris {
 

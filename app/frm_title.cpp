@@ -11,13 +11,13 @@ namespace galeris {
 
 std::string CommandFileFrom(const QStringList& arguments) {
   QString line = arguments.mid(1).join(' ').trimmed();
-  if (line.size() >= 2 && line.startsWith('"') && line.endsWith('"')) line = line.mid(1, line.size() - 2);
+  if (line.size() >= 2 && line.startsWith('"') && line.endsWith('"'))
+    line = line.mid(1, line.size() - 2);
   const std::string path = line.toStdString();
   return IsNetworkFileName(path) ? path : std::string();
 }
 
-FrmTitle::FrmTitle(QWidget* parent)
-    : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint) {
+FrmTitle::FrmTitle(QWidget* parent) : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint) {
   setObjectName("frmTitle");
   setWindowTitle("Galeris");
   resize(460, 220);

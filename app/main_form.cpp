@@ -54,7 +54,9 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
   RefreshSimStatus();
 }
 
-MainForm::~MainForm() { qApp->removeEventFilter(this); }
+MainForm::~MainForm() {
+  qApp->removeEventFilter(this);
+}
 
 void MainForm::BuildToolbars() {
   palette_ = new ToolPalette(this);
@@ -64,8 +66,8 @@ void MainForm::BuildToolbars() {
   // Until the view's dispatcher is attached, only the palette's commands that the frame runs
   // itself are live.
   for (int i = 0; i < kPaletteButtons; ++i)
-    palette_->Button(i)->setEnabled(i == 1 || i == 14 || i == 19 || i == 20 || i == 24 ||
-                                    i == 25 || i == 27);
+    palette_->Button(i)->setEnabled(i == 1 || i == 14 || i == 19 || i == 20 || i == 24 || i == 25 ||
+                                    i == 27);
   palette_->PressButton(0);
 
   auto* data = new QToolBar("Data", this);
@@ -78,8 +80,9 @@ void MainForm::BuildToolbars() {
   lblSim_->setAutoFillBackground(true);
   lblSim_->setFrameShape(QFrame::Panel);
   lblSim_->setFrameShadow(QFrame::Sunken);
-  lblSim_->setToolTip("Simulation status: SIM when the network has changed since the last "
-                      "simulation, OK when the flows shown are a solution");
+  lblSim_->setToolTip(
+      "Simulation status: SIM when the network has changed since the last "
+      "simulation, OK when the flows shown are a solution");
   data->addWidget(lblSim_);
   data->addSeparator();
   data->addWidget(new QLabel(" Data ", this));
@@ -141,7 +144,9 @@ void MainForm::BuildStatusBar() {
   statusBar()->addPermanentWidget(lblRotY_);
 }
 
-void MainForm::SetStatusText(const QString& text) { lblStatus_->setText(text); }
+void MainForm::SetStatusText(const QString& text) {
+  lblStatus_->setText(text);
+}
 
 void MainForm::FillDataTypeLists() {
   fillingLists_ = true;
@@ -193,7 +198,8 @@ void MainForm::RefreshLevelList() {
 
   cmbView_->clear();
   for (int i = 1; i <= 100 && i < static_cast<int>(ws_.net.ViewName.size()); ++i)
-    if (!ws_.net.ViewName[i].empty()) cmbView_->addItem(QString::fromStdString(ws_.net.ViewName[i]));
+    if (!ws_.net.ViewName[i].empty())
+      cmbView_->addItem(QString::fromStdString(ws_.net.ViewName[i]));
   cmbView_->setCurrentIndex(-1);
 }
 
@@ -379,7 +385,9 @@ void MainForm::ShowFileNote() {
   note.raise();
 }
 
-void MainForm::ShowHelp(const QString& page) { HelpForm().ShowPage(page); }
+void MainForm::ShowHelp(const QString& page) {
+  HelpForm().ShowPage(page);
+}
 
 bool MainForm::eventFilter(QObject* watched, QEvent* event) {
   switch (event->type()) {

@@ -10,9 +10,9 @@
 
 #include "app/export_image.h"
 #include "app/file_dialogs.h"
-#include "app/frm_window.h"
 #include "app/frm_file_note.h"
 #include "app/frm_help.h"
+#include "app/frm_window.h"
 #include "app/main_form.h"
 #include "app/recent_files.h"
 #include "files/lifecycle.h"

@@ -42,13 +42,14 @@ void MainForm::BuildMenus() {
 void MainForm::BuildFileMenu() {
   fileMenu_ = menuBar()->addMenu("&File");
   fileMenu_->setObjectName("mnuFile");
-  AddEntry(fileMenu_, "mnuNewFile", "&New", [this] { NewFile(); })
-      ->setShortcut(QKeySequence::New);
-  AddEntry(fileMenu_, "mnuOpenFile", "&Open...", [this] { OpenFile(); })
-      ->setShortcut(QKeySequence::Open);
+  AddEntry(fileMenu_, "mnuNewFile", "&New", [this] { NewFile(); })->setShortcut(QKeySequence::New);
+  AddEntry(fileMenu_, "mnuOpenFile", "&Open...", [this] {
+    OpenFile();
+  })->setShortcut(QKeySequence::Open);
   AddEntry(fileMenu_, "mnuMergeFile", "&Merge...", [this] { MergeFile(); });
-  AddEntry(fileMenu_, "mnuSaveFile", "&Save", [this] { SaveFile(); })
-      ->setShortcut(QKeySequence::Save);
+  AddEntry(fileMenu_, "mnuSaveFile", "&Save", [this] {
+    SaveFile();
+  })->setShortcut(QKeySequence::Save);
   AddEntry(fileMenu_, "mnuSaveAs", "Save &As...", [this] { SaveAs(); });
   fileMenu_->addSeparator();
   AddEntry(fileMenu_, "mnuImportData", "&Import Data...");
@@ -63,9 +64,8 @@ void MainForm::BuildFileMenu() {
   AddEntry(fileMenu_, "mnuComment", "Title Note...");
   recentSeparator_ = fileMenu_->addSeparator();
   for (int n = 1; n <= 9; ++n) {
-    mnuOld_[n] = AddEntry(fileMenu_, QString("mnuOld(%1)").arg(n), "", [this, n] {
-      OpenRecent(n);
-    });
+    mnuOld_[n] =
+        AddEntry(fileMenu_, QString("mnuOld(%1)").arg(n), "", [this, n] { OpenRecent(n); });
     mnuOld_[n]->setVisible(false);
   }
   fileMenu_->addSeparator();
@@ -136,8 +136,9 @@ void MainForm::BuildViewMenu() {
 void MainForm::BuildSimulateMenu() {
   QMenu* simulate = menuBar()->addMenu("&Simulate");
   simulate->setObjectName("mnuSimulate");
-  AddEntry(simulate, "mnuExecute", "Airflow Simulation", [this] { RunSimulationCommand(0); })
-      ->setShortcut(Qt::Key_F5);
+  AddEntry(simulate, "mnuExecute", "Airflow Simulation", [this] {
+    RunSimulationCommand(0);
+  })->setShortcut(Qt::Key_F5);
   AddEntry(simulate, "mnnuNonConverge", "Non-converging Airways",
            [this] { RunSimulationCommand(-1); });
   QMenu* bulkheads = simulate->addMenu("Unnecessary bulkheads");
@@ -204,8 +205,9 @@ void MainForm::BuildWindowMenu() {
 void MainForm::BuildHelpMenu() {
   QMenu* help = menuBar()->addMenu("&Help");
   help->setObjectName("mnuHelp");
-  AddEntry(help, "mnuContents", "&Contents", [this] { ShowHelp("index.html"); })
-      ->setShortcut(QKeySequence::HelpContents);
+  AddEntry(help, "mnuContents", "&Contents", [this] {
+    ShowHelp("index.html");
+  })->setShortcut(QKeySequence::HelpContents);
   AddEntry(help, "mnuHelpBuild", "Building a Network", [this] { ShowHelp("build.html"); });
   AddEntry(help, "mnuHelpSimulate", "Simulating", [this] { ShowHelp("simulate.html"); });
   AddEntry(help, "mnuHelpResults", "Reading the Results", [this] { ShowHelp("results.html"); });

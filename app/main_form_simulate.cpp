@@ -12,7 +12,7 @@ namespace galeris {
 
 namespace {
 
-const char* const kSimulationActions[] = {"mnuExecute",     "mnnuNonConverge", "mnuProblems",
+const char* const kSimulationActions[] = {"mnuExecute",      "mnnuNonConverge", "mnuProblems",
                                           "mnuRemoveRedund", "mnuFindResFans",  "mnuDupAir",
                                           "mnuResetAirflows"};
 

@@ -129,7 +129,9 @@ void QtUi::SetProgressCaption(const std::string& caption) {
   SimForm().setWindowTitle(QString::fromStdString(caption));
 }
 
-void QtUi::SetProgress(int percent) { SimForm().SetPercent(percent); }
+void QtUi::SetProgress(int percent) {
+  SimForm().SetPercent(percent);
+}
 
 void QtUi::SetProgressLabels(const std::string& attempt, const std::string& error) {
   SimForm().SetLabels(QString::fromStdString(attempt), QString::fromStdString(error));

@@ -11,43 +11,78 @@ namespace galeris {
 
 QString PaletteToolTip(int index) {
   switch (index) {
-    case 0: return "Zoom / Pan  [F2]";
-    case 1: return "Fit network to window [Home]";
-    case 2: return "Copy (right)  Paste (left) Layers";
-    case 3: return "Find airway or node by name";
-    case 4: return "Draw new airway [F3]";
-    case 5: return "Redo last change [Tab]";
-    case 6: return "Move airway end [F5]";
-    case 7: return "Reverse airway direction [F6]";
-    case 8: return "Delete airway [F4]";
-    case 9: return "Place / remove fan [F8]";
-    case 10: return "Place/Remove Text [F7]";
-    case 11: return "Place / Remove contaminant";
-    case 12: return "Edit airway [F10]";
-    case 13: return "Airway information [F9]";
-    case 14: return "Airflow simulation [F12]";
-    case 15: return "Insert node along airway";
-    case 16: return "Follow airway";
-    case 17: return "Place/remove smoke report - left (smoke) or right (clear)";
-    case 18: return "Centre Model (left) or Rotate (right)";
-    case 19: return "Open network file";
-    case 20: return "Save network file";
-    case 21: return "Copy (right) or Paste (left) airway attributes";
-    case 22: return "Print screen";
-    case 23: return "Undo last change [Backspace]";
-    case 24: return "2D / 3D view";
-    case 25: return "Grid on / off";
-    case 26: return "Display options";
-    case 27: return "Levels: single level or the last other mode";
-    case 28: return "Update screen (clear selection)";
-    case 29: return "Contaminant simulation";
-    case 30: return "Smoke sourcing from report pins";
-    case 31: return "Select airway tool (ESC to deselect)";
-    default: return {};
+    case 0:
+      return "Zoom / Pan  [F2]";
+    case 1:
+      return "Fit network to window [Home]";
+    case 2:
+      return "Copy (right)  Paste (left) Layers";
+    case 3:
+      return "Find airway or node by name";
+    case 4:
+      return "Draw new airway [F3]";
+    case 5:
+      return "Redo last change [Tab]";
+    case 6:
+      return "Move airway end [F5]";
+    case 7:
+      return "Reverse airway direction [F6]";
+    case 8:
+      return "Delete airway [F4]";
+    case 9:
+      return "Place / remove fan [F8]";
+    case 10:
+      return "Place/Remove Text [F7]";
+    case 11:
+      return "Place / Remove contaminant";
+    case 12:
+      return "Edit airway [F10]";
+    case 13:
+      return "Airway information [F9]";
+    case 14:
+      return "Airflow simulation [F12]";
+    case 15:
+      return "Insert node along airway";
+    case 16:
+      return "Follow airway";
+    case 17:
+      return "Place/remove smoke report - left (smoke) or right (clear)";
+    case 18:
+      return "Centre Model (left) or Rotate (right)";
+    case 19:
+      return "Open network file";
+    case 20:
+      return "Save network file";
+    case 21:
+      return "Copy (right) or Paste (left) airway attributes";
+    case 22:
+      return "Print screen";
+    case 23:
+      return "Undo last change [Backspace]";
+    case 24:
+      return "2D / 3D view";
+    case 25:
+      return "Grid on / off";
+    case 26:
+      return "Display options";
+    case 27:
+      return "Levels: single level or the last other mode";
+    case 28:
+      return "Update screen (clear selection)";
+    case 29:
+      return "Contaminant simulation";
+    case 30:
+      return "Smoke sourcing from report pins";
+    case 31:
+      return "Select airway tool (ESC to deselect)";
+    default:
+      return {};
   }
 }
 
-QString PaletteStatusText(int index) { return PaletteToolTip(index).left(10).trimmed().toUpper(); }
+QString PaletteStatusText(int index) {
+  return PaletteToolTip(index).left(10).trimmed().toUpper();
+}
 
 namespace {
 
@@ -121,8 +156,8 @@ void DrawPicture(QPainter& p, int index) {
     case 2:
       for (int k = 0; k < 3; ++k) {
         p.setBrush(QColor(255 - 60 * k, 200, 60 * k));
-        p.drawPolygon(QPolygonF({{3, 16.0 - 5 * k}, {12, 12.0 - 5 * k}, {21, 16.0 - 5 * k},
-                                 {12, 20.0 - 5 * k}}));
+        p.drawPolygon(QPolygonF(
+            {{3, 16.0 - 5 * k}, {12, 12.0 - 5 * k}, {21, 16.0 - 5 * k}, {12, 20.0 - 5 * k}}));
       }
       break;
     case 3:
@@ -328,6 +363,8 @@ void ToolPalette::PressButton(int index) {
   buttons_[index]->setChecked(true);
 }
 
-int ToolPalette::PressedButton() const { return group_->checkedId(); }
+int ToolPalette::PressedButton() const {
+  return group_->checkedId();
+}
 
 }  // namespace galeris

@@ -18,7 +18,19 @@
 
 namespace galeris {
 
+namespace {
+
 constexpr int kPowerZoomPause = 200;  // milliseconds between passes of the power zoom
+
+// The view window under a point of the screen, if any.
+FrmWindow* ViewWindowAt(QPoint global) {
+  for (QWidget* w = QApplication::widgetAt(global); w != nullptr; w = w->parentWidget()) {
+    if (auto* window = qobject_cast<FrmWindow*>(w)) return window;
+  }
+  return nullptr;
+}
+
+}  // namespace
 
 // The see-through layer that carries the fence and the rubber band.
 class ViewOverlay : public QWidget {
@@ -32,9 +44,11 @@ class ViewOverlay : public QWidget {
 
  protected:
   void paintEvent(QPaintEvent*) override {
+    const ViewState& view = window_.View();
+    // The tool state is shared by all windows; only the window of the press shows the band.
+    if (tools_.ToolSourceWindow != view.WindowNumber) return;
     const OverlayShape shape = OverlayToDraw(ws_.net, tools_);
     if (shape.kind == OverlayShape::Kind::None) return;
-    const ViewState& view = window_.View();
     const auto pixel = [&](float x, float y) {
       return QPointF((x - view.ScaleLeft) * width() / view.ScaleWidth,
                      (y - view.ScaleTop) * height() / view.ScaleHeight);
@@ -206,7 +220,21 @@ void ViewMouse::Move(QMouseEvent* event) {
 }
 
 void ViewMouse::Release(QMouseEvent* event) {
-  Apply(MouseUp(ws_, window_.View(), tools_, InputOf(event, ToolButtonOf(event->button()))));
+  const int button = ToolButtonOf(event->button());
+  FrmWindow* target = ViewWindowAt(event->globalPosition().toPoint());
+  if (target != nullptr && target != &window_) {
+    // A drag carried into another window: that window receives the action.
+    const QPointF at = target->WindowPoint(target->mapFromGlobal(event->globalPosition()));
+    MouseInput in{static_cast<float>(at.x()), static_cast<float>(at.y()), button,
+                  (event->modifiers() & Qt::ShiftModifier) != 0, target->View().WindowNumber};
+    const ToolResponse response = MouseUp(ws_, target->View(), tools_, in);
+    target->Redraw();
+    window_.Redraw();
+    overlay_->update();
+    Apply(response);
+  } else {
+    Apply(MouseUp(ws_, window_.View(), tools_, InputOf(event, button)));
+  }
   RefreshCursor(ToolButtonOf(event->buttons()));
 }
 

@@ -40,7 +40,9 @@ void AddSmallNetwork(Workspace& ws) {
   RebuildNodes(ws.net, ws.defaults, ws.ui);
 }
 
-std::string RecoveryFile(const Workspace& ws) { return ws.paths.InTemp("tempsim.sim"); }
+std::string RecoveryFile(const Workspace& ws) {
+  return ws.paths.InTemp("tempsim.sim");
+}
 
 // A saved network of three airways, written by the frame's Save As.
 QString SavedNetwork(const QString& name) {
@@ -83,7 +85,8 @@ void MainFormFilesTest::cleanup() {
 void MainFormFilesTest::CommandLineNamesOnlyNetworkFiles() {
   QCOMPARE(CommandFileFrom({"galeris", "/mines/North.SIM"}), std::string("/mines/North.SIM"));
   QCOMPARE(CommandFileFrom({"galeris", "/mines/north.smm"}), std::string("/mines/north.smm"));
-  QCOMPARE(CommandFileFrom({"galeris", "/mines/My", "Mine.Sim"}), std::string("/mines/My Mine.Sim"));
+  QCOMPARE(CommandFileFrom({"galeris", "/mines/My", "Mine.Sim"}),
+           std::string("/mines/My Mine.Sim"));
   QCOMPARE(CommandFileFrom({"galeris", "\"/mines/quoted.sim\""}), std::string("/mines/quoted.sim"));
   QCOMPARE(CommandFileFrom({"galeris", "/mines/notes.txt"}), std::string());
   QCOMPARE(CommandFileFrom({"galeris"}), std::string());
@@ -200,7 +203,7 @@ void MainFormFilesTest::BadNameIsRefused() {
   Frame frame(ui);
   AddSmallNetwork(frame.ws);
   for (const QString& bad : {QString::fromStdString(test::ScratchDir()) + "no/such/folder/x.sim",
-                            QString::fromStdString(test::ScratchDir()) + "what?.sim"}) {
+                             QString::fromStdString(test::ScratchDir()) + "what?.sim"}) {
     ui.ClearRecords();
     frame.answer = bad;
     QVERIFY(!frame.form.SaveAs());

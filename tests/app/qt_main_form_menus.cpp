@@ -81,16 +81,18 @@ void MainFormMenusTest::EveryNamedEntryExistsWithItsCaption() {
     QVERIFY2(action, name);
     QCOMPARE(action->text(), QString(caption));
   }
-  for (const char* name :
-       {"mnuNewFile", "mnuOpenFile", "mnuMergeFile", "mnuSaveFile", "mnuSaveAs", "mnuImportData",
-        "mnuExportData", "mnuDXFTrue", "MnuDXFScreen", "mnuUndo", "mnuRedo", "mnuZoom",
-        "mnuCpyPst", "mnuCopy2", "mnuFinder", "mnuFit", "mnuFitAll", "mnuPlanS", "mnu3d",
-        "mnuSaveView", "mnuDelView", "mnuNewWindow", "mnuFreeze", "mnuRemoteStation",
-        "mnuRemote", "mnuRealOut", "mnuRealOutStart", "mnuExit", "mnuOld(1)", "mnuOld(9)",
-        "mnuBar(0)", "mnuBar(10)", "mnuLevels(1)", "mnuLevels(4)"})
+  for (const char* name : {"mnuNewFile",   "mnuOpenFile",   "mnuMergeFile",    "mnuSaveFile",
+                           "mnuSaveAs",    "mnuImportData", "mnuExportData",   "mnuDXFTrue",
+                           "MnuDXFScreen", "mnuUndo",       "mnuRedo",         "mnuZoom",
+                           "mnuCpyPst",    "mnuCopy2",      "mnuFinder",       "mnuFit",
+                           "mnuFitAll",    "mnuPlanS",      "mnu3d",           "mnuSaveView",
+                           "mnuDelView",   "mnuNewWindow",  "mnuFreeze",       "mnuRemoteStation",
+                           "mnuRemote",    "mnuRealOut",    "mnuRealOutStart", "mnuExit",
+                           "mnuOld(1)",    "mnuOld(9)",     "mnuBar(0)",       "mnuBar(10)",
+                           "mnuLevels(1)", "mnuLevels(4)"})
     QVERIFY2(frame.form.Action(name), name);
-  for (const char* menu : {"mnuLevels", "mnuAirflow", "mnuPressure", "mnuBranch", "mnuCost",
-                           "MnuQFlag", "mnuBar"})
+  for (const char* menu :
+       {"mnuLevels", "mnuAirflow", "mnuPressure", "mnuBranch", "mnuCost", "MnuQFlag", "mnuBar"})
     QVERIFY2(frame.form.findChild<QMenu*>(menu), menu);
   QCOMPARE(frame.form.Action("mnuExecute")->shortcut(), QKeySequence(Qt::Key_F5));
 }
@@ -98,11 +100,11 @@ void MainFormMenusTest::EveryNamedEntryExistsWithItsCaption() {
 void MainFormMenusTest::OnlyWorkingEntriesAreEnabled() {
   HeadlessUi ui;
   Frame frame(ui);
-  for (const char* name : {"mnuNewFile", "mnuOpenFile", "mnuMergeFile", "mnuSaveFile",
-                           "mnuSaveAs", "mnuExecute", "mnnuNonConverge", "mnuProblems",
-                           "mnuRemoveRedund", "mnuFindResFans", "mnuDupAir", "mnuResetAirflows",
-                           "mnuMessage", "mnuNewWindow", "mnuExit", "mnuFit", "mnuSaveView",
-                           "mnuchecknumbers", "mnuExportPicture"})
+  for (const char* name :
+       {"mnuNewFile", "mnuOpenFile", "mnuMergeFile", "mnuSaveFile", "mnuSaveAs", "mnuExecute",
+        "mnnuNonConverge", "mnuProblems", "mnuRemoveRedund", "mnuFindResFans", "mnuDupAir",
+        "mnuResetAirflows", "mnuMessage", "mnuNewWindow", "mnuExit", "mnuFit", "mnuSaveView",
+        "mnuchecknumbers", "mnuExportPicture"})
     QVERIFY2(frame.form.Action(name)->isEnabled(), name);
   for (const char* name : {"mnuFire", "mnuTrace", "mnuAutoName", "mnuSimp", "mnuRemote",
                            "mnuDXFTrue", "mnuFreeze", "mnuUndo"})

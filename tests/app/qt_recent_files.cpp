@@ -129,7 +129,7 @@ void RecentFilesTest::MenuTextsAreShortenedAndEscaped() {
   const QString longPath = "/home/engineer/projects/north_mine/ventilation/2024/march/north.sim";
   const QString shortened = ShortenedPath(longPath);
   QVERIFY(shortened.size() <= 40);
-  QVERIFY(shortened.startsWith("/home/..") );
+  QVERIFY(shortened.startsWith("/home/.."));
   QVERIFY(shortened.endsWith("/north.sim"));
   QCOMPARE(ShortenedPath("C:\\Mines\\Deep\\Very\\Long\\Folder\\Names\\Here\\and\\more\\mine.sim"),
            QString("C:\\Mines\\..\\Names\\Here\\and\\more\\mine.sim"));

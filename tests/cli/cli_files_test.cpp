@@ -2,10 +2,10 @@
 // current one, info counts what a file holds, and bad input ends with status 3 and the message.
 #include <gtest/gtest.h>
 
-#include <sys/wait.h>
 #include <cstdlib>
 #include <string>
 
+#include "tests/cli/cli_run.h"
 #include "tests/support/test_support.h"
 
 namespace galeris {
@@ -13,31 +13,6 @@ namespace {
 
 using test::ReadFile;
 using test::SourcePath;
-
-struct CliOutcome {
-  int status = -1;
-  std::string out, err;
-};
-
-// Runs galeris-sim with the given arguments and an empty program folder of its own, so that
-// the built-in settings apply.
-CliOutcome RunSim(const std::string& args) {
-  const char* home = std::getenv("GALERIS_HOME");
-  const std::string program = std::string(home ? home : ".") + "/galeris-sim";
-  const std::string dir = test::ScratchDir();
-  const std::string command = "'" + program + "' " + args + " --home '" + dir + "' >'" + dir +
-                              "out.txt' 2>'" + dir + "err.txt'";
-  CliOutcome run;
-  const int raw = std::system(command.c_str());
-  run.status = WIFEXITED(raw) ? WEXITSTATUS(raw) : -1;
-  run.out = ReadFile(dir + "out.txt");
-  run.err = ReadFile(dir + "err.txt");
-  return run;
-}
-
-std::string Fixture(const std::string& name) {
-  return "'" + SourcePath("tests/files/fixtures/" + name) + "'";
-}
 
 TEST(CliResave, OldVersionsBecomeTheCurrentFile) {
   for (const char* version : {"v13", "v24", "v29"}) {
