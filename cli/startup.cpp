@@ -4,6 +4,7 @@
 #include "cli/cli_command.h"
 #include "files/defaults_file.h"
 #include "files/fan_database.h"
+#include "files/conversion_file.h"
 
 namespace galeris::cli {
 

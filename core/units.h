@@ -44,10 +44,4 @@ std::string FormatValue(const UnitTable& units, double value, int row, bool show
 double ToDisplay(const UnitTable& units, double value, int row);
 double FromDisplay(const UnitTable& units, double value, int row);
 
-// Conversion.dat in the given path; a failure says so and keeps the table as it was. These
-// two live with the other file readers (files/conversion_file.cpp), as they share its
-// line splitting, and are linked through galeris_files.
-void LoadConversion(UnitTable& units, const std::string& path, UiPort& ui);
-void SaveConversion(const UnitTable& units, const std::string& path, UiPort& ui);
-
 }  // namespace galeris

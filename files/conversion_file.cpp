@@ -1,9 +1,8 @@
 // Conversion.dat: the unit table's factors, unit texts and number pictures for SI and British
-// screens, one row per kind of quantity. Declared with the table in core/units.h.
+// screens, one row per kind of quantity.
 #include <fstream>
 
-#include "core/ui_port.h"
-#include "core/units.h"
+#include "files/conversion_file.h"
 #include "files/text_format.h"
 
 namespace galeris {

@@ -12,6 +12,7 @@
 #include <type_traits>
 
 #include "core/number_format.h"
+#include "files/conversion_file.h"
 
 namespace galeris {
 namespace {

@@ -8,6 +8,7 @@
 #include "files/defaults_file.h"
 #include "files/fan_database.h"
 #include "files/network_file.h"
+#include "files/conversion_file.h"
 
 namespace galeris {
 namespace {

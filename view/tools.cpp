@@ -46,7 +46,7 @@ float PickTolerance(const ViewState& view, const ToolState& tools) {
 UnprojectInput PressInput(const ToolState& tools, bool buttonHeld) {
   UnprojectInput input;
   input.ShiftHeld = tools.ShiftState != 0;
-  input.PowerZoom = tools.ZoomMode == 5;
+  input.PowerZoom = tools.ZoomMode == kPowerZoomMode;
   input.ButtonHeld = buttonHeld;
   input.PickX = tools.PickX;
   input.PickY = tools.PickY;
@@ -94,8 +94,7 @@ void BeginAirwayPick(Workspace& ws, ViewState& view, ToolState& tools) {
 }
 
 void StartRotation(Workspace& ws, ViewState& view, ToolState& tools) {
-  tools.Rotation =
-      BeginDragRotation(ws, view, tools.PressX * ws.net.AxisSignX, tools.PressY * ws.net.AxisSignY);
+  tools.Rotation = BeginDragRotation(ws, view, tools.PressX, tools.PressY);
   tools.RotatingFlag = -1;
   view.Moving = true;
 }
@@ -447,7 +446,7 @@ ToolResponse MouseDown(Workspace& ws, ViewState& view, ToolState& tools, const M
 
   const bool singleButton = in.Button == MouseButtonOf::Left || in.Button == MouseButtonOf::Right;
   if (tools.ToolCode == ToolOf::Zoom && in.Shift && singleButton) {
-    tools.ZoomMode = 5;
+    tools.ZoomMode = kPowerZoomMode;
     return PowerZoomStep(ws, view, tools);
   }
   if (tools.PanOnly != 0) return response;
@@ -467,23 +466,23 @@ ToolResponse MouseMove(Workspace& ws, ViewState& view, ToolState& tools, const M
   tools.ShiftState = in.Shift ? 1 : 0;
   tools.MouseX = in.X;
   tools.MouseY = in.Y;
-  if (tools.MouseDownFlag != -1 || tools.ZoomMode == 5 || tools.ReportShown) return response;
+  if (tools.MouseDownFlag != -1 || tools.ZoomMode == kPowerZoomMode || tools.ReportShown)
+    return response;
   int button = in.Button != MouseButtonOf::None ? in.Button : tools.MouseButton;
   tools.MouseButton = button;
   if (button == MouseButtonOf::Right && tools.ToolCode == ToolOf::Move)
     button = MouseButtonOf::Both;
-  const float rawX = in.X * ws.net.AxisSignX, rawY = in.Y * ws.net.AxisSignY;
 
   const bool rightRotates =
       button == MouseButtonOf::Right && tools.ToolCode == ToolOf::CentreRotate;
   if (tools.RotatingFlag == -1) {
-    DragRotate(ws, view, tools.Rotation, rawX, rawY);
+    DragRotate(ws, view, tools.Rotation, in.X, in.Y);
     response.Wireframe = true;
     return response;
   }
   if (button == MouseButtonOf::Both || rightRotates) {
     StartRotation(ws, view, tools);
-    DragRotate(ws, view, tools.Rotation, rawX, rawY);
+    DragRotate(ws, view, tools.Rotation, in.X, in.Y);
     response.Wireframe = true;
     return response;
   }
@@ -532,8 +531,8 @@ ToolResponse MouseUp(Workspace& ws, ViewState& view, ToolState& tools, const Mou
     response.HideReport = true;
     tools.ReportShown = false;
   }
-  const bool endsMotion = tools.RotatingFlag == -1 || tools.ZoomMode == 5 || tools.PanMoved ||
-                          tools.MouseButton >= MouseButtonOf::Both;
+  const bool endsMotion = tools.RotatingFlag == -1 || tools.ZoomMode == kPowerZoomMode ||
+                          tools.PanMoved || tools.MouseButton >= MouseButtonOf::Both;
   if (endsMotion) {
     response.Redraw = true;
     ClearDrag(view, tools);
@@ -569,7 +568,7 @@ ToolResponse MouseUp(Workspace& ws, ViewState& view, ToolState& tools, const Mou
 
 ToolResponse PowerZoomStep(Workspace& ws, ViewState& view, ToolState& tools) {
   ToolResponse response;
-  if (tools.ZoomMode != 5 || tools.MouseDownFlag != -1) return response;
+  if (tools.ZoomMode != kPowerZoomMode || tools.MouseDownFlag != -1) return response;
   const float share = ws.defaults.PowerZoomSpeed / 100;
   const float factor = tools.MouseButton == MouseButtonOf::Right ? 1 + share : 1 - share;
   const float before = view.ScaleWidth;

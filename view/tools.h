@@ -29,6 +29,7 @@ inline constexpr int None = 0, Left = 1, Right = 2, Both = 3, Middle = 4;
 }
 
 inline constexpr float kCoordinateLimit = 9999999;  // beyond it a release is refused
+inline constexpr std::int16_t kPowerZoomMode = 5;   // ZoomMode while the power zoom runs
 
 // One mouse event in a window. X and Y are the window's own world units with the axis signs
 // already applied (the window's point (0, 0) is its centre).
@@ -88,7 +89,7 @@ struct ToolState {
   std::int16_t PickDivisor = 25;
   std::int16_t PickMode = 1;  // 1 picking, 2 panning
 
-  std::int16_t ZoomMode = 0;  // 5 while the power zoom runs
+  std::int16_t ZoomMode = 0;
   std::int16_t FenceDrawn = 0;
   bool PanMoved = false;
   float PanBaseX = 0, PanBaseY = 0;  // pan at the press

@@ -6,6 +6,7 @@
 #include "core/number_format.h"
 #include "core/units.h"
 #include "tests/support/test_support.h"
+#include "files/conversion_file.h"
 
 namespace galeris {
 namespace {

@@ -156,7 +156,7 @@ TEST_F(ToolsTest, RightDragOfTheCentreToolRotates) {
 TEST_F(ToolsTest, ShiftHeldRunsThePowerZoomUntilRelease) {
   ws.defaults.PowerZoomSpeed = 4;
   ToolResponse response = Down(0, 0, MouseButtonOf::Left, true);
-  EXPECT_EQ(tools.ZoomMode, 5);
+  EXPECT_EQ(tools.ZoomMode, kPowerZoomMode);
   EXPECT_TRUE(response.PowerZoom);
   EXPECT_FLOAT_EQ(view.ScaleWidth, 960);
   response = PowerZoomStep(ws, view, tools);
