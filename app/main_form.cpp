@@ -63,11 +63,6 @@ void MainForm::BuildToolbars() {
   addToolBar(Qt::LeftToolBarArea, palette_);
   palette_->setOrientation(Qt::Vertical);
   connect(palette_, &ToolPalette::ButtonClicked, this, &MainForm::PaletteClicked);
-  // Until the view's dispatcher is attached, only the palette's commands that the frame runs
-  // itself are live.
-  for (int i = 0; i < kPaletteButtons; ++i)
-    palette_->Button(i)->setEnabled(i == 1 || i == 14 || i == 19 || i == 20 || i == 24 || i == 25 ||
-                                    i == 27);
   palette_->PressButton(0);
 
   auto* data = new QToolBar("Data", this);
@@ -297,6 +292,12 @@ FrmWindow* MainForm::NewViewWindow() {
   }
   auto* view = new FrmWindow(ws_);
   view->SetDataType(dataTypeCode_);
+  view->SetToolState(&tools_);
+  connect(view, &FrmWindow::NetworkEdited, this, [this] {
+    RedrawViews();
+    RefreshSimStatus();
+  });
+  connect(view, &FrmWindow::ToolUnavailable, this, &MainForm::SetStatusText);
   connect(view, &FrmWindow::CaptionChanged, this, &MainForm::ViewCaptionChanged);
   connect(view, &FrmWindow::RotationChanged, this, [this](const QString& x, const QString& y) {
     lblRotX_->setText(x);
@@ -314,44 +315,47 @@ FrmWindow* MainForm::NewViewWindow() {
 }
 
 void MainForm::PaletteClicked(int index) {
-  previousButton_ = currentButton_;
-  currentButton_ = index;
-  SetStatusText(PaletteStatusText(index));
   FrmWindow* view = CurrentView();
-  switch (index) {
-    case 1:
-      if (view) view->Fit();
-      break;
-    case 14:
+  CarryOut(ClickButton(ws_, view ? &view->View() : nullptr, commands_, tools_, index));
+}
+
+// The dispatcher answers with what is left for the windows to do.
+void MainForm::CarryOut(const CommandResult& result) {
+  if (result.StatusButton >= 0) SetStatusText(PaletteStatusText(result.StatusButton));
+  if (!result.Unavailable.empty())
+    SetStatusText(QString::fromStdString(result.Unavailable) + " is not available yet");
+  FrmWindow* view = CurrentView();
+  switch (result.Operation) {
+    case CommandOperation::AirSimulation:
       RunSimulationCommand(0);
       break;
-    case 19:
+    case CommandOperation::Open:
       OpenFile();
       break;
-    case 20: {
-      // A Master file is never overwritten by the quick save: it goes through Save As.
-      const QString name = QString::fromStdString(ws_.net.FileName);
-      if (name.isEmpty() || name.toUpper().endsWith(".SMM"))
-        SaveAs();
-      else
-        SaveFile();
+    case CommandOperation::Save:
+      SaveFile();
       break;
-    }
-    case 24:
-      if (view) view->SetThreeD(view->View().Is3D == 0);
+    case CommandOperation::SaveAs:
+      SaveAs();
       break;
-    case 25:
-      if (view) view->ToggleGrid();
+    case CommandOperation::UpdateScreen:
+      RedrawViews();
       break;
-    case 27:
-      if (view) view->ToggleLevels();
+    case CommandOperation::None:
+    case CommandOperation::Fit:
+    case CommandOperation::ToggleThreeD:
+    case CommandOperation::ToggleGrid:
+    case CommandOperation::ToggleLevels:
+    case CommandOperation::StepLevelUp:
+    case CommandOperation::StepLevelDown:
+      if (result.Redraw && view) view->Redraw();
       break;
     default:
-      return;
+      SetStatusText(PaletteStatusText(commands_.CurrentButton) + " is not available yet");
+      break;
   }
-  // Momentary commands give the palette back to the button that was down before.
-  currentButton_ = previousButton_;
-  palette_->PressButton(currentButton_);
+  palette_->PressButton(commands_.PressedButton);
+  if (result.FocusWindow && view) view->setFocus();
 }
 
 FrmError& MainForm::ErrorForm() {

@@ -11,6 +11,8 @@
 
 #include "app/file_dialogs.h"
 #include "core/workspace.h"
+#include "view/commands.h"
+#include "view/tools.h"
 
 class QAction;
 class QComboBox;
@@ -122,6 +124,7 @@ class MainForm : public QMainWindow {
   void DeleteViewCommand();
   void ViewCaptionChanged(const QString& caption);
   void PaletteClicked(int index);
+  void CarryOut(const CommandResult& result);
 
   void AfterLoad(bool loaded);
   void AfterSave(bool saved);
@@ -167,8 +170,9 @@ class MainForm : public QMainWindow {
   int dataTypeCode_ = 12;
   std::array<int, 6> lastItemOfGroup_{2, 2, 2, 2, 2, 2};
   bool fillingLists_ = false;
-  int currentButton_ = 0;
-  int previousButton_ = 0;
+  // The palette's dispatcher and the mouse tools, shared by every view window.
+  CommandState commands_;
+  ToolState tools_;
 };
 
 }  // namespace galeris

@@ -78,13 +78,21 @@ void MainForm::BuildEditMenu() {
   AddEntry(edit, "mnuUndo", "&Undo");
   AddEntry(edit, "mnuRedo", "&Redo");
   edit->addSeparator();
-  AddEntry(edit, "mnuZoom", "Zoom / Pan");
-  AddEntry(edit, "mnuCpyPst", "Copy / Paste Attributes");
-  AddEntry(edit, "mnuCopy2", "Paste Attributes");
+  AddEntry(edit, "mnuZoom", "Zoom / Pan", [this] { PaletteClicked(ButtonOf::ZoomPan); });
+  AddEntry(edit, "mnuCpyPst", "Copy / Paste Attributes",
+           [this] { PaletteClicked(ButtonOf::CopyAttributes); });
+  AddEntry(edit, "mnuCopy2", "Paste Attributes",
+           [this] { PaletteClicked(ButtonOf::PasteAttributes); });
   QMenu* bar = edit->addMenu("Airway Tools");
   bar->setObjectName("mnuBar");
-  for (int index = 0; index <= 10; ++index)
-    AddEntry(bar, QString("mnuBar(%1)").arg(index), PaletteToolTip(index + 3));
+  // The items stand for palette buttons 3 to 13; Find and Redo are not part of the program yet.
+  for (int index = 0; index <= 10; ++index) {
+    const int code = index + 3;
+    const bool offered = code != ButtonOf::Find && code != ButtonOf::Redo;
+    AddEntry(bar, QString("mnuBar(%1)").arg(index), PaletteToolTip(code),
+             offered ? std::function<void()>([this, code] { PaletteClicked(code); })
+                     : std::function<void()>());
+  }
   edit->addSeparator();
   AddEntry(edit, "mnuFinder", "Find by Name...");
   QMenu* lists = edit->addMenu("Name Lists");

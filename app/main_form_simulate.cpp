@@ -21,7 +21,7 @@ const char* const kSimulationActions[] = {"mnuExecute",      "mnnuNonConverge", 
 void MainForm::SetSimulationEnabled(bool enabled) {
   for (const char* name : kSimulationActions)
     if (QAction* action = Action(name)) action->setEnabled(enabled);
-  palette_->Button(14)->setEnabled(enabled);
+  palette_->Button(ButtonOf::AirSimulation)->setEnabled(enabled);
 }
 
 void MainForm::RunSimulationCommand(int simMode) {

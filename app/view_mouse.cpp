@@ -140,7 +140,7 @@ ViewMouse::~ViewMouse() {
 }
 
 void ViewMouse::RefreshCursor(int button) {
-  const std::string name = CursorName(tools_.PaletteIndex, button);
+  const std::string name = SetToolCursor(tools_, button);
   if (name == cursorName_) return;
   cursorName_ = name;
   window_.setCursor(ToolCursor(name));

@@ -254,13 +254,10 @@ std::string CursorName(int paletteColumn, int button) {
   }
 }
 
-bool SetToolCursor(ToolState& tools, int button, std::string& name) {
-  const int row = button == MouseButtonOf::Right ? 2 : 1;
-  if (tools.CursorColumn == tools.PaletteIndex && tools.CursorRow == row) return false;
+std::string SetToolCursor(ToolState& tools, int button) {
   tools.CursorColumn = tools.PaletteIndex;
-  tools.CursorRow = row;
-  name = CursorName(tools.PaletteIndex, button);
-  return true;
+  tools.CursorRow = button == MouseButtonOf::Right ? 2 : 1;
+  return CursorName(tools.PaletteIndex, button);
 }
 
 EndPick FindNearestEnd(Workspace& ws, ViewState& view, const ToolState& tools, float x, float y,

@@ -99,7 +99,7 @@ struct ToolState {
 
   OverlayShape Overlay;  // in axis-signed window terms, like the mouse
 
-  // Last cursor handed out: the palette column and the button row.
+  // Last cursor handed out: the palette column and the button row (2 right, 1 any other).
   int CursorColumn = -1, CursorRow = -1;
 };
 
@@ -125,8 +125,9 @@ bool ToolHasRightAction(std::int16_t toolCode);
 // The cursor resource of a palette column and button: "MAGNIFY", "HAND", ... or empty for the
 // plain cross.
 std::string CursorName(int paletteColumn, int button);
-// The cursor for the current tool and button; returns true (and the name) when it changed.
-bool SetToolCursor(ToolState& tools, int button, std::string& name);
+// The cursor for the current tool and button, remembered as the last one handed out. Paste mode
+// shows column 21 since its command leaves the Copy button down.
+std::string SetToolCursor(ToolState& tools, int button);
 
 // Picks in the last draw list. x and y are axis-signed window terms, as in MouseInput.
 EndPick FindNearestEnd(Workspace& ws, ViewState& view, const ToolState& tools, float x, float y,

@@ -153,6 +153,23 @@ TEST_F(ToolsTest, RightDragOfTheCentreToolRotates) {
   EXPECT_NEAR(view.TiltAngle, kDragPi / 4, 1e-4);
 }
 
+TEST_F(ToolsTest, RightDragOfTheMoveToolRotatesAndOfTheReverseToolPans) {
+  tools.ToolCode = ToolOf::Move;
+  Down(0, 0, MouseButtonOf::Right);
+  Move(-250, 0, MouseButtonOf::Right);
+  EXPECT_EQ(tools.RotatingFlag, -1);
+  EXPECT_TRUE(Up(-250, 0, MouseButtonOf::Right).Redraw);
+  EXPECT_TRUE(Up(-250, 0, MouseButtonOf::Right).Unavailable.empty());  // a second release: no-op
+
+  SetPlanView(ws, view);
+  tools.ToolCode = ToolOf::Reverse;
+  Down(0, 0, MouseButtonOf::Right);
+  EXPECT_TRUE(Move(0, 100, MouseButtonOf::Right).Wireframe);
+  const ToolResponse released = Up(0, 100, MouseButtonOf::Right);
+  EXPECT_TRUE(released.Unavailable.empty());  // a pan, not the tool
+  EXPECT_FLOAT_EQ(view.PanY, -100);
+}
+
 TEST_F(ToolsTest, ShiftHeldRunsThePowerZoomUntilRelease) {
   ws.defaults.PowerZoomSpeed = 4;
   ToolResponse response = Down(0, 0, MouseButtonOf::Left, true);
@@ -384,15 +401,14 @@ TEST_F(ToolsTest, CursorsFollowThePaletteAndTheButton) {
   EXPECT_EQ(CursorName(13, MouseButtonOf::Right), "INFO");
   EXPECT_EQ(CursorName(21, MouseButtonOf::Left), "COPY");
   EXPECT_EQ(CursorName(3, MouseButtonOf::Left), "");
-  std::string name;
-  EXPECT_TRUE(SetToolCursor(tools, MouseButtonOf::Left, name));
-  EXPECT_EQ(name, "MAGNIFY");
-  EXPECT_FALSE(SetToolCursor(tools, MouseButtonOf::Middle, name));
-  EXPECT_TRUE(SetToolCursor(tools, MouseButtonOf::Right, name));
-  EXPECT_EQ(name, "HAND");
+  EXPECT_EQ(SetToolCursor(tools, MouseButtonOf::Left), "MAGNIFY");
+  EXPECT_EQ(tools.CursorRow, 1);
+  EXPECT_EQ(SetToolCursor(tools, MouseButtonOf::Middle), "MAGNIFY");
+  EXPECT_EQ(SetToolCursor(tools, MouseButtonOf::Right), "HAND");
+  EXPECT_EQ(tools.CursorRow, 2);
   tools.PaletteIndex = 9;
-  EXPECT_TRUE(SetToolCursor(tools, MouseButtonOf::Right, name));
-  EXPECT_EQ(name, "FAN");
+  EXPECT_EQ(SetToolCursor(tools, MouseButtonOf::Right), "FAN");
+  EXPECT_EQ(tools.CursorColumn, 9);
 }
 
 TEST_F(ToolsTest, CoordinatesShowTheWorldPointUnderTheMouse) {
