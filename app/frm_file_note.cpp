@@ -33,7 +33,7 @@ FrmFileNote::FrmFileNote(Workspace& ws, QWidget* parent) : QWidget(parent, Qt::T
   text_ = new QPlainTextEdit(this);
   text_->setObjectName("TxtNote");
   layout->addWidget(text_);
-  resize(420, 300);
+  resize(380, 170);
   connect(text_, &QPlainTextEdit::textChanged, this, &FrmFileNote::TextEdited);
   Refresh();
 }
