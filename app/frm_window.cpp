@@ -58,11 +58,16 @@ void FrmWindow::Announce() {
                        QString::fromStdString(view_.StatusRotY));
 }
 
-void FrmWindow::Redraw() {
+// A load may have grown the store or emptied the view names since the last drawing.
+void FrmWindow::CatchUpWithStore() {
   if (view_.LineAirway.size() < static_cast<std::size_t>(ws_.net.MaxAirways) + 1) {
     view_.LineAirway.assign(static_cast<std::size_t>(ws_.net.MaxAirways) + 1, 0);
   }
   EnsurePermanentViews(ws_.net);
+}
+
+void FrmWindow::Redraw() {
+  CatchUpWithStore();
   // A window opened on an empty network fits the first airways that reach it.
   if (isVisible() && !fitted_ && ws_.net.BranchCount > 0) {
     Fit();
@@ -75,6 +80,7 @@ void FrmWindow::Redraw() {
 }
 
 void FrmWindow::Fit() {
+  CatchUpWithStore();
   BuildVisibleList(ws_, view_);
   ProjectNetwork(ws_, view_);
   FitNetwork(ws_, view_);

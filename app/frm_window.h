@@ -79,6 +79,7 @@ class FrmWindow : public QWidget {
   void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
+  void CatchUpWithStore();
   void Repaint(bool wireframeOnly);
   void Announce();
   MouseInput ToolInput(QMouseEvent* event, int button) const;

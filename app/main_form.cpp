@@ -18,6 +18,7 @@
 #include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
+#include <algorithm>
 
 #include "app/data_types.h"
 #include "app/frm_error.h"
@@ -26,6 +27,7 @@
 #include "app/frm_window.h"
 #include "app/recent_files.h"
 #include "app/tool_palette.h"
+#include "app/view_mouse.h"
 #include "files/lifecycle.h"
 
 namespace galeris {
@@ -292,7 +294,18 @@ FrmWindow* MainForm::NewViewWindow() {
   }
   auto* view = new FrmWindow(ws_);
   view->SetDataType(dataTypeCode_);
-  view->SetToolState(&tools_);
+  view->SetWindowNumber(FreeWindowNumber());
+  // The window's events go to the mouse tools first; the window itself only paints.
+  auto* mouse = new ViewMouse(ws_, *view, tools_);
+  connect(mouse, &ViewMouse::CoordinatesChanged, this,
+          [this](const QString& x, const QString& y, const QString& z) {
+            txtX_->setText(x);
+            txtY_->setText(y);
+            txtZ_->setText(z);
+          });
+  connect(mouse, &ViewMouse::StatusMessage, this, &MainForm::SetStatusText);
+  connect(mouse, &ViewMouse::KeyPressed, this,
+          [this, view](ViewKey key) { ViewKeyPressed(view, key); });
   connect(view, &FrmWindow::NetworkEdited, this, [this] {
     RedrawViews();
     RefreshSimStatus();
@@ -314,17 +327,38 @@ FrmWindow* MainForm::NewViewWindow() {
   return view;
 }
 
+// Numbers stay with their windows, so a new window takes the lowest one left free.
+int MainForm::FreeWindowNumber() const {
+  const std::vector<FrmWindow*> views = AllViews();
+  for (int number = 1;; ++number) {
+    const bool taken = std::any_of(views.begin(), views.end(), [number](FrmWindow* view) {
+      return view->View().WindowNumber == number;
+    });
+    if (!taken) return number;
+  }
+}
+
 void MainForm::PaletteClicked(int index) {
   FrmWindow* view = CurrentView();
   CarryOut(ClickButton(ws_, view ? &view->View() : nullptr, commands_, tools_, index));
 }
 
+void MainForm::ViewKeyPressed(FrmWindow* view, ViewKey key) {
+  CarryOut(KeyDown(ws_, &view->View(), commands_, tools_, key), view);
+}
+
+void MainForm::RefreshToolCursors() {
+  for (FrmWindow* view : AllViews())
+    if (auto* mouse = view->findChild<ViewMouse*>(QString(), Qt::FindDirectChildrenOnly))
+      mouse->RefreshCursor();
+}
+
 // The dispatcher answers with what is left for the windows to do.
-void MainForm::CarryOut(const CommandResult& result) {
+void MainForm::CarryOut(const CommandResult& result, FrmWindow* view) {
   if (result.StatusButton >= 0) SetStatusText(PaletteStatusText(result.StatusButton));
   if (!result.Unavailable.empty())
     SetStatusText(QString::fromStdString(result.Unavailable) + " is not available yet");
-  FrmWindow* view = CurrentView();
+  if (view == nullptr) view = CurrentView();
   switch (result.Operation) {
     case CommandOperation::AirSimulation:
       RunSimulationCommand(0);
@@ -350,11 +384,20 @@ void MainForm::CarryOut(const CommandResult& result) {
     case CommandOperation::StepLevelDown:
       if (result.Redraw && view) view->Redraw();
       break;
+    case CommandOperation::Undo:
+    case CommandOperation::Redo:
+      // Backspace undoes without passing through a palette button, so the text is named
+      // after the command rather than the button now down.
+      SetStatusText(PaletteStatusText(result.Operation == CommandOperation::Undo ? ButtonOf::Undo
+                                                                                 : ButtonOf::Redo) +
+                    " is not available yet");
+      break;
     default:
       SetStatusText(PaletteStatusText(commands_.CurrentButton) + " is not available yet");
       break;
   }
   palette_->PressButton(commands_.PressedButton);
+  RefreshToolCursors();
   if (result.FocusWindow && view) view->setFocus();
 }
 

@@ -124,7 +124,11 @@ class MainForm : public QMainWindow {
   void DeleteViewCommand();
   void ViewCaptionChanged(const QString& caption);
   void PaletteClicked(int index);
-  void CarryOut(const CommandResult& result);
+  void ViewKeyPressed(FrmWindow* view, ViewKey key);
+  // The dispatcher's answer for a view window, the current one when none is given.
+  void CarryOut(const CommandResult& result, FrmWindow* view = nullptr);
+  void RefreshToolCursors();
+  int FreeWindowNumber() const;
 
   void AfterLoad(bool loaded);
   void AfterSave(bool saved);
@@ -170,7 +174,8 @@ class MainForm : public QMainWindow {
   int dataTypeCode_ = 12;
   std::array<int, 6> lastItemOfGroup_{2, 2, 2, 2, 2, 2};
   bool fillingLists_ = false;
-  // The palette's dispatcher and the mouse tools, shared by every view window.
+  // The palette's dispatcher and the mouse tools, shared by the palette, the menus, the keys
+  // and the mouse of every view window.
   CommandState commands_;
   ToolState tools_;
 };

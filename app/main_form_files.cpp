@@ -136,9 +136,9 @@ void MainForm::ExportPictureCommand() {
 
 void MainForm::AfterLoad(bool loaded) {
   // A refused load may still have emptied the network, so everything is refreshed anyway.
-  // The views redraw first: their scale caption gives way to the file's name until the next
-  // change of scale.
-  RedrawViews();
+  // The views are fitted to the new network first: their scale caption gives way to the
+  // file's name until the next change of scale.
+  for (FrmWindow* view : AllViews()) view->Fit();
   RefreshCaption();
   RefreshRecentMenu();
   RefreshLevelList();

@@ -30,6 +30,12 @@ FrmWindow* ViewWindowAt(QPoint global) {
   return nullptr;
 }
 
+// A key the dispatcher answers, pressed without Ctrl, Alt or Meta (those stay shortcuts).
+bool IsDispatcherKey(const QKeyEvent* event) {
+  if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
+  return CommandOfKey(ViewKeyOfQt(event->key())).kind != KeyCommand::Kind::Ignore;
+}
+
 }  // namespace
 
 // The see-through layer that carries the fence and the rubber band.
@@ -178,10 +184,16 @@ bool ViewMouse::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Wheel:
       Wheel(static_cast<QWheelEvent*>(event));
       return true;
+    case QEvent::ShortcutOverride:
+      // The frame's menus give F5 and the like other meanings; in a view the keys of the
+      // dispatcher win, so they come back here as key presses instead of shortcuts.
+      if (!IsDispatcherKey(static_cast<QKeyEvent*>(event))) return false;
+      event->accept();
+      return true;
     case QEvent::KeyPress: {
-      const ViewKey key = ViewKeyOfQt(static_cast<QKeyEvent*>(event)->key());
-      if (key == ViewKey::Other) return false;
-      emit KeyPressed(key);
+      auto* key = static_cast<QKeyEvent*>(event);
+      if (!IsDispatcherKey(key)) return false;
+      emit KeyPressed(ViewKeyOfQt(key->key()));
       return true;
     }
     case QEvent::Resize:
