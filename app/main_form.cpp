@@ -26,6 +26,7 @@
 #include "app/frm_help.h"
 #include "app/frm_window.h"
 #include "app/recent_files.h"
+#include "app/rotator_button.h"
 #include "app/tool_palette.h"
 #include "app/view_mouse.h"
 #include "files/lifecycle.h"
@@ -66,6 +67,8 @@ void MainForm::BuildToolbars() {
   palette_->setOrientation(Qt::Vertical);
   connect(palette_, &ToolPalette::ButtonClicked, this, &MainForm::PaletteClicked);
   palette_->PressButton(0);
+  palette_->addSeparator();
+  palette_->addWidget(new RotatorButton([this] { return CurrentView(); }, this));
 
   auto* data = new QToolBar("Data", this);
   data->setObjectName("DataBar");
