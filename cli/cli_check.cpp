@@ -36,9 +36,7 @@ int RunCheck(CliContext& c) {
     return kExitBadInput;
   }
   Workspace& ws = c.ws;
-  ws.net.FileName = c.args[0];
-  ws.MergeBase = 1;
-  if (!LoadNetwork(ws)) return kExitBadInput;
+  if (!LoadInput(c, c.args[0])) return kExitBadInput;
   const bool clean = CheckAndMesh(ws);
   for (const std::string& line : ws.net.Errorlist) c.out << line << "\n";
   c.out << "airways " << ws.net.BranchCount << " nodes " << ws.net.NodeCount << " meshes "

@@ -40,6 +40,10 @@ struct RegisterCommand {
 // The start-up loads of the program (settings, units, defaults, fan database), in order.
 void PrepareWorkspace(Workspace& ws);
 
+// Loads the network file a command works on; says why on stderr and returns false when it
+// cannot be read (the command then exits with kExitBadInput).
+bool LoadInput(CliContext& c, const std::string& path);
+
 // The value after an option such as "-o" in args (removed from args), or "" when absent.
 std::string TakeOption(std::vector<std::string>& args, const std::string& option);
 

@@ -45,12 +45,7 @@ int Info(CliContext& c) {
     c.err << "usage: galeris-sim info IN\n";
     return kExitBadInput;
   }
-  c.ws.net.FileName = c.args[0];
-  c.ws.MergeBase = 1;
-  if (!LoadNetwork(c.ws)) {
-    c.err << "galeris-sim: cannot read " << c.args[0] << "\n";
-    return kExitBadInput;
-  }
+  if (!LoadInput(c, c.args[0])) return kExitBadInput;
   const Network& net = c.ws.net;
   c.out << "Title: " << net.NetworkTitle << "\n"
         << "Airways: " << net.BranchCount << "\n"

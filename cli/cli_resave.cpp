@@ -15,12 +15,7 @@ int Resave(CliContext& c) {
     c.err << "usage: galeris-sim resave IN -o OUT\n";
     return kExitBadInput;
   }
-  c.ws.net.FileName = c.args[0];
-  c.ws.MergeBase = 1;
-  if (!LoadNetwork(c.ws)) {
-    c.err << "galeris-sim: cannot read " << c.args[0] << "\n";
-    return kExitBadInput;
-  }
+  if (!LoadInput(c, c.args[0])) return kExitBadInput;
   const std::string bytes = FormatNetworkFile(c.ws);
   std::ofstream out(output, std::ios::binary | std::ios::trunc);
   out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));

@@ -1,7 +1,6 @@
 // galeris-sim solve: runs the simulation (or one of its diagnostic commands) on a network file,
 // prints the error list and a summary line, and can write the solved network.
 #include <charconv>
-#include <filesystem>
 #include <memory>
 #include <ostream>
 
@@ -84,12 +83,7 @@ int RunSolve(CliContext& c) {
     return kExitBadInput;
   }
   Workspace& ws = c.ws;
-  ws.net.FileName = c.args[0];
-  std::error_code ec;
-  if (!std::filesystem::is_regular_file(c.args[0], ec) || !LoadNetwork(ws)) {
-    c.err << "solve: cannot read " << c.args[0] << "\n";
-    return kExitBadInput;
-  }
+  if (!LoadInput(c, c.args[0])) return kExitBadInput;
   BoundConvergenceAnswers(c, maxRounds);
   ws.sim.ShowProgress = 0;
   ws.sim.SimMode = mode;

@@ -6,6 +6,8 @@
 
 #include "cli/cli_command.h"
 
+#include "files/network_file.h"
+
 namespace galeris::cli {
 
 std::vector<CliCommand>& Commands() {
@@ -22,6 +24,14 @@ std::string TakeOption(std::vector<std::string>& args, const std::string& option
     }
   }
   return "";
+}
+
+bool LoadInput(CliContext& c, const std::string& path) {
+  c.ws.net.FileName = path;
+  c.ws.MergeBase = 1;
+  if (LoadNetwork(c.ws)) return true;
+  c.err << "galeris-sim: cannot read " << path << "\n";
+  return false;
 }
 
 namespace {

@@ -2,9 +2,9 @@
 // desktop program (units and Conversion.dat, Defaults.dat, then the fan database, whose size
 // the defaults decide). The recent-file list is the desktop's and is left alone.
 #include "cli/cli_command.h"
+#include "files/conversion_file.h"
 #include "files/defaults_file.h"
 #include "files/fan_database.h"
-#include "files/conversion_file.h"
 
 namespace galeris::cli {
 
