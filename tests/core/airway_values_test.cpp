@@ -44,7 +44,7 @@ float Atkinson(double k, double perimeter, double length, double area, double de
   return static_cast<float>(k * perimeter * length * density / (area * area * area * 1.2));
 }
 
-TEST(CalcResistance, RectangularRoundAndCustomSections) {
+TEST(CalcResistance, SectionsAndDensity) {
   Airway rect(Bit::Rectangular, 5, 4);
   EXPECT_EQ(rect.Calc(), Atkinson(0.012f, 18, 120, 20));
   EXPECT_EQ(rect.net.Length[rect.i], 100);
@@ -60,6 +60,9 @@ TEST(CalcResistance, RectangularRoundAndCustomSections) {
   // The tests run in order, so the custom bit wins over the others.
   Airway both(Bit::Custom | Bit::Rectangular, 22, 30);
   EXPECT_EQ(both.Calc(), custom.Calc());
+  Airway light(Bit::Rectangular, 5, 4);
+  light.defaults.AirDensity = 0.6f;
+  EXPECT_EQ(light.Calc(), Atkinson(0.012f, 18, 120, 20, 0.6f));
 }
 
 TEST(CalcResistance, ServicesAndTheSmallestArea) {
@@ -143,11 +146,6 @@ TEST(CalcResistance, LengthIsTheWholePartOfTheSlopeDistance) {
   EXPECT_EQ(zero.Calc(), Atkinson(0.012f, 18, 20, 20));
 }
 
-TEST(CalcResistance, DensityScalesTheResistance) {
-  Airway light(Bit::Rectangular, 5, 4);
-  light.defaults.AirDensity = 0.6f;
-  EXPECT_EQ(light.Calc(), Atkinson(0.012f, 18, 120, 20, 0.6f));
-}
 
 TEST(FrictionResistance, IgnoresServicesPresetsAndParallelAirways) {
   Airway a(Bit::Rectangular | Bit::Services, 5, 4);
@@ -170,7 +168,7 @@ TEST(RecalcAllResistances, WalksEveryAirway) {
   EXPECT_EQ(a.net.Resistance[second], Atkinson(0.01f, 16, 50, 16));
 }
 
-TEST(ShockCalculator, TableAndTotal) {
+TEST(ShockCalculator, TableTotalAndClickingABox) {
   EXPECT_STREQ(kShockLosses[0].caption, "Bend, acute, round");
   EXPECT_STREQ(kShockLosses[14].caption, "Obstruction 20% area");
   EXPECT_EQ(kShockLosses[15].equivalentLength, 150);
@@ -186,13 +184,11 @@ TEST(ShockCalculator, TableAndTotal) {
 
   units.UnitSystem = 2;
   EXPECT_DOUBLE_EQ(ShockTotal(rows, units), ToDisplay(units, 20, Unit::Length) * 4);
-}
-
-TEST(ShockCalculator, ClickingABox) {
   EXPECT_EQ(ShockCountAfterClick(true, 0), 1);
   EXPECT_EQ(ShockCountAfterClick(true, 4), 4);
   EXPECT_EQ(ShockCountAfterClick(false, 4), 0);
 }
+
 
 }  // namespace
 }  // namespace galeris

@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -19,19 +20,11 @@ class CommaMachine {
   ~CommaMachine() { SetMachineDecimalSeparator('.'); }
 };
 
-TEST(RoundHalfEven, TiesGoToTheEvenNeighbour) {
-  EXPECT_EQ(RoundHalfEven(0.5), 0);
-  EXPECT_EQ(RoundHalfEven(1.5), 2);
-  EXPECT_EQ(RoundHalfEven(2.5), 2);
-  EXPECT_EQ(RoundHalfEven(-2.5), -2);
-  EXPECT_EQ(RoundHalfEven(-3.5), -4);
-  EXPECT_EQ(RoundHalfEven(2.4999999), 2);
-  EXPECT_EQ(RoundHalfEven(-0.7), -1);
-  EXPECT_EQ(RoundHalfEven(32767.5), 32768);
-  EXPECT_EQ(RoundHalfEven(4503599627370497.0), 4503599627370497);
-}
-
-TEST(RoundHalfEven, ValuesBeyondRangeSaturate) {
+TEST(RoundHalfEven, TiesGoToTheEvenNeighbourAndValuesBeyondRangeSaturate) {
+  const std::pair<double, long long> cases[] = {
+      {0.5, 0}, {1.5, 2}, {2.5, 2}, {-2.5, -2}, {-3.5, -4}, {2.4999999, 2}, {-0.7, -1},
+      {32767.5, 32768}, {4503599627370497.0, 4503599627370497}};
+  for (const auto& [v, whole] : cases) EXPECT_EQ(RoundHalfEven(v), whole) << v;
   EXPECT_EQ(RoundHalfEven(std::nan("")), 0);
   EXPECT_EQ(RoundHalfEven(1e300), std::numeric_limits<long long>::max());
   EXPECT_EQ(RoundHalfEven(-INFINITY), std::numeric_limits<long long>::min());
@@ -51,79 +44,54 @@ TEST(RoundHalfEven, AgreesWithThePictureAndTheHardware) {
   }
 }
 
-TEST(FormatNumber, DecimalPictures) {
-  EXPECT_EQ(FormatNumber(3.14159, "0"), "3");
-  EXPECT_EQ(FormatNumber(3.14159, "0.0"), "3.1");
-  EXPECT_EQ(FormatNumber(3.14159, "0.00"), "3.14");
-  EXPECT_EQ(FormatNumber(3.14159, "0.0000"), "3.1416");
-  EXPECT_EQ(FormatNumber(0.000123456, "0.00000"), "0.00012");
-  EXPECT_EQ(FormatNumber(7, "0.00"), "7.00");
-  EXPECT_EQ(FormatNumber(-12.25, "0.0"), "-12.2");
-  EXPECT_EQ(FormatNumber(0.4, "0"), "0");
-}
+struct Case {
+  double value;
+  const char* picture;
+  const char* expected;
+};
 
-TEST(FormatNumber, LastDigitRoundsCorrectly) {
-  EXPECT_EQ(FormatNumber(2.5, "0"), "2");
-  EXPECT_EQ(FormatNumber(3.5, "0"), "4");
-  EXPECT_EQ(FormatNumber(0.125, "0.00"), "0.12");  // an exact tie in binary
-  EXPECT_EQ(FormatNumber(0.375, "0.00"), "0.38");
-  EXPECT_EQ(FormatNumber(-0.05, "0.0"), "-0.1");   // -0.05 lies just beyond the tie
-  EXPECT_EQ(FormatNumber(1.005, "0.00"), "1.00");  // 1.005 lies just below it
-  EXPECT_EQ(FormatNumber(9.96, "0.0"), "10.0");
-  EXPECT_EQ(FormatNumber(999.5, "0,000"), "1,000");
-  EXPECT_EQ(FormatNumber(1e9, "0"), "1000000000");
-  EXPECT_EQ(FormatNumber(1e9, "0.0"), "1000000000.0");
-}
-
-TEST(FormatNumber, NoMinusSignOnAZero) {
-  EXPECT_EQ(FormatNumber(-0.04, "0.0"), "0.0");
-  EXPECT_EQ(FormatNumber(-0.0, "0"), "0");
-  EXPECT_EQ(FormatNumber(-0.4, "0 %"), "-40 %");
-}
-
-TEST(FormatNumber, OptionalDecimals) {
-  EXPECT_EQ(FormatNumber(2, "0.0########"), "2.0");
-  EXPECT_EQ(FormatNumber(1.5, "0.0########"), "1.5");
-  EXPECT_EQ(FormatNumber(1.0 / 3, "0.0########"), "0.333333333");
-  EXPECT_EQ(FormatNumber(0.00001234, "0.0########"), "0.00001234");
-  EXPECT_EQ(FormatNumber(-2.00000000004, "0.0########"), "-2.0");
-}
-
-TEST(FormatNumber, ThousandsPictures) {
-  EXPECT_EQ(FormatNumber(1000, "0,000"), "1,000");
-  EXPECT_EQ(FormatNumber(5, "0,000"), "0,005");
-  EXPECT_EQ(FormatNumber(1234567.8, "0,000"), "1,234,568");
-  EXPECT_EQ(FormatNumber(-1234567, "0,000"), "-1,234,567");
-  EXPECT_EQ(FormatNumber(1000, "$#,##0"), "$1,000");
-  EXPECT_EQ(FormatNumber(0, "$#,##0"), "$0");
-  EXPECT_EQ(FormatNumber(999, "$#,##0"), "$999");
-  EXPECT_EQ(FormatNumber(-25000, "$#,##0"), "-$25,000");
-}
-
-TEST(FormatNumber, PerCentAndUnitText) {
-  EXPECT_EQ(FormatNumber(0.5, "0 %"), "50 %");
-  EXPECT_EQ(FormatNumber(0.1234, "0.0 %"), "12.3 %");
-  EXPECT_EQ(FormatNumber(1.25, "0 %"), "125 %");
-  EXPECT_EQ(FormatNumber(12.345, "0.00 m3/s"), "12.35 m3/s");  // the 3 of m3/s is text
-  EXPECT_EQ(FormatNumber(0, "0.00 m3/s"), "0.00 m3/s");
-}
-
-TEST(FormatNumber, TimePicturesTakeSeconds) {
-  EXPECT_EQ(FormatNumber(0, "hh:mm:ss"), "00:00:00");
-  EXPECT_EQ(FormatNumber(3725, "hh:mm:ss"), "01:02:05");
-  EXPECT_EQ(FormatNumber(3725, "h:mm:ss"), "1:02:05");
-  EXPECT_EQ(FormatNumber(59.5, "h:mm:ss"), "0:01:00");
-  EXPECT_EQ(FormatNumber(10800, "h:mm:ss"), "3:00:00");
-  EXPECT_EQ(FormatNumber(30 * 3600.0, "hh:mm:ss"), "30:00:00");
-  EXPECT_EQ(FormatNumber(-90, "h:mm:ss"), "-0:01:30");
-}
-
-TEST(FormatNumber, TextPicturesRightAlign) {
-  EXPECT_EQ(FormatNumber(5, "@@@"), "  5");
-  EXPECT_EQ(FormatNumber(42, "@@@:"), " 42:");
-  EXPECT_EQ(FormatNumber(12345, "@@@"), "12345");
-  EXPECT_EQ(FormatNumber(-7, "@@@"), " -7");
-  EXPECT_EQ(FormatNumber(2.5, "@@@@"), " 2.5");
+// Every picture the system shows numbers with; the comments name the odd rules.
+TEST(FormatNumber, Pictures) {
+  const Case cases[] = {
+      // Decimal pictures.
+      {3.14159, "0", "3"}, {3.14159, "0.0", "3.1"}, {3.14159, "0.00", "3.14"},
+      {3.14159, "0.0000", "3.1416"}, {0.000123456, "0.00000", "0.00012"}, {7, "0.00", "7.00"},
+      {-12.25, "0.0", "-12.2"}, {0.4, "0", "0"},
+      // The last digit rounds correctly.
+      {2.5, "0", "2"}, {3.5, "0", "4"}, {0.125, "0.00", "0.12"},  // an exact tie in binary
+      {0.375, "0.00", "0.38"}, {-0.05, "0.0", "-0.1"},   // -0.05 lies just beyond the tie
+      {1.005, "0.00", "1.00"},  // 1.005 lies just below it
+      {9.96, "0.0", "10.0"}, {999.5, "0,000", "1,000"}, {1e9, "0", "1000000000"},
+      {1e9, "0.0", "1000000000.0"},
+      // No minus sign on a zero.
+      {-0.04, "0.0", "0.0"}, {-0.0, "0", "0"}, {-0.4, "0 %", "-40 %"},
+      // Optional decimals.
+      {2, "0.0########", "2.0"}, {1.5, "0.0########", "1.5"},
+      {1.0 / 3, "0.0########", "0.333333333"}, {0.00001234, "0.0########", "0.00001234"},
+      {-2.00000000004, "0.0########", "-2.0"},
+      // Thousands.
+      {1000, "0,000", "1,000"}, {5, "0,000", "0,005"}, {1234567.8, "0,000", "1,234,568"},
+      {-1234567, "0,000", "-1,234,567"}, {1000, "$#,##0", "$1,000"}, {0, "$#,##0", "$0"},
+      {999, "$#,##0", "$999"}, {-25000, "$#,##0", "-$25,000"},
+      // Per cent and unit text.
+      {0.5, "0 %", "50 %"}, {0.1234, "0.0 %", "12.3 %"}, {1.25, "0 %", "125 %"},
+      {12.345, "0.00 m3/s", "12.35 m3/s"},  // the 3 of m3/s is text
+      {0, "0.00 m3/s", "0.00 m3/s"},
+      // Time pictures take seconds.
+      {0, "hh:mm:ss", "00:00:00"}, {3725, "hh:mm:ss", "01:02:05"}, {3725, "h:mm:ss", "1:02:05"},
+      {59.5, "h:mm:ss", "0:01:00"}, {10800, "h:mm:ss", "3:00:00"},
+      {30 * 3600.0, "hh:mm:ss", "30:00:00"}, {-90, "h:mm:ss", "-0:01:30"},
+      // Text pictures right-align.
+      {5, "@@@", "  5"}, {42, "@@@:", " 42:"}, {12345, "@@@", "12345"}, {-7, "@@@", " -7"},
+      {2.5, "@@@@", " 2.5"},
+      // Pictures without digits show the general form.
+      {2.5, "", "2.5"}, {1e20, "", "1E+20"}, {0.1, " m", "0.1 m"},
+      // Quoted text is kept as it stands.
+      {3, "0\" %\"", "3 %"}, {3, "0\\#", "3#"},
+  };
+  for (const Case& c : cases) {
+    EXPECT_EQ(FormatNumber(c.value, c.picture), c.expected) << c.value << " as " << c.picture;
+  }
 }
 
 TEST(FormatNumber, MachineDecimalSeparator) {
@@ -150,17 +118,6 @@ TEST(FormatNumber, ValuesNoPictureCanShowDoNotBreakIt) {
   EXPECT_EQ(FormatNumber(-1.7e308, "0").size(), 310u);
   EXPECT_EQ(FormatNumber(1e300, "hh:mm:ss").substr(0, 7), "2562047");  // hours saturate
   EXPECT_EQ(FormatNumber(std::numeric_limits<double>::denorm_min(), "0.00000"), "0.00000");
-}
-
-TEST(FormatNumber, PicturesWithoutDigitsShowTheGeneralForm) {
-  EXPECT_EQ(FormatNumber(2.5, ""), "2.5");
-  EXPECT_EQ(FormatNumber(1e20, ""), "1E+20");
-  EXPECT_EQ(FormatNumber(0.1, " m"), "0.1 m");
-}
-
-TEST(FormatNumber, QuotedTextIsKeptAsItStands) {
-  EXPECT_EQ(FormatNumber(3, "0\" %\""), "3 %");
-  EXPECT_EQ(FormatNumber(3, "0\\#"), "3#");
 }
 
 }  // namespace

@@ -27,39 +27,29 @@ TEST(Units, BuiltInTableHasFifteenRowsWithSiFactorOne) {
   EXPECT_EQ(units.Heads[0], kConversionTitle);
 }
 
-TEST(Units, CostShowsTheUnitBeforeTheNumber) {
-  const UnitTable units = BuiltInUnits();
-  EXPECT_EQ(FormatValue(units, 1000, Unit::Cost, true), "$ 1,000");
-  EXPECT_EQ(FormatValue(units, 1000, Unit::Cost), "1,000");
-  EXPECT_EQ(FormatValue(British(), 1234567, Unit::Cost, true), "$ 1,234,567");
-}
-
-TEST(Units, OtherRowsShowTheUnitAfterTheNumber) {
-  const UnitTable si = BuiltInUnits();
+// Cost shows its unit before the number, the other rows after it; British values pass the
+// factor; plain uses every significant decimal.
+TEST(Units, FormatValueInSiAndBritishUnits) {
+  const UnitTable si = BuiltInUnits(), british = British();
+  EXPECT_EQ(FormatValue(si, 1000, Unit::Cost, true), "$ 1,000");
+  EXPECT_EQ(FormatValue(si, 1000, Unit::Cost), "1,000");
+  EXPECT_EQ(FormatValue(british, 1234567, Unit::Cost, true), "$ 1,234,567");
   EXPECT_EQ(FormatValue(si, 12.345, Unit::Quantity, true), "12.3 m3/s");
   EXPECT_EQ(FormatValue(si, 0.0123456, Unit::Resistance, true), "0.01235 Ns2/m8");
   EXPECT_EQ(FormatValue(si, 250, Unit::Pressure, true), "250.0 Pa");
   EXPECT_EQ(FormatValue(si, 1500.4, Unit::Coordinates), "1500");
   EXPECT_EQ(FormatValue(si, 3725, Unit::Time, true), "01:02:05 h:m:s");
-}
-
-TEST(Units, BritishValuesPassTheFactor) {
-  const UnitTable british = British();
   EXPECT_EQ(FormatValue(british, 100, Unit::Length, true), "328.1 ft");
   EXPECT_EQ(FormatValue(british, 2, Unit::Velocity, true), "394 ft/min");
   EXPECT_EQ(FormatValue(british, 100, Unit::Quantity, true), "211.9 kcf/m");
   EXPECT_EQ(FormatValue(british, 0.01, Unit::FrictionFactor, true), "53.9 Kx1e10");
   EXPECT_EQ(FormatValue(british, 1.2, Unit::Density), "0.0");
-}
-
-TEST(Units, PlainUsesEverySignificantDecimal) {
-  const UnitTable si = BuiltInUnits();
   EXPECT_EQ(FormatValue(si, 0.0123456, Unit::Resistance, false, true), "0.0123456");
   EXPECT_EQ(FormatValue(si, 5, Unit::Power, true, true), "5.0 kW");
-  EXPECT_EQ(FormatValue(British(), 1, Unit::Length, false, true), "3.2808399");
+  EXPECT_EQ(FormatValue(british, 1, Unit::Length, false, true), "3.2808399");
 }
 
-TEST(Units, DisplayConversionsRoundTrip) {
+TEST(Units, DisplayConversionsRoundTripAndZeroStaysZero) {
   const UnitTable british = British();
   for (int row = 1; row <= kUnitRows; ++row) {
     const double shown = ToDisplay(british, 12.5, row);
@@ -67,14 +57,12 @@ TEST(Units, DisplayConversionsRoundTrip) {
     EXPECT_DOUBLE_EQ(FromDisplay(british, shown, row), 12.5) << row;
   }
   EXPECT_EQ(ToDisplay(BuiltInUnits(), 12.5, Unit::Velocity), 12.5);
-}
-
-TEST(Units, ZeroStaysZeroEvenWithoutAFactor) {
   UnitTable units = British();
   EXPECT_EQ(FromDisplay(units, 0, Unit::Pressure), 0);
   units.UnitFactor[Unit::Pressure][2] = 0;
   EXPECT_EQ(FromDisplay(units, 5, Unit::Pressure), 0);
 }
+
 
 TEST(Units, BadRowOrSystemNeverReadsOutsideTheTable) {
   UnitTable units = BuiltInUnits();

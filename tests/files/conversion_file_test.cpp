@@ -5,8 +5,8 @@
 #include "core/headless_ui.h"
 #include "core/number_format.h"
 #include "core/units.h"
-#include "tests/support/test_support.h"
 #include "files/conversion_file.h"
+#include "tests/files/network_test_support.h"
 
 namespace galeris {
 namespace {
@@ -23,13 +23,7 @@ struct ConversionFile {
   }
 };
 
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::size_t start = 0;
-  for (std::size_t end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2)
-    lines.push_back(text.substr(start, end - start));
-  return lines;
-}
+using test::Lines;
 
 void ExpectSameTable(const UnitTable& a, const UnitTable& b) {
   for (int row = 1; row <= kUnitRows; ++row) {
@@ -58,7 +52,7 @@ TEST(ConversionFile, RoundTrip) {
   written.UnitText[Unit::Pressure][2] = "in.wg";
   written.UnitFormat[Unit::Pressure][2] = "0.000";
   written.Heads[3] = "Metric";
-  const std::string bytes = file.Saved(written);
+  file.Saved(written);
 
   UnitTable read = BuiltInUnits();
   read.UnitSystem = 2;
@@ -70,7 +64,6 @@ TEST(ConversionFile, RoundTrip) {
   ExpectSameTable(read, written);
   EXPECT_EQ(FormatValue(read, 2, Unit::Pressure, true), "0.008 in.wg");
   EXPECT_EQ(file.Saved(read), file.Saved(written));
-  EXPECT_NE(bytes, "");
 }
 
 TEST(ConversionFile, SecondPlaceOfADigitPictureIsTheDecimalPoint) {

@@ -12,7 +12,7 @@
 
 #include "core/headless_ui.h"
 #include "core/number_format.h"
-#include "tests/support/test_support.h"
+#include "tests/files/network_test_support.h"
 
 namespace galeris {
 namespace {
@@ -24,27 +24,14 @@ std::string Fixture(const std::string& name) {
 }
 
 // A workspace whose program folder is a fresh scratch folder.
-struct Program {
-  HeadlessUi ui;
-  Workspace ws{ui};
-  std::string folder = test::ScratchDir();
-
-  Program() {
-    ws.paths.ProgramFolder = folder;
-    SetBuiltInDefaults(ws);
-  }
+struct Program : test::FileFixture {
+  std::string folder = dir;
   std::string DefaultsPath() const { return folder + "Defaults.dat"; }
   void WriteDefaults(const std::string& bytes) { test::WriteFile(DefaultsPath(), bytes); }
   void CopyFixture(const std::string& name) { WriteDefaults(test::ReadFile(Fixture(name))); }
 };
 
-std::vector<std::string> Lines(const std::string& text) {
-  std::vector<std::string> lines;
-  std::size_t start = 0;
-  for (std::size_t end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2)
-    lines.push_back(text.substr(start, end - start));
-  return lines;
-}
+using test::Lines;
 
 std::vector<std::string> Tabs(const std::string& line) {
   std::vector<std::string> fields;
@@ -55,63 +42,34 @@ std::vector<std::string> Tabs(const std::string& line) {
   return fields;
 }
 
-std::string Joined(const std::vector<std::string>& fields, std::size_t count) {
-  std::string line;
-  for (std::size_t i = 0; i < count; ++i) line += (i ? "\t" : "") + fields[i];
-  return line;
-}
-
-// Defaults.dat with its values line cut after `positions` fields.
-std::string WithShortValuesLine(const Workspace& ws, std::size_t positions) {
+// Defaults.dat with one field of line `line` set to `value`, or that line cut after `keep` fields.
+std::string Edited(const Workspace& ws, std::size_t line, int position, const std::string& value,
+                   std::size_t keep = 0) {
   std::vector<std::string> lines = Lines(DefaultsHeadLine() + "\r\n" + FormatDefaultsBlock(ws));
-  lines[7] = Joined(Tabs(lines[7]), positions);
+  std::vector<std::string> fields = Tabs(lines[line]);
+  if (position > 0) fields[position - 1] = value;
+  if (keep > 0) fields.resize(keep);
+  lines[line].clear();
+  for (std::size_t i = 0; i < fields.size(); ++i) lines[line] += (i ? "\t" : "") + fields[i];
   std::string text;
-  for (const std::string& line : lines) text += line + "\r\n";
+  for (const std::string& l : lines) text += l + "\r\n";
   return text;
 }
-
-// Puts a value into one position of the values line.
 std::string WithValueAt(const Workspace& ws, int position, const std::string& value) {
-  std::vector<std::string> lines = Lines(DefaultsHeadLine() + "\r\n" + FormatDefaultsBlock(ws));
-  std::vector<std::string> fields = Tabs(lines[7]);
-  fields[position - 1] = value;
-  lines[7] = Joined(fields, fields.size());
-  std::string text;
-  for (const std::string& line : lines) text += line + "\r\n";
-  return text;
+  return Edited(ws, 7, position, value);
 }
 
-TEST(BuiltInDefaults, WallPresetsKeepTheirSlots) {
+// The preset values themselves are pinned by ShippedFilesHoldTheBuiltInValues; here the slots.
+TEST(BuiltInDefaults, PresetSlotsAndLimits) {
   Program p;
   const Defaults& d = p.ws.defaults;
-  EXPECT_EQ(d.WallName[0], "Smooth Pipes");
-  EXPECT_EQ(d.WallFactorPreset[0], 0.0f);
-  EXPECT_EQ(d.WallName[1], "Flexible Ducting");
-  EXPECT_EQ(d.WallFactorPreset[1], 0.003f);
-  EXPECT_EQ(d.WallName[8], "Timbered Airway");
-  EXPECT_EQ(d.WallFactorPreset[8], 0.04f);
   EXPECT_EQ(d.WallName[9], "Concrete Shaft Sets");
-  EXPECT_EQ(d.WallFactorPreset[9], 0.05f);
   EXPECT_EQ(d.WallName[10], "");
-  EXPECT_EQ(d.DefaultWallRaise, 2);
-}
-
-TEST(BuiltInDefaults, ResistanceAndShockPresets) {
-  Program p;
-  const Defaults& d = p.ws.defaults;
-  EXPECT_EQ(d.ResName[1], "Bulkhead");
-  EXPECT_EQ(d.ResPreset[1], 1e9f);
-  EXPECT_EQ(d.ResName[4], "meshes Brattice");
-  EXPECT_EQ(d.ResPreset[9], 0.1f);
   EXPECT_EQ(d.ResName[10], "undefined");
   EXPECT_EQ(d.ResName[49], "undefined");
   EXPECT_EQ(d.ResName[kUserGiven], "Fix Res");
-  EXPECT_EQ(d.ShockName[5], "Very High");
-  EXPECT_EQ(d.ShockPreset[5], 250.0f);
   EXPECT_EQ(d.ShockName[6], "");
   EXPECT_EQ(d.HighResistance, 1e9);
-  EXPECT_EQ(d.SurfacePressure, 101.0f);
-  EXPECT_EQ(p.ws.net.FanMax, 250);
   EXPECT_EQ(p.ws.net.UndoMax, 30000);
   EXPECT_EQ(p.ws.net.MaxTexts, 100);
 }
@@ -151,18 +109,10 @@ TEST(DefaultsFile, LayoutOfTheFile) {
   ASSERT_EQ(lines.size(), 9u);
   EXPECT_EQ(lines[0], "3.1\tGALERIS3");
   EXPECT_EQ(lines[8], "**End of Network Defaults**");
-  const std::vector<std::string> wallValues = Tabs(lines[2]);
-  ASSERT_EQ(wallValues.size(), 51u);  // fifty values, each followed by a tab
-  EXPECT_EQ(wallValues[1], " 0.003 ");
-  EXPECT_EQ(wallValues[50], "");
-  EXPECT_EQ(Tabs(lines[4])[1], " 1E+09 ");
-  const std::vector<std::string> values = Tabs(lines[7]);
-  ASSERT_EQ(values.size(), 90u);
-  EXPECT_EQ(values[0], " 5 ");
-  EXPECT_EQ(values[8], "SURFACE");
-  EXPECT_EQ(values[11], " 30000 ");
-  EXPECT_EQ(values[33], "Arial");
-  EXPECT_EQ(values[89], " 1000 ");
+  // The values themselves are pinned by ShippedFilesHoldTheBuiltInValues.
+  EXPECT_EQ(Tabs(lines[2]).size(), 51u);  // fifty values, each followed by a tab
+  EXPECT_EQ(Tabs(lines[2])[50], "");
+  EXPECT_EQ(Tabs(lines[7]).size(), 90u);
   EXPECT_TRUE(std::filesystem::exists(p.folder + "Conversion.dat"));
 }
 
@@ -256,7 +206,7 @@ TEST(DefaultsFile, OldValuesLineTakesTheReaderDefaults) {
   d.LayerInherit = -1;
   d.AutoSaveMinutes = 10;
   p.ws.net.NextAirwayNo = 77;
-  const std::string text = WithShortValuesLine(p.ws, 72);
+  const std::string text = Edited(p.ws, 7, 0, "", 72);
 
   Program q;
   q.WriteDefaults(text);
@@ -327,13 +277,7 @@ TEST(DefaultsFile, BulkheadPresetBecomesTheBlockageResistance) {
   for (auto [written, expected] : std::vector<std::pair<const char*, float>>{
            {" 100000 ", 1e9f}, {" 5E+08 ", 1e9f}, {" 99999 ", 99999.0f}, {" 500 ", 500.0f}}) {
     Program p;
-    std::vector<std::string> lines = Lines(DefaultsHeadLine() + "\r\n" + FormatDefaultsBlock(p.ws));
-    std::vector<std::string> values = Tabs(lines[4]);
-    values[1] = written;
-    lines[4] = Joined(values, values.size());
-    std::string text;
-    for (const std::string& line : lines) text += line + "\r\n";
-    p.WriteDefaults(text);
+    p.WriteDefaults(Edited(p.ws, 4, 2, written));
     LoadDefaults(p.ws);
     EXPECT_EQ(p.ws.defaults.ResPreset[1], expected) << written;
   }

@@ -128,33 +128,21 @@ std::string FanLines(const std::string& name, int slot) {
   return text;
 }
 
-TEST(FanList, FewerLinesThanTheCountLeaveTheOtherSlots) {
-  FileFixture fx;
-  fx.ws.net.FanDiameter[3] = 7;
-  ListFile file(fx,
-                FanLines("One", 1) + FanLines("Two", 2) + "**End of Fan Database**\r\nNEXT\r\n");
-  EXPECT_EQ(ReadFanList(fx.ws, file.reader, 250, false), 0);
-  EXPECT_EQ(fx.ws.net.FanName[2], "Two");
-  EXPECT_EQ(fx.ws.net.CurveP[2][3][2], 520);
-  EXPECT_EQ(fx.ws.net.FanDiameter[3], 7);
-  file.reader.Next();
-  EXPECT_EQ(file.reader.line, "NEXT");
-}
-
-TEST(FanList, FullListHasItsEndLineTakenToo) {
-  FileFixture fx;
-  ListFile file(fx,
-                FanLines("One", 1) + FanLines("Two", 2) + "**End of Fan Database**\r\nNEXT\r\n");
-  ReadFanList(fx.ws, file.reader, 2, false);
-  file.reader.Next();
-  EXPECT_EQ(file.reader.line, "NEXT");
-}
-
-TEST(FanList, SlotZeroMeansTheRunningCount) {
-  FileFixture fx;
-  ListFile file(fx, FanLines("One", 0) + FanLines("Two", 0) + "**End of Fan Database**\r\n");
-  ReadFanList(fx.ws, file.reader, 250, false);
-  EXPECT_EQ(fx.ws.net.FanName[2], "Two");
+// Fewer lines than the count leave the other slots; a full list has its end line taken too;
+// slot zero means the running count.
+TEST(FanList, ListEndsAtTheEndLineOrTheCount) {
+  for (auto [count, slot] : {std::pair{250, 1}, {2, 1}, {250, 0}}) {
+    FileFixture fx;
+    fx.ws.net.FanDiameter[3] = 7;
+    ListFile file(fx, FanLines("One", slot) + FanLines("Two", slot ? 2 : 0) +
+                          "**End of Fan Database**\r\nNEXT\r\n");
+    EXPECT_EQ(ReadFanList(fx.ws, file.reader, count, false), 0) << count << slot;
+    EXPECT_EQ(fx.ws.net.FanName[2], "Two") << count << slot;
+    EXPECT_EQ(fx.ws.net.CurveP[2][3][2], 520);
+    EXPECT_EQ(fx.ws.net.FanDiameter[3], 7);
+    file.reader.Next();
+    EXPECT_EQ(file.reader.line, "NEXT") << count << slot;
+  }
 }
 
 TEST(FanList, SlotAboveTheStoreStopsTheListAtOnce) {

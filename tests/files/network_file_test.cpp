@@ -230,8 +230,6 @@ TEST(NetworkFile, SaveStopsAtTheFirstRecordWithoutAKey) {
   fx.ws.net.EntryNodeId[4] = 0;  // drawn but not yet keyed
   const std::string saved = FormatNetworkFile(fx.ws);
   const std::string recovery = FormatNetworkFile(fx.ws, true);
-  EXPECT_LT(std::count(saved.begin(), saved.end(), '\n'),
-            std::count(recovery.begin(), recovery.end(), '\n'));
   EXPECT_EQ(std::count(recovery.begin(), recovery.end(), '\n') -
                 std::count(saved.begin(), saved.end(), '\n'),
             2);
@@ -298,7 +296,8 @@ TEST(Merge, FansJoinBehindTheOpenListWithTheOffset) {
   EXPECT_EQ(n.TextString[2], "Portal");
 }
 
-TEST(Merge, KeepingTheOpenDatabaseUsesOffsetZero) {
+// Keeping the open database, or answering No with an empty list, merges with offset zero.
+TEST(Merge, KeepingTheOpenDatabaseOrAnEmptyListUsesOffsetZero) {
   FileFixture src;
   const std::string path = SaveSample(src, "other.sim");
   FileFixture fx;
@@ -310,17 +309,13 @@ TEST(Merge, KeepingTheOpenDatabaseUsesOffsetZero) {
   EXPECT_EQ(fx.ws.net.FanName[3], "");
   EXPECT_EQ(fx.ws.net.FileName, fx.dir + "open.sim");
   EXPECT_EQ(fx.ws.net.BranchCount, 10);
-}
 
-TEST(Merge, EmptyListAnsweredNoUsesOffsetZero) {
-  FileFixture src;
-  const std::string path = SaveSample(src, "other.sim");
-  FileFixture fx;
-  test::AddAirway(fx.ws.net, 1, 1, 1, 2, 2, 2);
-  fx.ui.QueueAnswer(MsgAnswer::No);
-  ASSERT_TRUE(MergeNetwork(fx.ws, path));
-  EXPECT_EQ(fx.ws.net.FanName[1], "Main Axial");
-  EXPECT_EQ(fx.ws.net.FanNumber[4], 1);
+  FileFixture empty;
+  test::AddAirway(empty.ws.net, 1, 1, 1, 2, 2, 2);
+  empty.ui.QueueAnswer(MsgAnswer::No);
+  ASSERT_TRUE(MergeNetwork(empty.ws, path));
+  EXPECT_EQ(empty.ws.net.FanName[1], "Main Axial");
+  EXPECT_EQ(empty.ws.net.FanNumber[4], 1);
 }
 
 // ---- Master files -------------------------------------------------------------------------
@@ -381,92 +376,72 @@ TEST(BadFile, MissingFileFolderAndDrive) {
 }
 
 TEST(BadFile, NotAGalerisFileLeavesTheNetworkAndItsName) {
-  for (const std::string& bytes :
-       {std::string("Hello world\r\nsecond line\r\n"), std::string("\x00\x01\x02\xff\xfe", 5),
-        std::string("3.1 GALERIX3\tTitle\r\n"), std::string(200000, 'x')}) {
+  const std::string notGaleris = "Not a GALERIS File - Action Aborted";
+  for (const auto& [bytes, message] : std::vector<std::pair<std::string, std::string>>{
+           {"Hello world\r\nsecond line\r\n", notGaleris},
+           {std::string("\x00\x01\x02\xff\xfe", 5), notGaleris},
+           {"3.1 GALERIX3\tTitle\r\n", notGaleris},
+           {std::string(200000, 'x'), notGaleris},
+           {"0.9 GALERIS,Title\r\n", "Cannot read file format"}}) {
     FileFixture fx;
     OpenNetworkGuard guard(fx);
     WriteFile(fx.dir + "bad.sim", bytes);
     EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "bad.sim"));
-    EXPECT_EQ(fx.ui.MessageTexts(),
-              std::vector<std::string>{"Not a GALERIS File - Action Aborted"});
+    EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{message});
     EXPECT_EQ(fx.ws.net.FileName, fx.dir + "open.sim");
     EXPECT_TRUE(guard.Untouched());
   }
 }
 
-TEST(BadFile, EmptyFileAsksThenRefuses) {
-  for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    FileFixture fx;
-    OpenNetworkGuard guard(fx);
-    WriteFile(fx.dir + "empty.sim", "");
-    fx.ui.QueueAnswer(answer);
-    EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "empty.sim"));
-    EXPECT_EQ(fx.ui.Records()[0].title, "Error");
-    EXPECT_EQ(fx.ui.Records()[0].text, kLoadQuestion);
-    EXPECT_EQ(fx.ui.Records()[0].buttons, MsgButtons::YesNo);
-    if (answer == MsgAnswer::Yes) {
-      EXPECT_EQ(fx.ui.MessageTexts().back(), kMsgNotGaleris);
+// An empty file asks; a folder asks too and cannot be loaded whatever the answer.
+TEST(BadFile, EmptyFileOrFolderAsksThenRefuses) {
+  for (bool folder : {false, true}) {
+    for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+      FileFixture fx;
+      OpenNetworkGuard guard(fx);
+      const std::string path = fx.dir + (folder ? "folder.sim" : "empty.sim");
+      if (folder)
+        std::filesystem::create_directory(path);
+      else
+        WriteFile(path, "");
+      fx.ui.QueueAnswer(answer);
+      EXPECT_FALSE(OpenNetwork(fx.ws, path));
+      EXPECT_EQ(fx.ui.Records()[0].title, "Error");
+      EXPECT_EQ(fx.ui.Records()[0].text, kLoadQuestion);
+      EXPECT_EQ(fx.ui.Records()[0].buttons, MsgButtons::YesNo);
+      if (folder) {
+        EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion});
+      } else if (answer == MsgAnswer::Yes) {
+        EXPECT_EQ(fx.ui.MessageTexts().back(), kMsgNotGaleris);
+      }
+      EXPECT_TRUE(guard.Untouched());
     }
-    EXPECT_TRUE(guard.Untouched());
   }
 }
 
-TEST(BadFile, AFolderCannotBeLoadedWhateverTheAnswer) {
-  for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
-    FileFixture fx;
-    OpenNetworkGuard guard(fx);
-    std::filesystem::create_directory(fx.dir + "folder.sim");
-    fx.ui.QueueAnswer(answer);
-    EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "folder.sim"));
-    EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion});
-    EXPECT_TRUE(guard.Untouched());
-  }
-}
-
-TEST(BadFile, UnknownOldVersionCannotBeRead) {
-  FileFixture fx;
-  OpenNetworkGuard guard(fx);
-  WriteFile(fx.dir + "old.sim", "0.9 GALERIS,Title\r\n");
-  EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "old.sim"));
-  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{"Cannot read file format"});
-  EXPECT_TRUE(guard.Untouched());
-}
-
-TEST(BadFile, TruncatedFileNoKeepsTheOpenNetworkYesLoadsWhatIsThere) {
+// A file cut inside the last record, or before the records at the first missing section line.
+TEST(BadFile, CutFileNoKeepsTheOpenNetworkYesLoadsWhatIsThere) {
   FileFixture src;
   const std::string bytes = ReadFile(SaveSample(src));
-  const std::size_t cut = bytes.rfind("\r\n", bytes.size() - 3) + 30;  // inside the last record
-  FileFixture fx;
-  OpenNetworkGuard guard(fx);
-  WriteFile(fx.dir + "cut.sim", bytes.substr(0, cut));
-  EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "cut.sim"));
-  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion});
-  EXPECT_TRUE(guard.Untouched());
-
-  FileFixture yes;  // answers every error with Yes
-  yes.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
-  EXPECT_TRUE(OpenNetwork(yes.ws, fx.dir + "cut.sim"));
-  EXPECT_EQ(yes.ws.net.BranchCount, 5);
-  EXPECT_GE(yes.ui.MessageTexts().size(), 2u);
-  for (const auto& text : yes.ui.MessageTexts()) EXPECT_EQ(text, kLoadQuestion);
-}
-
-TEST(BadFile, FileCutBeforeTheRecordsStopsAtTheFirstMissingLine) {
-  FileFixture src;
-  const std::string bytes = ReadFile(SaveSample(src));
+  std::vector<std::pair<std::size_t, int>> cuts = {{bytes.rfind("\r\n", bytes.size() - 3) + 30, 5}};
   for (const char* section :
-       {"Saved Views", "Tag List", "Fan Name/Point", "RL Name", "**End Of Floating"}) {
+       {"Saved Views", "Tag List", "Fan Name/Point", "RL Name", "**End Of Floating"})
+    cuts.push_back({bytes.find(section), 0});
+  for (const auto& [cut, branches] : cuts) {
     FileFixture fx;
     OpenNetworkGuard guard(fx);
-    WriteFile(fx.dir + "part.sim", bytes.substr(0, bytes.find(section)));
-    EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "part.sim")) << section;
-    EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion}) << section;
-    EXPECT_TRUE(guard.Untouched()) << section;
-    FileFixture yes;
+    WriteFile(fx.dir + "cut.sim", bytes.substr(0, cut));
+    EXPECT_FALSE(OpenNetwork(fx.ws, fx.dir + "cut.sim")) << cut;
+    EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{kLoadQuestion}) << cut;
+    EXPECT_TRUE(guard.Untouched()) << cut;
+    FileFixture yes;  // answers every error with Yes
     yes.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
-    EXPECT_TRUE(OpenNetwork(yes.ws, fx.dir + "part.sim")) << section;
-    EXPECT_EQ(yes.ws.net.BranchCount, 0) << section;
+    EXPECT_TRUE(OpenNetwork(yes.ws, fx.dir + "cut.sim")) << cut;
+    EXPECT_EQ(yes.ws.net.BranchCount, branches) << cut;
+    if (branches > 0) {
+      EXPECT_GE(yes.ui.MessageTexts().size(), 2u);
+    }
+    for (const auto& text : yes.ui.MessageTexts()) EXPECT_EQ(text, kLoadQuestion) << cut;
   }
 }
 
@@ -484,7 +459,6 @@ TEST(BadFile, MissingSectionAndGarbageRecords) {
   FileFixture yes;
   yes.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
   OpenNetwork(yes.ws, fx.dir + "bad.sim");  // whatever it makes of it, it must not crash
-  SUCCEED();
 }
 
 TEST(BadFile, TooManyAirwaysForTheSettings) {
@@ -516,19 +490,6 @@ TEST(BadFile, ReadingKeepsGoingAfterAYes) {
   EXPECT_EQ(fx.ws.net.BranchCount, 5);
   EXPECT_EQ(fx.ws.net.Dim[1][2], 0);  // the field kept what the slot held
   EXPECT_EQ(fx.ws.net.BranchName[1].Trimmed(), "Intake shaft");
-}
-
-TEST(NetworkFile, LocaleWithCommaDecimalsReadsBack) {
-  FileFixture src;
-  const std::string path = SaveSample(src);
-  std::string bytes = ReadFile(path);
-  for (char& c : bytes)
-    if (c == '.') c = ',';  // as written on a machine with a decimal comma
-  WriteFile(path, bytes);
-  FileFixture fx;
-  ASSERT_TRUE(Load(fx, path));
-  EXPECT_EQ(fx.ws.net.Quantity[3], -150.25f);
-  EXPECT_EQ(fx.ws.net.Dim[1][2], 5.5f);
 }
 
 TEST(NetworkFile, FilesMoveBetweenMachinesOfEitherDecimalMark) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -95,6 +96,15 @@ inline void BuildSampleNetwork(Workspace& ws) {
   }
   net.NextAirwayNo = 20;
   RebuildNodes(net, ws.defaults, ws.ui);
+}
+
+// The lines of a text, each ended by CR LF; an unended last piece is left out.
+inline std::vector<std::string> Lines(const std::string& text) {
+  std::vector<std::string> lines;
+  std::size_t start = 0;
+  for (std::size_t end; (end = text.find("\r\n", start)) != std::string::npos; start = end + 2)
+    lines.push_back(text.substr(start, end - start));
+  return lines;
 }
 
 // Two files' bytes, with the first line that differs when they do not match.

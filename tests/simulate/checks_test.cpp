@@ -15,17 +15,11 @@ using test::kSurface;
 using test::MeshFixture;
 using Lines = std::vector<std::string>;
 
-void Check(MeshFixture& f) {
-  RebuildNodes(f.net, f.ws.defaults, f.ui);
-  SortAirways(f.ws);
-  CheckNetwork(f.ws);
-}
-
 TEST(CheckNetwork, TwoSurfaceAirwaysCloseTheNetwork) {
   MeshFixture f;
   f.Add(10, 10, kSurface, 10, 10, 500);      // in, from exactly "RL Min"
   f.Add(10, 10, 500, 90, 10, kSurface + 7);  // out, above it
-  Check(f);
+  f.Check();
   EXPECT_EQ(f.ws.sim.SimStatus, 0);
   EXPECT_TRUE(f.Errors().empty());
   EXPECT_EQ(f.net.NodeCount, 2);
@@ -35,11 +29,10 @@ TEST(CheckNetwork, TwoSurfaceAirwaysCloseTheNetwork) {
 
 TEST(CheckNetwork, LoneAirwayHasNeitherExitNorEntry) {
   MeshFixture f;
-  f.Add(10, 10, kSurface, 10, 10, 500);
-  f.Add(10, 10, 500, 10, 10, kSurface);
+  f.AddSurfaceLoop();
   f.Add(300, 300, 400, 400, 300, 400);  // no neighbours
   f.net.AirwayNo[3] = 77;
-  Check(f);
+  f.Check();
   EXPECT_EQ(f.ws.sim.SimStatus, 1);
   EXPECT_EQ(f.Errors(), (Lines{"77\tNo exit from branch", "77\tNo entry into branch"}));
   const int lone = f.At(77);
@@ -49,10 +42,9 @@ TEST(CheckNetwork, LoneAirwayHasNeitherExitNorEntry) {
 
 TEST(CheckNetwork, DeadEndHeadingHasNoExit) {
   MeshFixture f;
-  f.Add(10, 10, kSurface, 10, 10, 500);
-  f.Add(10, 10, 500, 10, 10, kSurface);
+  f.AddSurfaceLoop();
   f.Add(10, 10, 500, 50, 10, 500);  // a heading off the loop, never holed through
-  Check(f);
+  f.Check();
   EXPECT_EQ(f.Errors(), (Lines{"3\tNo exit from branch"}));
   EXPECT_EQ(f.net.Comment[f.At(3)].Trimmed(), "No Exit");
 }
@@ -62,7 +54,7 @@ TEST(CheckNetwork, ForcedSurfaceEndMustBeFree) {
   f.Add(10, 10, 500, 50, 10, 500);  // forced to the surface at its entry...
   f.Add(50, 10, 500, 50, 10, kSurface);
   f.net.BranchCode[1] |= Bit::ForceEntrySurface;
-  Check(f);
+  f.Check();
   EXPECT_EQ(f.ws.sim.SimStatus, 0);
   EXPECT_TRUE(f.Errors().empty());
 
@@ -75,7 +67,7 @@ TEST(CheckNetwork, ForcedSurfaceEndMustBeFree) {
   g.Add(10, 20, 400, 10, 10, 500);
   g.net.BranchCode[5] |= Bit::ForceExitSurface;
   g.Add(10, 10, 500, 10, 10, kSurface);
-  Check(g);
+  g.Check();
   EXPECT_EQ(g.ws.sim.SimStatus, 1);
   EXPECT_EQ(g.Errors(), (Lines{"1\tAirway into surface entry", "5\tAirway into surface exit"}));
   EXPECT_EQ(g.net.Comment[g.At(1)].Trimmed(), "Bad Entry");
@@ -84,8 +76,7 @@ TEST(CheckNetwork, ForcedSurfaceEndMustBeFree) {
 
 TEST(CheckNetwork, DuplicateBranchIsListedAndQueued) {
   MeshFixture f;
-  f.Add(10, 10, kSurface, 10, 10, 500);
-  f.Add(10, 10, 500, 10, 10, kSurface);
+  f.AddSurfaceLoop();
   f.Add(10, 10, 500, 10, 10, kSurface);
   RebuildNodes(f.net, f.ws.defaults, f.ui);
   SortByNodeKeys(f.net);  // the check alone, without the clean-up's question
@@ -109,7 +100,7 @@ TEST(CheckNetwork, ClearsOldMarksAndLeftoverFlows) {
   f.net.Quantity[2] = 9993.9f;
   f.net.Quantity[3] = -12000;
   f.net.Quantity[4] = -9993.9f;
-  Check(f);
+  f.Check();
   ASSERT_EQ(f.ws.sim.SimStatus, 0);
   EXPECT_TRUE(f.net.Comment[f.At(1)].IsBlank());
   EXPECT_EQ(f.net.BranchCode[f.At(1)], Bit::Rectangular);
@@ -125,7 +116,7 @@ TEST(CheckNetwork, NodeNumbersFollowTheEntryKeys) {
   f.Add(10, 10, kSurface, 20, 10, 500);
   f.Add(10, 10, 500, 20, 10, 500);
   f.Add(20, 10, 500, 10, 10, kSurface);
-  Check(f);
+  f.Check();
   ASSERT_EQ(f.ws.sim.SimStatus, 0);
   EXPECT_EQ(f.net.NodeCount, 3);
   EXPECT_EQ((std::vector<int>{f.net.EntryNodeNo[1], f.net.EntryNodeNo[2], f.net.EntryNodeNo[3],

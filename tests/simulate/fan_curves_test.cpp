@@ -4,6 +4,8 @@
 
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "core/headless_ui.h"
 #include "tests/support/test_support.h"
 
@@ -71,28 +73,24 @@ TEST_F(FanFixture, InvalidCurveStopsTheCheckWithItsNumber) {
   EXPECT_FLOAT_EQ(net.CurveP[2][11][1], 0.0f);
 }
 
-TEST_F(FanFixture, AllFlowsEqualIsInvalid) {
+TEST_F(FanFixture, AllFlowsEqualIsInvalidAndUnnamedFansAreSkipped) {
+  for (int j = 1; j <= 10; ++j) net.CurveQ[3][j] = 50;  // unnamed: not looked at
   PutFan(net, 4);
   for (int j = 1; j <= 10; ++j) net.CurveQ[4][j] = 50;
   ValidateFanCurves(ws);
   EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Invalid Fan Curve : Fan curve # 4"});
 }
 
-TEST_F(FanFixture, UnnamedFansAreSkipped) {
-  for (int j = 1; j <= 10; ++j) net.CurveQ[5][j] = 50;
-  ValidateFanCurves(ws);
-  EXPECT_TRUE(ui.MessageTexts().empty());
-}
-
 TEST_F(FanFixture, ArrangementKeysReadParallelTimesHundredPlusSeries) {
-  const int series3 = AddFanAirway(1, 3, true);
-  const int parallel3 = AddFanAirway(1, 3, false);
-  const int none = AddFanAirway(1, 0, false);
-  const int noneSeries = AddFanAirway(1, 0, true);
-  EXPECT_EQ(FanArrangementKey(net, series3), 103);
-  EXPECT_EQ(FanArrangementKey(net, parallel3), 301);
-  EXPECT_EQ(FanArrangementKey(net, none), 10101);
-  EXPECT_EQ(FanArrangementKey(net, noneSeries), 201);
+  const struct {
+    int count;
+    bool series;
+    int key;
+  } cases[] = {{3, true, 103}, {3, false, 301}, {0, false, 10101}, {0, true, 201}};
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.key);
+    EXPECT_EQ(FanArrangementKey(net, AddFanAirway(1, c.count, c.series)), c.key);
+  }
   const int huge = AddFanAirway(1, 400, false);
   EXPECT_THROW(FanArrangementKey(net, huge), std::overflow_error);
 }
@@ -139,12 +137,10 @@ TEST_F(FanFixture, SameTypeAndArrangementShareOneSlot) {
   EXPECT_EQ(ws.sim.SimCurveCount, 2);
 }
 
-TEST_F(FanFixture, FanNumberOutsideTheDatabaseEndsTheRun) {
-  AddFanAirway(300, 1, false);
+TEST_F(FanFixture, FanNumberOutsideTheDatabaseOrTooManyArrangementsEndTheRun) {
+  const int outside = AddFanAirway(300, 1, false);
   EXPECT_THROW(BuildSimCurves(ws), std::out_of_range);
-}
-
-TEST_F(FanFixture, MoreArrangementsThanSlotsEndTheRun) {
+  net.FanNumber[outside] = 0;
   net.FanMax = 2;
   PutFan(net, 1);
   for (int n = 1; n <= 3; ++n) AddFanAirway(1, n, false);
@@ -162,41 +158,36 @@ struct EvaluateFixture : FanFixture {
   FanPoint At(float q) { return EvaluateFanCurve(net, 1, q, airway); }
 };
 
-TEST_F(EvaluateFixture, OnTheCurveInterpolatesWithTheSegmentSlope) {
-  const FanPoint p = At(25);
-  EXPECT_EQ(p.State, FanOnCurve);
-  EXPECT_FLOAT_EQ(p.FanP, 1850.0f);
-  EXPECT_FLOAT_EQ(p.Slope, -10.0f);
+TEST_F(EvaluateFixture, OnTheCurveAndAtItsEnds) {
   // Beyond point 10, up to the free-delivery point, the last segment is the line to point 11.
-  const FanPoint far = At(150);
-  EXPECT_EQ(far.State, FanOnCurve);
-  EXPECT_FLOAT_EQ(far.Slope, (1100.0f + 1200.0f) / (100.0f - 210.0f));
-  EXPECT_FLOAT_EQ(far.FanP, -1200.0f + (150.0f - 210.0f) * far.Slope);
-}
-
-TEST_F(EvaluateFixture, EndsOfTheCurve) {
-  const FanPoint first = At(10);  // exactly point 1: on the curve
-  EXPECT_EQ(first.State, FanOnCurve);
-  EXPECT_FLOAT_EQ(first.FanP, 2000.0f);
-  const FanPoint stall = At(9.99f);
-  EXPECT_EQ(stall.State, FanStalled);
-  EXPECT_FLOAT_EQ(stall.FanP, 2000.0f);
-  EXPECT_FLOAT_EQ(stall.Slope, -50.0f);
-  const FanPoint reversed = At(-30);
-  EXPECT_EQ(reversed.State, FanStalled);
-  const FanPoint negate = At(210);  // exactly point 11: negated
-  EXPECT_EQ(negate.State, FanNegated);
-  EXPECT_FLOAT_EQ(negate.FanP, 0.0f);
-  EXPECT_FLOAT_EQ(negate.Slope, -50.0f);
+  const float last = (1100.0f + 1200.0f) / (100.0f - 210.0f);
+  const float kAny = std::nanf("");
+  const struct {
+    float q;
+    FanState state;
+    float p, slope;
+  } cases[] = {
+      {25, FanOnCurve, 1850, -10},                           // the segment slope
+      {150, FanOnCurve, -1200.0f + (150.0f - 210.0f) * last, last},
+      {10, FanOnCurve, 2000, kAny},                          // exactly point 1: on the curve
+      {9.99f, FanStalled, 2000, -50},
+      {-30, FanStalled, kAny, kAny},
+      {210, FanNegated, 0, -50},                             // exactly point 11: negated
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.q);
+    const FanPoint p = At(c.q);
+    EXPECT_EQ(p.State, c.state);
+    EXPECT_FLOAT_EQ(p.FanP, std::isnan(c.p) ? p.FanP : c.p);  // kAny: not looked at
+    EXPECT_FLOAT_EQ(p.Slope, std::isnan(c.slope) ? p.Slope : c.slope);
+  }
 }
 
 TEST_F(EvaluateFixture, CurveFractionBlendsStaticAndTotal) {
-  net.CurveFraction[airway] = 0;
-  EXPECT_FLOAT_EQ(At(30).FanP, 1800.0f);
-  net.CurveFraction[airway] = 100;
-  EXPECT_FLOAT_EQ(At(30).FanP, 1900.0f);
-  net.CurveFraction[airway] = 50;
-  EXPECT_FLOAT_EQ(At(30).FanP, 1850.0f);
+  for (int fraction : {0, 100, 50}) {
+    net.CurveFraction[airway] = static_cast<std::int16_t>(fraction);
+    EXPECT_FLOAT_EQ(At(30).FanP, 1800.0f + fraction) << fraction;
+  }
 }
 
 TEST_F(EvaluateFixture, FixedPressureKeepsTheCallersValue) {

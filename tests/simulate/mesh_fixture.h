@@ -38,11 +38,22 @@ struct MeshFixture {
     return i;
   }
 
-  // Runs the stages as a simulation does, stopping where the driver would.
-  void Mesh() {
+  // Airways 1 and 2: down from the surface to (10, 10, 500) and back up.
+  void AddSurfaceLoop() {
+    Add(10, 10, kSurface, 10, 10, 500);
+    Add(10, 10, 500, 10, 10, kSurface);
+  }
+
+  // Runs the stages as a simulation does up to the checks.
+  void Check() {
     RebuildNodes(net, ws.defaults, ws.ui);
     SortAirways(ws);
     CheckNetwork(ws);
+  }
+
+  // ...and on to the meshes, stopping where the driver would.
+  void Mesh() {
+    Check();
     if (ws.sim.SimStatus == 1) return;
     WeighAirways(ws);
     BuildMeshes(ws);

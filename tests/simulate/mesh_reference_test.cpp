@@ -27,6 +27,22 @@ struct Bench {
   }
 };
 
+// An airway of user-given resistance with a 4 x 4 section; returns its position.
+int StoreAirway(Network& net, int x1, int y1, int z1, int x2, int y2, int z2, float resistance,
+                std::int16_t fan, std::int32_t number) {
+  const int i = ++net.BranchCount;
+  net.Coord1[i] = {0, x1, y1, z1};
+  net.Coord2[i] = {0, x2, y2, z2};
+  net.BranchCode[i] = Bit::Rectangular;
+  net.Dim[i] = {0, 4, 4};
+  net.ResType[i] = kUserGiven;
+  net.Resistance[i] = resistance;
+  net.FanNumber[i] = fan;
+  net.AirwayNo[i] = number;
+  net.ParallelCount[i] = 1;
+  return i;
+}
+
 class RandomNetwork {
  public:
   explicit RandomNetwork(unsigned seed) : rng_(seed) {}
@@ -117,17 +133,11 @@ class RandomNetwork {
   }
 
   static void Store(Network& net, const Airway& airway, const Properties& p) {
-    const int i = ++net.BranchCount;
-    net.Coord1[i] = {0, airway.from.x, airway.from.y, airway.from.z};
-    net.Coord2[i] = {0, airway.to.x, airway.to.y, airway.to.z};
+    const int i = StoreAirway(net, airway.from.x, airway.from.y, airway.from.z, airway.to.x,
+                              airway.to.y, airway.to.z, p.resistance, p.fan, p.number);
     net.BranchCode[i] = p.code;
-    net.Dim[i] = {0, 4, 4};
     net.ResType[i] = p.resType;
-    net.Resistance[i] = p.resistance;
-    net.FanNumber[i] = p.fan;
     net.Quantity[i] = p.quantity;
-    net.AirwayNo[i] = p.number;
-    net.ParallelCount[i] = 1;
     net.FromNodeP[i] = static_cast<float>(i);
     net.SmokeTime[i] = static_cast<float>(2 * i);
   }
@@ -229,18 +239,8 @@ TEST(MeshReference, FastFormsGiveThePlainResultsOnLargeNetworks) {
     auto add = [&](int x1, int y1, int z1, int x2, int y2, int z2) {
       const float r = static_cast<float>(1 + rng() % 3);
       const bool fan = rng() % 50 == 0;
-      for (Bench* b : {&fast, &plain}) {
-        Network& net = b->ws.net;
-        const int i = ++net.BranchCount;
-        net.Coord1[i] = {0, x1, y1, z1};
-        net.Coord2[i] = {0, x2, y2, z2};
-        net.BranchCode[i] = Bit::Rectangular;
-        net.ResType[i] = kUserGiven;
-        net.Resistance[i] = r;
-        net.FanNumber[i] = fan ? 1 : 0;
-        net.AirwayNo[i] = i;
-        net.ParallelCount[i] = 1;
-      }
+      for (Bench* b : {&fast, &plain})
+        StoreAirway(b->ws.net, x1, y1, z1, x2, y2, z2, r, fan ? 1 : 0, b->ws.net.BranchCount + 1);
     };
     for (int r = 0; r < side; ++r) {
       for (int c = 0; c < side; ++c) {

@@ -67,30 +67,28 @@ TEST(BuildMeshes, OfTwoEqualAirwaysTheLowerPositionEntersTheTree) {
   EXPECT_EQ(f.Members(1).front(), 2);
 }
 
-TEST(BuildMeshes, FixedQuantityClosingALoopIsALockedMesh) {
-  SurfaceLoop f;
-  f.net.BranchCode[2] |= Bit::FixedQuantity;
-  f.net.Quantity[2] = 12;
-  f.Mesh();
-  ASSERT_EQ(f.ws.sim.SimStatus, 0);
-  ASSERT_EQ(f.ws.sim.MeshCount, 1);
-  EXPECT_EQ(f.Members(1).front(), -2);
-  EXPECT_LT(f.net.ExitNodeNo[f.At(2)], 0);
-  EXPECT_EQ(f.net.Quantity[f.At(2)], 12);
-}
-
-TEST(BuildMeshes, BulkheadInALoopIsALockedChordWithoutFlow) {
-  SurfaceLoop f;
-  f.net.ResType[2] = 1;
-  f.net.Quantity[2] = 30;
-  f.Mesh();
-  ASSERT_EQ(f.ws.sim.SimStatus, 0);
-  const int bulkhead = f.At(2);
-  EXPECT_GE(f.net.Resistance[bulkhead], 1e9f);
-  EXPECT_EQ(f.net.Quantity[bulkhead], 0);
-  EXPECT_LT(f.net.EntryNodeNo[bulkhead], 0);
-  EXPECT_LT(f.net.ExitNodeNo[bulkhead], 0);
-  EXPECT_EQ(f.Members(1).front(), -2);
+TEST(BuildMeshes, FixedQuantityOrBulkheadClosingALoopIsALockedChord) {
+  for (bool bulkhead : {false, true}) {
+    SCOPED_TRACE(bulkhead ? "bulkhead" : "fixed quantity");
+    SurfaceLoop f;
+    if (bulkhead) {
+      f.net.ResType[2] = 1;
+    } else {
+      f.net.BranchCode[2] |= Bit::FixedQuantity;
+    }
+    f.net.Quantity[2] = bulkhead ? 30 : 12;
+    f.Mesh();
+    ASSERT_EQ(f.ws.sim.SimStatus, 0);
+    ASSERT_EQ(f.ws.sim.MeshCount, 1);
+    const int at = f.At(2);
+    EXPECT_EQ(f.Members(1).front(), -2);
+    EXPECT_LT(f.net.ExitNodeNo[at], 0);
+    EXPECT_EQ(f.net.Quantity[at], bulkhead ? 0 : 12);  // a bulkhead carries no flow
+    if (bulkhead) {
+      EXPECT_GE(f.net.Resistance[at], 1e9f);
+      EXPECT_LT(f.net.EntryNodeNo[at], 0);
+    }
+  }
 }
 
 TEST(BuildMeshes, MergingTreesTurnsTheJoinedTreeTowardsTheRoot) {
@@ -167,7 +165,14 @@ void ChainWithReturns(MeshFixture& f, int chain, int returns) {
   ResizeStore(f.net);
 }
 
-TEST(BuildMeshes, FullMemberListStopsWithItsMessage) {
+TEST(BuildMeshes, MemberListMayFillExactlyAndStopsWithItsMessageWhenFull) {
+  MeshFixture fits;
+  ChainWithReturns(fits, 58, 58);  // 58 x 60 members = 20 x 174
+  fits.Mesh();
+  ASSERT_EQ(fits.ws.sim.SimStatus, 0);
+  ASSERT_EQ(fits.ws.sim.MeshCount, 58);
+  EXPECT_EQ(fits.net.MeshStart[59], 20 * 174 + 1);
+  EXPECT_TRUE(fits.ui.Records().empty());
   MeshFixture f;
   ChainWithReturns(f, 60, 60);  // 60 x 62 members, room for 20 x 180
   f.Mesh();
@@ -178,21 +183,9 @@ TEST(BuildMeshes, FullMemberListStopsWithItsMessage) {
   EXPECT_EQ(f.ui.Records()[0].icon, MsgIcon::Exclamation);
 }
 
-TEST(BuildMeshes, MemberListMayFillExactly) {
-  MeshFixture f;
-  ChainWithReturns(f, 58, 58);  // 58 x 60 members = 20 x 174
-  f.Mesh();
-  ASSERT_EQ(f.ws.sim.SimStatus, 0);
-  ASSERT_EQ(f.ws.sim.MeshCount, 58);
-  EXPECT_EQ(f.net.MeshStart[59], 20 * 174 + 1);
-  EXPECT_TRUE(f.ui.Records().empty());
-}
-
 TEST(BuildMeshes, CancelStopsTheForestPass) {
   SurfaceLoop f;
-  RebuildNodes(f.net, f.ws.defaults, f.ui);
-  SortAirways(f.ws);
-  CheckNetwork(f.ws);
+  f.Check();
   WeighAirways(f.ws);
   f.ws.sim.SimCancel = 255;
   BuildMeshes(f.ws);

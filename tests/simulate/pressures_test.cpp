@@ -7,13 +7,10 @@
 
 #include <algorithm>
 #include <cmath>
-#include <initializer_list>
 #include <random>
 #include <vector>
 
-#include "core/headless_ui.h"
-#include "simulate/fan_curves.h"
-#include "tests/support/test_support.h"
+#include "tests/simulate/hand_mesh.h"
 
 namespace galeris {
 namespace {
@@ -34,42 +31,7 @@ struct JournalSpy : UndoJournal {
   void SetUndoAction(int a) override { action = a; }
 };
 
-struct PressureFixture : ::testing::Test {
-  HeadlessUi ui;
-  Workspace ws{ui};
-  Network& net = ws.net;
-
-  int Airway(float r, float q = 0) {
-    const int i = ++net.BranchCount;
-    net.Resistance[i] = r;
-    net.Quantity[i] = q;
-    net.AirwayNo[i] = 100 + i;
-    net.BranchCode[i] = Bit::Rectangular;
-    net.LabelPos[i] = 0.5f;
-    return i;
-  }
-
-  void Meshes(std::initializer_list<std::vector<int>> meshes) {
-    int pos = 1;
-    int m = 0;
-    for (const auto& members : meshes) {
-      net.MeshStart[++m] = pos;
-      for (int v : members) net.MeshMember[pos++] = static_cast<std::int16_t>(v);
-    }
-    net.MeshStart[m + 1] = pos;
-    ws.sim.MeshCount = static_cast<std::int16_t>(m);
-  }
-
-  void PutFan(int f) {
-    net.FanName[f] = "Main";
-    net.FanDiameter[f] = 2;
-    for (int j = 1; j <= 10; ++j) {
-      net.CurveQ[f][j] = 10.0f * j;
-      net.CurveP[f][j] = {0, 2100.0f - 100.0f * j, 2200.0f - 100.0f * j};
-    }
-    ValidateFanCurves(ws);
-  }
-};
+using PressureFixture = test::HandMesh;
 
 TEST_F(PressureFixture, LockedChordCarriesTheLoadOfItsLoop) {
   const int fixedQ = Airway(2, 12);
@@ -340,16 +302,6 @@ TEST(NodePressures, FastWalkEqualsThePlainPassesOnRandomNetworks) {
       ASSERT_EQ(to[i], ws.net.ToNodeP[i]) << "trial " << trial << " airway " << i;
       ASSERT_EQ(from[i], ws.net.FromNodeP[i]) << "trial " << trial << " airway " << i;
     }
-  }
-}
-
-TEST_F(PressureFixture, WithoutASurfaceEntryAllNodePressuresAreZero) {
-  std::mt19937 rng(5);
-  RandomNetwork(net, rng, 20, 6, false);
-  PropagateNodePressures(ws);
-  for (int i = 1; i <= 20; ++i) {
-    EXPECT_EQ(net.ToNodeP[i], 0);
-    EXPECT_EQ(net.FromNodeP[i], 0);
   }
 }
 

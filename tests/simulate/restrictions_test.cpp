@@ -19,18 +19,23 @@ struct WithBridge : MeshFixture {
   int bridge = 0;
   explicit WithBridge(std::int16_t mode) {
     ws.sim.SimMode = mode;
-    Add(10, 10, kSurface, 10, 10, 500);      // 1
-    Add(10, 10, 500, 10, 10, kSurface);      // 2
+    AddSurfaceLoop();                           // 1, 2
     bridge = Add(10, 10, 500, 50, 10, 500);  // 3
     Add(50, 10, 500, 60, 10, 500);           // 4
     Add(60, 10, 500, 50, 10, 500);           // 5
+  }
+  // Fixes the bridge's flow, and makes it a bulkhead or gives it a fan.
+  void FixBridge(std::int16_t resType = 0, std::int16_t fan = 0) {
+    net.BranchCode[bridge] |= Bit::FixedQuantity;
+    if (resType) net.ResType[bridge] = resType;
+    if (fan) net.FanNumber[bridge] = fan;
   }
 };
 
 TEST(Restrictions, FixedQuantityInTheTreeStopsEveryRun) {
   for (std::int16_t mode : {0, -1, 1, 2, 3}) {
     WithBridge f(mode);
-    f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
+    f.FixBridge();
     f.Mesh();
     EXPECT_EQ(f.ws.sim.SimStatus, 1) << mode;
     EXPECT_EQ(f.Errors(), (Lines{"3\tFIX restricting flow"})) << mode;
@@ -55,8 +60,7 @@ TEST(Restrictions, BulkheadOrFanAloneIsNeverReported) {
 
 TEST(Restrictions, FixedBulkheadInTheTreeCautionsTheBulkheadSearch) {
   WithBridge f(1);
-  f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
-  f.net.ResType[f.bridge] = 1;
+  f.FixBridge(1);
   f.Mesh();
   EXPECT_EQ(f.Errors(), (Lines{"3\tFIX restricting flow", "3\tBBH not required"}));
   EXPECT_EQ(f.net.Comment[f.At(3)].Trimmed(), "Bad BBH");
@@ -72,8 +76,7 @@ TEST(Restrictions, FixedBulkheadInTheTreeCautionsTheBulkheadSearch) {
 
 TEST(Restrictions, FixedFanInTheTreeWarnsTheFanSearch) {
   WithBridge f(3);
-  f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
-  f.net.FanNumber[f.bridge] = 2;
+  f.FixBridge(0, 2);
   f.Mesh();
   EXPECT_EQ(f.Errors(), (Lines{"3\tFIX restricting flow", "3\tFan restricted"}));
   EXPECT_EQ(f.net.Comment[f.At(3)].Trimmed(), "Bad Fan");
@@ -81,33 +84,29 @@ TEST(Restrictions, FixedFanInTheTreeWarnsTheFanSearch) {
   EXPECT_EQ(f.ui.Records()[0].text, "WARNING - Fans are present which restrict other fans.");
 }
 
-TEST(Restrictions, RemovalAnsweredNoKeepsTheBulkheads) {
-  WithBridge f(2);
-  f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
-  f.net.ResType[f.bridge] = 1;
-  f.ui.QueueAnswer(MsgAnswer::No);
-  f.Mesh();
-  ASSERT_EQ(f.ui.Records().size(), 1u);
-  EXPECT_EQ(f.ui.Records()[0].title, "Remove redundant bulkheads");
-  EXPECT_EQ(f.ui.Records()[0].text,
-            "WARNING - This will remove redundant bulkheads from the network.  Continue ?");
-  EXPECT_EQ(f.ui.Records()[0].buttons, MsgButtons::YesNo);
-  EXPECT_EQ(f.net.ResType[f.At(3)], 1);
-  EXPECT_EQ(f.net.Comment[f.At(3)].Trimmed(), "Bad BBH");
-  EXPECT_EQ(f.ws.sim.SimStatus, 1);
-}
-
-TEST(Restrictions, RemovalAnsweredYesClearsThePresetAndRecalculates) {
-  WithBridge f(2);
-  f.net.BranchCode[f.bridge] |= Bit::FixedQuantity;
-  f.net.ResType[f.bridge] = 1;
-  f.ui.QueueAnswer(MsgAnswer::Yes);
-  f.Mesh();
-  const int at = f.At(3);
-  EXPECT_EQ(f.net.ResType[at], 0);
-  EXPECT_LT(f.net.Resistance[at], 1);  // the bulkhead's preset is gone
-  ASSERT_EQ(f.ui.Records().size(), 2u);
-  EXPECT_EQ(f.ui.Records()[1].text, "There were 1 unnecessary bulkheads removed from the network");
+TEST(Restrictions, RemovalAskedFirstNoKeepsTheBulkheadsYesClearsThePreset) {
+  for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
+    WithBridge f(2);
+    f.FixBridge(1);
+    f.ui.QueueAnswer(answer);
+    f.Mesh();
+    const int at = f.At(3);
+    ASSERT_EQ(f.ui.Records().size(), answer == MsgAnswer::Yes ? 2u : 1u);
+    EXPECT_EQ(f.ui.Records()[0].title, "Remove redundant bulkheads");
+    EXPECT_EQ(f.ui.Records()[0].text,
+              "WARNING - This will remove redundant bulkheads from the network.  Continue ?");
+    EXPECT_EQ(f.ui.Records()[0].buttons, MsgButtons::YesNo);
+    if (answer == MsgAnswer::No) {
+      EXPECT_EQ(f.net.ResType[at], 1);
+      EXPECT_EQ(f.net.Comment[at].Trimmed(), "Bad BBH");
+      EXPECT_EQ(f.ws.sim.SimStatus, 1);
+      continue;
+    }
+    EXPECT_EQ(f.net.ResType[at], 0);
+    EXPECT_LT(f.net.Resistance[at], 1);  // the bulkhead's preset is gone
+    EXPECT_EQ(f.ui.Records()[1].text,
+              "There were 1 unnecessary bulkheads removed from the network");
+  }
 }
 
 }  // namespace

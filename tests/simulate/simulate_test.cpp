@@ -43,6 +43,13 @@ struct SimFixture : ::testing::Test {
     return {fanB, fanC};
   }
 
+  // The level with one fan on the static curve in each exhaust shaft.
+  void LevelWithFans() {
+    auto [fanB, fanC] = Level();
+    test::PutFan(net, fanB, 1, false, 0);
+    test::PutFan(net, fanC, 1, false, 0);
+  }
+
   int Find(int airwayNo) {
     for (int i = 1; i <= net.BranchCount; ++i)
       if (net.AirwayNo[i] == airwayNo) return i;
@@ -57,6 +64,13 @@ struct SimFixture : ::testing::Test {
     EXPECT_LT(r.worstContinuity, 1e-5 * largest + 1e-4);
     EXPECT_LE(r.worstLoop, r.loopTolerance);
     EXPECT_LE(r.worstNodePressure, r.loopTolerance);
+  }
+
+  // A full run that ends clean, with a solution that obeys the physics.
+  void SolveClean() {
+    Run();
+    EXPECT_EQ(ws.sim.SimStatus, 0);
+    ExpectSolvedPhysics();
   }
 
   SimOutcome Run(std::int16_t mode = kModeSimulate) {
@@ -79,9 +93,7 @@ TEST_F(SimFixture, NothingToSimulate) {
 }
 
 TEST_F(SimFixture, ParallelFansOnStaticCurvesSolveClean) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
+  LevelWithFans();
   const SimOutcome outcome = Run();
   EXPECT_TRUE(outcome.Ran);
   EXPECT_FALSE(outcome.ShowErrorList);
@@ -98,70 +110,53 @@ TEST_F(SimFixture, ParallelFansOnStaticCurvesSolveClean) {
   for (int i = 1; i <= net.BranchCount; ++i) EXPECT_GE(net.Quantity[i], 0) << i;
   EXPECT_GT(net.Quantity[Find(1)], 10);
   ExpectSolvedPhysics();
-  // Solved again from its own flows, it needs one sweep.
-  Run();
-  EXPECT_EQ(ws.sim.Sweeps, 1);
-}
-
-TEST_F(SimFixture, AirwayDrawnAgainstTheFlowIsReversedThroughTheRun) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
-  Run();
-  const int da = Find(3);  // drawn D -> A, the air goes A -> D
+  // The airway drawn D -> A is reversed through the run: the air goes A -> D.
+  const int da = Find(3);
   EXPECT_EQ(net.Coord1[da][1], 100);
   EXPECT_EQ(net.Coord1[da][2], 100);
   EXPECT_GT(net.Quantity[da], 0);
   EXPECT_TRUE(ws.sim.AirwayReversed);
+  // Solved again from its own flows, it needs one sweep.
+  Run();
+  EXPECT_EQ(ws.sim.Sweeps, 1);
+  // The non-converging mode finds nothing on a converged network.
+  ui.ClearRecords();
+  Run(kModeNonConverging);
+  EXPECT_TRUE(ui.Said("There are NO major convergence problems"));
+  EXPECT_EQ(ws.sim.SimStatus, 0);
 }
 
 TEST_F(SimFixture, SeriesParallelAndComboCurves) {
   auto [fanB, fanC] = Level();
   test::PutFan(net, fanB, 2, true, 100);  // two in series on the total curve
   test::PutFan(net, fanC, 2, false, 50);  // two in parallel on the mean curve
-  Run();
-  EXPECT_EQ(ws.sim.SimStatus, 0);
-  ExpectSolvedPhysics();
+  SolveClean();
 }
 
 TEST_F(SimFixture, FixedQuantityHoldsItsFlowAndCarriesTheLoad) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
-  const int bc = 5;
-  net.BranchCode[bc] |= Bit::FixedQuantity;
-  net.Quantity[bc] = 5;
-  const int airwayNo = 5;
-  Run();
-  EXPECT_EQ(ws.sim.SimStatus, 0);
-  const int i = Find(airwayNo);
+  LevelWithFans();
+  net.BranchCode[5] |= Bit::FixedQuantity;  // B -> C
+  net.Quantity[5] = 5;
+  SolveClean();
+  const int i = Find(5);
   EXPECT_FLOAT_EQ(net.Quantity[i], 5);
   EXPECT_NE(net.Pressure[i], -net.Resistance[i] * 25);  // the load, not the square law
-  ExpectSolvedPhysics();
 }
 
 TEST_F(SimFixture, FixedPressureInTheIntake) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
+  LevelWithFans();
   net.FanNumber[1] = -1;
   net.Pressure[1] = 150;  // natural ventilation pressure helping the intake
-  Run();
-  EXPECT_EQ(ws.sim.SimStatus, 0);
+  SolveClean();
   EXPECT_FLOAT_EQ(net.Pressure[Find(1)], 150);
-  ExpectSolvedPhysics();
 }
 
 TEST_F(SimFixture, BulkheadInALoopCarriesNoFlow) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
+  LevelWithFans();
   net.Resistance[5] = 2e9f;
   net.Quantity[5] = 30;
-  Run();
-  EXPECT_EQ(ws.sim.SimStatus, 0);
+  SolveClean();
   EXPECT_EQ(net.Quantity[Find(5)], 0);
-  ExpectSolvedPhysics();
 }
 
 TEST_F(SimFixture, ReversedFanFlowEndsWithWarnings) {
@@ -179,7 +174,6 @@ TEST_F(SimFixture, ReversedFanFlowEndsWithWarnings) {
   EXPECT_NE(std::find(net.Errorlist.begin(), net.Errorlist.end(), "7\tFan flow reversed"),
             net.Errorlist.end());
   const int b = Find(7);
-  EXPECT_EQ(net.Pressure[b], test::kSurfaceRL == 1000 ? net.Pressure[b] : 0);
   EXPECT_GT(net.Quantity[b], 0);  // swapped all the same by the fixed-direction pass
   EXPECT_EQ(net.Coord1[b][3], 1000);
 }
@@ -198,9 +192,7 @@ TEST_F(SimFixture, CheckFailureStopsBeforeMeshing) {
 }
 
 TEST_F(SimFixture, CancelDuringBalancingLeavesTheRunFailed) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
+  LevelWithFans();
   ws.defaults.MaxError = 0.000001f;
   int balancingYields = 0;
   ui.OnYield([&](int) {
@@ -217,9 +209,7 @@ TEST_F(SimFixture, CancelDuringBalancingLeavesTheRunFailed) {
 }
 
 TEST_F(SimFixture, CancelledRunLeavesThePressuresOfTheLastFullRun) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
+  LevelWithFans();
   Run();
   std::map<int, float> before;
   for (int i = 1; i <= net.BranchCount; ++i) before[net.AirwayNo[i]] = net.Pressure[i];
@@ -235,9 +225,7 @@ TEST_F(SimFixture, CancelledRunLeavesThePressuresOfTheLastFullRun) {
 }
 
 TEST_F(SimFixture, QuietRunShowsNoFormButFinishes) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
+  LevelWithFans();
   ws.sim.ShowProgress = 0;
   ws.sim.SimMode = 0;
   RunSimulation(ws);
@@ -256,9 +244,7 @@ TEST_F(SimFixture, NoRunStartsWhileOneIsUnderWay) {
 }
 
 TEST_F(SimFixture, DiagnosticModesAnswerCleanNetworks) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
+  LevelWithFans();
   Run(kModeFindBulkheads);
   EXPECT_TRUE(ui.Said("There are NO unnecessary bulkheads."));
   EXPECT_EQ(net.NetworkBalanced, 0);
@@ -274,21 +260,8 @@ TEST_F(SimFixture, DiagnosticModesAnswerCleanNetworks) {
   EXPECT_EQ(net.NetworkBalanced, 0);
 }
 
-TEST_F(SimFixture, NonConvergingModeOnAConvergedNetwork) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
-  Run();
-  ui.ClearRecords();
-  Run(kModeNonConverging);
-  EXPECT_TRUE(ui.Said("There are NO major convergence problems"));
-  EXPECT_EQ(ws.sim.SimStatus, 0);
-}
-
 TEST_F(SimFixture, NonConvergingModeListsMeshesStillMoving) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 1, false, 0);
-  test::PutFan(net, fanC, 1, false, 0);
+  LevelWithFans();
   ws.defaults.MaxIter = 1;
   const SimOutcome outcome = Run(kModeNonConverging);
   EXPECT_EQ(ws.sim.SimStatus, 1);

@@ -55,8 +55,7 @@ TEST(SortAirways, NothingToSortSaysSo) {
 
 struct WithDuplicates : MeshFixture {
   WithDuplicates() {
-    Add(10, 10, kSurface, 10, 10, 500);  // 1
-    Add(10, 10, 500, 10, 10, kSurface);  // 2
+    AddSurfaceLoop();                       // 1, 2
     Add(10, 10, 500, 10, 10, kSurface);  // 3, same ends as 2
     Add(10, 10, 500, 10, 10, kSurface);  // 4, and again
   }
@@ -100,8 +99,7 @@ TEST(DeleteRedundantAirways, DuplicateSearchListsWithoutAsking) {
 
 struct WithZeroLength : MeshFixture {
   WithZeroLength() {
-    Add(10, 10, kSurface, 10, 10, 500);
-    Add(10, 10, 500, 10, 10, kSurface);
+    AddSurfaceLoop();
     Add(30, 10, 500, 30, 10, 500);                // 3: both ends at one point
     Add(40, 10, kSurface, 50, 10, kSurface + 3);  // 4: both on the surface: not this check
   }

@@ -125,19 +125,15 @@ TEST_F(CommandsTest, ViewTogglesChangeTheWindowState) {
   EXPECT_EQ(view.LevelMode, LevelModeOf::Range);
 }
 
-TEST_F(CommandsTest, NoWindowStillAnswersTheCommand) {
-  const CommandResult result = ClickButton(ws, nullptr, cmd, tools, ButtonOf::Fit);
-  EXPECT_EQ(result.Operation, CommandOperation::Fit);
+TEST_F(CommandsTest, NoWindowStillAnswersAndUnknownCodesDoNothing) {
+  EXPECT_EQ(ClickButton(ws, nullptr, cmd, tools, ButtonOf::Fit).Operation, CommandOperation::Fit);
   EXPECT_EQ(ClickButton(ws, nullptr, cmd, tools, ButtonOf::TwoDThreeD).Operation,
             CommandOperation::ToggleThreeD);
-}
-
-TEST_F(CommandsTest, UnknownCodesDoNothing) {
   Click(ButtonOf::Edit);
-  const CommandResult result = Click(77);
-  EXPECT_EQ(result.Operation, CommandOperation::None);
+  EXPECT_EQ(Click(77).Operation, CommandOperation::None);
   EXPECT_EQ(tools.ToolCode, ToolOf::Edit);
 }
+
 
 TEST_F(CommandsTest, FunctionKeysReachTheirButtons) {
   const std::pair<ViewKey, int> table[] = {
@@ -154,23 +150,17 @@ TEST_F(CommandsTest, FunctionKeysReachTheirButtons) {
   EXPECT_EQ(CommandOfKey(ViewKey::Other).kind, KeyCommand::Kind::Ignore);
 }
 
-TEST_F(CommandsTest, F7AndF8ReachTextAndFansInThatOrder) {
+TEST_F(CommandsTest, KeysKeepTheToolAndF7F8ReachTextAndFansInOrder) {
   Press(ViewKey::F7);
   EXPECT_EQ(tools.ToolCode, ToolOf::Text);
   Press(ViewKey::F8);
   EXPECT_EQ(tools.ToolCode, ToolOf::Fan);
   EXPECT_EQ(cmd.PreviousButton, ButtonOf::Text);
-}
-
-TEST_F(CommandsTest, HomeFitsAndTabRedoesWithoutLosingTheTool) {
   Press(ViewKey::F3);
   EXPECT_EQ(Press(ViewKey::Home).Operation, CommandOperation::Fit);
   EXPECT_EQ(Press(ViewKey::Tab).Operation, CommandOperation::Redo);
   EXPECT_EQ(tools.ToolCode, ToolOf::Draw);
   EXPECT_EQ(cmd.CurrentButton, ButtonOf::Draw);
-}
-
-TEST_F(CommandsTest, BackspaceUndoesWithoutTheDispatcher) {
   Press(ViewKey::F9);
   const CommandResult result = Press(ViewKey::Backspace);
   EXPECT_EQ(result.Operation, CommandOperation::Undo);
@@ -178,6 +168,8 @@ TEST_F(CommandsTest, BackspaceUndoesWithoutTheDispatcher) {
   EXPECT_EQ(cmd.CurrentButton, ButtonOf::Info);
   EXPECT_EQ(tools.ToolCode, ToolOf::Info);
 }
+
+
 
 TEST_F(CommandsTest, EscapeAndUpdateScreenClearTheSelection) {
   const int a = Add(0, 0, 0, 100, 0, 0);

@@ -94,7 +94,7 @@ TEST_F(DrawingTest, LayerZeroIsRepairedAndHighSecondLayersCountAs48) {
 TEST_F(DrawingTest, LevelBandTakesAirwaysWithAnEndInside) {
   const int onLevel = Add(0, 0, 500, 100, 0, 500);
   const int raise = Add(0, 0, 400, 0, 0, 600);  // passes through the band
-  const int below = Add(0, 0, 300, 100, 0, 300);
+  Add(0, 0, 300, 100, 0, 300);  // below the band
   const int touching = Add(0, 0, 300, 0, 0, 490);
   view.LevelMode = LevelModeOf::Single;
   view.LevelBottom = 490;
@@ -104,7 +104,6 @@ TEST_F(DrawingTest, LevelBandTakesAirwaysWithAnEndInside) {
   view.DisplayBits |= Show::OffLevelRaises;
   Build();
   EXPECT_EQ(Visible(), (std::vector<int>{onLevel, raise, touching}));
-  (void)below;
 }
 
 TEST_F(DrawingTest, MultipleLevelsShowAnyBand) {
@@ -139,11 +138,10 @@ TEST_F(DrawingTest, FlowLimitsHideOrDim) {
 TEST_F(DrawingTest, CullNeedsBothEndsBeyondTheSameEdge) {
   // The window runs from -500 to 500 across and -375 to 375 down, centred on the pan (0, 0).
   const int crossing = Add(-900, -600, 0, 900, 600, 0);
-  const int beyondRight = Add(600, 0, 0, 700, 300, 0);
+  Add(600, 0, 0, 700, 300, 0);  // both ends beyond the right edge
   const int corner = Add(-900, 100, 0, 100, 900, 0);  // midpoint outside, ends on two sides
   Build();
   EXPECT_EQ(Drawn(), (std::vector<int>{crossing, corner}));
-  (void)beyondRight;
 }
 
 TEST_F(DrawingTest, VerticalShaftInSingleLevelPlanIsATick) {
@@ -273,10 +271,8 @@ TEST_F(DrawingTest, DataTextAndNamesFollowTheDisplayBits) {
 }
 
 TEST_F(DrawingTest, NodeValuesAreWrittenOncePerNode) {
-  const int a = Add(-200, 0, 5, 0, 0, 5);
-  const int b = Add(0, 0, 5, 200, 10, 5);
-  (void)a;
-  (void)b;
+  Add(-200, 0, 5, 0, 0, 5);
+  Add(0, 0, 5, 200, 10, 5);  // b
   view.DisplayBits = Show::DataValues;
   view.DataTypeCode = DataType::Coordinates;
   Build();

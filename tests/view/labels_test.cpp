@@ -59,15 +59,13 @@ TEST_F(LabelTest, PressureGroup) {
   EXPECT_EQ(Label(DataType::NodeRelative), "");  // written at the nodes, not here
 }
 
-TEST_F(LabelTest, FanLossAddsTheFanPressure) {
+
+TEST_F(LabelTest, FanLossAndStalledOrNegatedFans) {
   net().FanNumber[i] = 4;
   net().FanSlot[i] = 800;
   net().FromNodeP[i] = -300;
   net().ToNodeP[i] = 400;
   EXPECT_EQ(Label(DataType::TotalLoss), "100.0");
-}
-
-TEST_F(LabelTest, StalledAndNegatedFansShowTheirCurve) {
   net().FanNumber[i] = 4;
   net().NoOfFans[i] = 2;
   net().CurveQ[4] = {0, 10, 20, 30};
@@ -94,11 +92,6 @@ TEST_F(LabelTest, AirwayDataGroup) {
   EXPECT_EQ(Label(DataType::AirwayLength), "200");
 }
 
-TEST_F(LabelTest, BritishUnitsConvert) {
-  ws.units.UnitSystem = 2;
-  EXPECT_EQ(Label(DataType::Quantity), "53.0");  // 25 x 2.1189
-  EXPECT_EQ(Label(DataType::AirwayLength), "656");
-}
 
 TEST_F(LabelTest, EnergyGroup) {
   EXPECT_EQ(Label(DataType::FrictionPower), "0");  // 0.3125 kW
@@ -111,7 +104,7 @@ TEST_F(LabelTest, EnergyGroup) {
   EXPECT_EQ(Label(DataType::FanPower), "31");  // 1000 Pa x 25 / 0.8
 }
 
-TEST_F(LabelTest, OtherGroup) {
+TEST_F(LabelTest, OtherGroupBritishUnitsAndOutsideTheStore) {
   EXPECT_EQ(Label(DataType::AirwayNumber), "417");
   EXPECT_EQ(Label(DataType::LayerNumber), "2,7");
   EXPECT_EQ(Label(DataType::LayerName), "Intake,Stage 2");
@@ -124,6 +117,11 @@ TEST_F(LabelTest, OtherGroup) {
   net().SmokeTime[i] = 3600;
   EXPECT_FALSE(Label(DataType::SpreadTime).empty());
   EXPECT_EQ(Label(99), "");
+  ws.units.UnitSystem = 2;
+  EXPECT_EQ(Label(DataType::Quantity), "53.0");  // 25 x 2.1189
+  EXPECT_EQ(Label(DataType::AirwayLength), "656");
+  EXPECT_EQ(AirwayLabel(ws, DataType::Quantity, 0, 1), "");
+  EXPECT_EQ(AirwayLabel(ws, DataType::Quantity, 5, 1), "");
 }
 
 TEST_F(LabelTest, PrefixesTellFansAndFixings) {
@@ -140,10 +138,6 @@ TEST_F(LabelTest, PrefixesTellFansAndFixings) {
   EXPECT_EQ(Label(DataType::Quantity, 0), "[3] FixQ 25.0");
 }
 
-TEST_F(LabelTest, OutsideTheStoreIsEmpty) {
-  EXPECT_EQ(AirwayLabel(ws, DataType::Quantity, 0, 1), "");
-  EXPECT_EQ(AirwayLabel(ws, DataType::Quantity, 5, 1), "");
-}
 
 }  // namespace
 }  // namespace galeris

@@ -39,13 +39,6 @@ TEST_F(ToolsTest, LeftClickHalvesTheViewAboutThePointClicked) {
   EXPECT_EQ(tools.MouseDownFlag, 0);
 }
 
-TEST_F(ToolsTest, AMoveWithinAFiftiethOfTheWidthIsStillAClick) {
-  Down(0, 0, MouseButtonOf::Left);
-  Move(19, -19, MouseButtonOf::Left);
-  Up(19, -19, MouseButtonOf::Left);
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 500);
-  EXPECT_FLOAT_EQ(view.PanX, 0);
-}
 
 TEST_F(ToolsTest, LeftDragZoomsToTheRectangleEvenFromRightToLeft) {
   Down(200, 200, MouseButtonOf::Left);
@@ -62,13 +55,6 @@ TEST_F(ToolsTest, LeftDragZoomsToTheRectangleEvenFromRightToLeft) {
   EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::None);
 }
 
-TEST_F(ToolsTest, ATallRectangleKeepsTheWindowShape) {
-  Down(0, 0, MouseButtonOf::Left);
-  Move(100, 300, MouseButtonOf::Left);
-  Up(100, 300, MouseButtonOf::Left);
-  EXPECT_FLOAT_EQ(view.ScaleHeight, 300);
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 400);
-}
 
 TEST_F(ToolsTest, AReleaseOutsideTheWindowDropsTheFence) {
   Down(0, 0, MouseButtonOf::Left);
@@ -134,8 +120,7 @@ TEST_F(ToolsTest, BothButtonsRotateWhateverTheTool) {
     EXPECT_TRUE(moved.Wireframe) << code;
     EXPECT_EQ(tools.RotatingFlag, -1) << code;
     EXPECT_NE(view.Is3D, 0) << code;
-    EXPECT_GT(view.SpinAngle, 0) << code;  // a quarter of the width: an eighth of a turn
-    EXPECT_NEAR(view.SpinAngle, kDragPi / 4, 1e-4) << code;
+    EXPECT_NEAR(view.SpinAngle, kDragPi / 4, 1e-4) << code;  // a quarter of the width: 1/8 turn
     const ToolResponse released = Up(-250, -150, MouseButtonOf::Right);
     EXPECT_TRUE(released.Redraw) << code;
     EXPECT_EQ(tools.RotatingFlag, 0) << code;

@@ -257,19 +257,14 @@ TEST_F(ViewStateTest, PanFollowsThePivotUnlessHeld) {
 }
 
 TEST_F(ViewStateTest, ViewKindKnowsEdgeOn) {
-  EXPECT_EQ(ViewKind(view), 0);
-  view.Is3D = 1;
-  view.TiltAngle = 0.3f;
-  EXPECT_EQ(ViewKind(view), 1);
-  view.TiltAngle = kPi / 2;
-  EXPECT_EQ(ViewKind(view), 2);
-  view.TiltAngle = 3 * kPi / 2;
-  EXPECT_EQ(ViewKind(view), 2);
-  view.TiltAngle = kPi / 2 + 2 * kPi;
-  EXPECT_EQ(ViewKind(view), 1);
-  view.Is3D = 0;
-  view.TiltAngle = kPi / 2;
-  EXPECT_EQ(ViewKind(view), 0);
+  const struct { std::int16_t is3D; float tilt; int kind; } cases[] = {
+      {0, 0, 0}, {1, 0.3f, 1}, {1, kPi / 2, 2}, {1, 3 * kPi / 2, 2}, {1, kPi / 2 + 2 * kPi, 1},
+      {0, kPi / 2, 0}};
+  for (const auto& c : cases) {
+    view.Is3D = c.is3D;
+    view.TiltAngle = c.tilt;
+    EXPECT_EQ(ViewKind(view), c.kind) << c.is3D << " " << c.tilt;
+  }
 }
 
 TEST_F(ViewStateTest, RotatorTurnsByThePositionInTheButton) {
@@ -309,7 +304,7 @@ class LevelTest : public ViewStateTest {
   }
 };
 
-TEST_F(LevelTest, ChoosingALevelSetsItsBand) {
+TEST_F(LevelTest, ChoosingALevelSetsItsBandAndTheScrollBarRunsAgainstTheList) {
   view.LevelMode = LevelModeOf::Range;
   SelectLevel(ws, view, 2);
   EXPECT_EQ(view.LevelMode, LevelModeOf::Single);
@@ -321,9 +316,6 @@ TEST_F(LevelTest, ChoosingALevelSetsItsBand) {
   EXPECT_EQ(LevelCaption(ws, view), "View 0 : 300 Level (RL 680 to 720)");
   ToggleLevelMode(ws, view);
   EXPECT_EQ(view.LevelMode, LevelModeOf::Range);
-}
-
-TEST_F(LevelTest, ScrollBarRunsAgainstTheList) {
   EXPECT_EQ(LevelFromScrollBar(ws, 1), 3);
   EXPECT_EQ(LevelFromScrollBar(ws, 3), 1);
   EXPECT_EQ(ScrollBarFromLevel(ws, 2), 2);
@@ -334,27 +326,26 @@ TEST_F(LevelTest, ScrollBarRunsAgainstTheList) {
   EXPECT_EQ(view.CurrentLevel, 2);
 }
 
+
 class SavedViewTest : public ViewStateTest {
  protected:
   SavedViewTest() { MakePermanentViews(ws.net); }
 };
 
-TEST_F(SavedViewTest, PermanentViewsAreMadeWithTheirAngles) {
+TEST_F(SavedViewTest, PermanentViewsHaveTheirAnglesMirroredOnlyInTiltAndAskForAFit) {
   ASSERT_EQ(ViewNames(ws.net).size(), 5u);
   EXPECT_EQ(ws.net.ViewName[3], " 3. Long Section");
   EXPECT_FLOAT_EQ(ws.net.ViewValue[4][1], kPi / 2);
   EXPECT_FLOAT_EQ(ws.net.ViewValue[4][2], -kPi / 2);
   EXPECT_FLOAT_EQ(ws.net.ViewValue[5][2], -0.391f);
   EXPECT_EQ(ws.net.ViewValue[1][14], 0);
-}
-
-TEST_F(SavedViewTest, PermanentViewIsMirroredOnlyInTiltAndAsksForAFit) {
   ws.net.AxisSignY = -1;
   LoadViewSlot(ws, view, 3);
   EXPECT_FLOAT_EQ(view.TiltAngle, -kPi / 2);
   EXPECT_TRUE(view.FitAfterView);
   EXPECT_EQ(view.Is3D, 1);
 }
+
 
 TEST_F(SavedViewTest, SavedViewComesBackWithItsLayers) {
   view.Is3D = 1;
@@ -433,12 +424,15 @@ TEST_F(SavedViewTest, ExistingNameAsksBeforeOverwriting) {
   EXPECT_EQ(r.back().text, "There is already a view with that name!\nDo you wish to overwrite ?");
 }
 
-TEST_F(SavedViewTest, FullListRefusesAnotherView) {
+TEST_F(SavedViewTest, FullListAndUnknownNamesAreRefused) {
   for (int slot = 6; slot <= kLastUserView; ++slot)
     ws.net.ViewName[slot] = "v" + std::to_string(slot);
   ui.QueueInput("one more");
   EXPECT_EQ(SaveNamedView(ws, view), 0);
   EXPECT_TRUE(ui.Said("No view slots available to save view"));
+  view.Is3D = 1;
+  EXPECT_FALSE(ApplyNamedView(ws, view, "nowhere"));
+  EXPECT_TRUE(ui.Said("Error - could not load view"));
 }
 
 TEST_F(SavedViewTest, DeletingGuardsThePermanentViews) {
@@ -453,11 +447,6 @@ TEST_F(SavedViewTest, DeletingGuardsThePermanentViews) {
   EXPECT_EQ(ui.Records().back().title, "Delete View");
 }
 
-TEST_F(SavedViewTest, UnknownViewSaysSo) {
-  view.Is3D = 1;
-  EXPECT_FALSE(ApplyNamedView(ws, view, "nowhere"));
-  EXPECT_TRUE(ui.Said("Error - could not load view"));
-}
 
 }  // namespace
 }  // namespace galeris
