@@ -10,7 +10,6 @@
 #include <QWidget>
 
 #include "core/workspace.h"
-#include "view/tools.h"
 #include "view/view_state.h"
 
 namespace galeris {
@@ -51,54 +50,31 @@ class FrmWindow : public QWidget {
   // A pixel of the window in the view's own coordinates, multiplied by the axis signs.
   QPointF WindowPoint(QPointF pixel) const;
 
-  // The mouse tools shared by all windows (owned by the frame). Without them the window still
-  // zooms with the wheel, rotates with both buttons and pans with the middle one.
-  void SetToolState(ToolState* tools) { tools_ = tools; }
+  // The fast picture of a moving view (drag rotation, pan, power zoom): wireframe only.
+  void RepaintWireframe();
 
  signals:
   // The frame's caption with the print scale, after every change of scale.
   void CaptionChanged(const QString& caption);
   // "RotX n" and "RotY n" for the status fields.
   void RotationChanged(const QString& rotX, const QString& rotY);
-  // A tool asks for the pop-up report at a window pixel, for its hiding, for the airway info
-  // dialog, or says that its action is not offered.
-  void ReportRequested(const QStringList& rows, QPoint pixel);
-  void ReportHidden();
-  void InfoRequested(int airway);
-  void ToolUnavailable(const QString& text);
-  // An edit by a tool: the other windows must redraw too.
-  void NetworkEdited();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
-  void wheelEvent(QWheelEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-  void mouseMoveEvent(QMouseEvent* event) override;
-  void mouseReleaseEvent(QMouseEvent* event) override;
 
  private:
   void CatchUpWithStore();
   void Repaint(bool wireframeOnly);
   void Announce();
-  MouseInput ToolInput(QMouseEvent* event, int button) const;
-  void Carry(const ToolResponse& response, QPoint pixel);
-  void PowerZoomTick();
-  void DrawOverlay(QPainter& painter);
 
   Workspace& ws_;
   ViewState view_;
   bool wireframeOnly_ = false;
   bool pictureStale_ = true;
   QImage picture_;  // the last drawing, kept so that an overlay moves without a redraw
-  ToolState* tools_ = nullptr;
   bool fitted_ = false;
-  DragRotation drag_;
-  bool rotating_ = false;
-  bool panning_ = false;
-  QPointF pressPoint_;
-  float pressPanX_ = 0, pressPanY_ = 0;
 };
 
 }  // namespace galeris

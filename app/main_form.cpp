@@ -309,11 +309,6 @@ FrmWindow* MainForm::NewViewWindow() {
   connect(mouse, &ViewMouse::StatusMessage, this, &MainForm::SetStatusText);
   connect(mouse, &ViewMouse::KeyPressed, this,
           [this, view](ViewKey key) { ViewKeyPressed(view, key); });
-  connect(view, &FrmWindow::NetworkEdited, this, [this] {
-    RedrawViews();
-    RefreshSimStatus();
-  });
-  connect(view, &FrmWindow::ToolUnavailable, this, &MainForm::SetStatusText);
   connect(view, &FrmWindow::CaptionChanged, this, &MainForm::ViewCaptionChanged);
   connect(view, &FrmWindow::RotationChanged, this, [this](const QString& x, const QString& y) {
     lblRotX_->setText(x);

@@ -262,7 +262,7 @@ void ViewMouse::Apply(const ToolResponse& response) {
     window_.Redraw();
     overlay_->update();
   } else if (response.Wireframe) {
-    window_.update();
+    window_.RepaintWireframe();
   }
   if (response.PowerZoom) powerZoom_.start();
   if (response.InfoAirway != 0) emit InfoRequested(response.InfoAirway);

@@ -86,6 +86,7 @@ class ViewMouseTest : public QObject {
   void ZoomClickHalvesTheWidthAboutThePoint();
   void ZoomDragTakesTheRectangle();
   void RightClickDoublesTheWidth();
+  void BothButtonsDragTurnsThePicture();
   void InfoToolShowsTheReportRows();
   void MouseMoveFillsTheCoordinateFields();
   void FunctionKeysInTheViewPressTheirButtons();
@@ -134,6 +135,24 @@ void ViewMouseTest::RightClickDoublesTheWidth() {
   const float width = frame.view->View().ScaleWidth;
   QTest::mouseClick(frame.view, Qt::RightButton, {}, frame.Centre());
   QCOMPARE(frame.view->View().ScaleWidth, width * 2);
+}
+
+void ViewMouseTest::BothButtonsDragTurnsThePicture() {
+  HeadlessUi ui;
+  Frame frame(ui);
+  QVERIFY(QTest::qWaitForWindowExposed(&frame.form));
+  const ViewState& view = frame.view->View();
+  const QImage before = frame.view->grab().toImage();
+  const QPoint start(frame.view->width() / 2, frame.view->height() / 2);
+  QTest::mousePress(frame.view, Qt::LeftButton, {}, start);
+  QTest::mousePress(frame.view, Qt::RightButton, {}, start);
+  QTest::mouseMove(frame.view, start + QPoint(frame.view->width() / 4, 0));
+  QVERIFY(view.Is3D != 0);
+  QVERIFY(view.SpinAngle != 0);
+  // The moving picture is drawn while the buttons are still held, not only at the release.
+  QVERIFY(frame.view->grab().toImage() != before);
+  QTest::mouseRelease(frame.view, Qt::RightButton, {}, start + QPoint(frame.view->width() / 4, 0));
+  QTest::mouseRelease(frame.view, Qt::LeftButton, {}, start + QPoint(frame.view->width() / 4, 0));
 }
 
 void ViewMouseTest::InfoToolShowsTheReportRows() {

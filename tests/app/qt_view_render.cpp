@@ -191,7 +191,6 @@ class ViewRenderTest : public QObject {
   void ExportCommandRefusesBadArguments();
   void ExportCommandRendersASavedNetwork();
   void WindowStateGoesToItsSlot();
-  void MouseToolsReachTheWindow();
 };
 
 void ViewRenderTest::PlanOfAllLevels() {
@@ -409,20 +408,6 @@ void ViewRenderTest::WindowStateGoesToItsSlot() {
   window.RestoreState();
   QCOMPARE(window.View().LevelMode, LevelModeOf::Single);
   QCOMPARE(window.View().LevelTop, 920.0f);
-}
-
-void ViewRenderTest::MouseToolsReachTheWindow() {
-  Mine mine;
-  FrmWindow window(mine.ws);
-  ToolState tools;
-  window.SetToolState(&tools);
-  window.resize(400, 300);
-  window.show();
-  QVERIFY(QTest::qWaitForWindowExposed(&window));
-  const float width = window.View().ScaleWidth;
-  QTest::mouseClick(&window, Qt::LeftButton, {}, QPoint(200, 150));
-  QVERIFY(window.View().ScaleWidth < width);  // the zoom tool's click zooms in
-  QCOMPARE(tools.MouseDownFlag, std::int16_t{0});
 }
 
 QTEST_MAIN(ViewRenderTest)
