@@ -1,6 +1,7 @@
 // frmTitle: start-up window and command line.
 #include "app/frm_title.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QPainter>
 #include <QScreen>
@@ -13,8 +14,11 @@ std::string CommandFileFrom(const QStringList& arguments) {
   QString line = arguments.mid(1).join(' ').trimmed();
   if (line.size() >= 2 && line.startsWith('"') && line.endsWith('"'))
     line = line.mid(1, line.size() - 2);
+  // The recent list keeps this name, so a relative one is made whole against the folder the
+  // program was started from.
   const std::string path = line.toStdString();
-  return IsNetworkFileName(path) ? path : std::string();
+  if (!IsNetworkFileName(path)) return {};
+  return QFileInfo(line).isRelative() ? QFileInfo(line).absoluteFilePath().toStdString() : path;
 }
 
 FrmTitle::FrmTitle(QWidget* parent) : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint) {

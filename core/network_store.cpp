@@ -44,10 +44,11 @@ void ResizeKeeping(V& v, std::size_t size) {
   v.resize(size);
 }
 
+// Blanks every element in the memory the array already has, so clearing a store of the same
+// size costs no new pages.
 template <class V>
 void Refill(V& v, std::size_t size) {
-  V fresh(size);
-  v.swap(fresh);
+  v.assign(size, typename V::value_type{});
 }
 
 void SizeArrays(Network& n, bool keep) {

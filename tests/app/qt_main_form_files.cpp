@@ -1,5 +1,6 @@
 // The program's life through the frame: the command-line file, the recovery offer, New, Open,
 // Save As to a Master file, bad names, the file dialogs' filters, the note window and exit.
+#include <QDir>
 #include <QFile>
 #include <QPlainTextEdit>
 #include <QTimer>
@@ -90,6 +91,9 @@ void MainFormFilesTest::CommandLineNamesOnlyNetworkFiles() {
   QCOMPARE(CommandFileFrom({"galeris", "\"/mines/quoted.sim\""}), std::string("/mines/quoted.sim"));
   QCOMPARE(CommandFileFrom({"galeris", "/mines/notes.txt"}), std::string());
   QCOMPARE(CommandFileFrom({"galeris"}), std::string());
+  // a name relative to the start folder is kept whole, so the recent list works from anywhere
+  QCOMPARE(CommandFileFrom({"galeris", "mines/west.sim"}),
+           QDir::current().absoluteFilePath("mines/west.sim").toStdString());
 }
 
 void MainFormFilesTest::CommandLineFileIsLoadedAndCaptioned() {
