@@ -531,6 +531,11 @@ ToolResponse MouseUp(Workspace& ws, ViewState& view, ToolState& tools, const Mou
   const bool endsMotion = tools.RotatingFlag == -1 || tools.ZoomMode == kPowerZoomMode ||
                           tools.PanMoved || tools.MouseButton >= MouseButtonOf::Both;
   if (endsMotion) {
+    if (tools.PanMoved && ViewKind(view) == 2) {
+      ShiftPivotInPlane(view, view.PanX - tools.PanBaseX, view.PanY - tools.PanBaseY);
+      view.PanHold = true;
+      ProjectNetwork(ws, view);
+    }
     response.Redraw = true;
     ClearDrag(view, tools);
     return response;

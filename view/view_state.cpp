@@ -59,18 +59,23 @@ int VisibleAirway(const Network& net, const ViewState& view, int k) {
 }
 
 // A pan moved in 3-D must carry the pivot with it, or the next projection pass would put the
-// old pivot back in the centre.
-void PivotFollowsPan(const Network& net, ViewState& view) {
+// old pivot back in the centre. Edge-on, the window's upright is the world's height, so the
+// pivot moves in the plane facing the viewer by the pan's change.
+void PivotFollowsPan(const Network& net, ViewState& view, float oldPanX, float oldPanY) {
   if (view.Is3D == 0) {
     view.Pivot[1] = Whole(view.PanX);
     view.Pivot[2] = Whole(view.PanY);
+    return;
+  }
+  view.PanHold = true;
+  if (ViewKind(view) == 2) {
+    ShiftPivotInPlane(view, view.PanX - oldPanX, view.PanY - oldPanY);
     return;
   }
   double z = view.Pivot[3], x = 0, y = 0;
   UnprojectPoint(net, view, 0, 0, z, x, y);
   view.Pivot[1] = Whole(x);
   view.Pivot[2] = Whole(y);
-  view.PanHold = true;
 }
 
 void ClearViewSlot(Network& net, int slot) {
@@ -413,9 +418,24 @@ void SetScaleCaption(const Workspace& ws, ViewState& view) {
 }
 
 void MovePan(const Network& net, ViewState& view, float panX, float panY) {
+  const float oldPanX = view.PanX, oldPanY = view.PanY;
   view.PanX = panX;
   view.PanY = panY;
-  PivotFollowsPan(net, view);
+  if (ViewKind(view) == 2) {
+    view.PanHold = true;  // the pivot follows once, when the pan ends
+    return;
+  }
+  PivotFollowsPan(net, view, oldPanX, oldPanY);
+}
+
+// The pan is in projected terms, where height runs against the window's Y; hence the shift in
+// the facing plane with the Y movement turned round.
+void ShiftPivotInPlane(ViewState& view, float dx, float dy) {
+  double x = view.Pivot[1], y = view.Pivot[2], z = view.Pivot[3];
+  ShiftPointInPlane(view, 0, dy, dx, 0, x, y, z);
+  view.Pivot[1] = Whole(x);
+  view.Pivot[2] = Whole(y);
+  view.Pivot[3] = Whole(z);
 }
 
 void ZoomOutClick(Workspace& ws, ViewState& view) {
@@ -425,9 +445,10 @@ void ZoomOutClick(Workspace& ws, ViewState& view) {
 void ZoomClick(Workspace& ws, ViewState& view, float x1, float y1, float x2, float y2) {
   const float tolerance = view.ScaleWidth / 50;
   if (std::fabs(x2 - x1) <= tolerance && std::fabs(y2 - y1) <= tolerance) {
+    const float oldPanX = view.PanX, oldPanY = view.PanY;
     view.PanX += x1;
     view.PanY += y1;
-    PivotFollowsPan(ws.net, view);
+    PivotFollowsPan(ws.net, view, oldPanX, oldPanY);
     SetZoom(ws, view, view.ScaleWidth / 2, view.ScaleHeight / 2);
     return;
   }
@@ -436,9 +457,10 @@ void ZoomClick(Workspace& ws, ViewState& view, float x1, float y1, float x2, flo
   float width = x2 - x1;
   const float height = y2 - y1;
   if (view.AspectRatio * width < height) width = height / view.AspectRatio;
+  const float oldPanX = view.PanX, oldPanY = view.PanY;
   view.PanX += (x1 + x2) / 2;
   view.PanY += (y1 + y2) / 2;
-  PivotFollowsPan(ws.net, view);
+  PivotFollowsPan(ws.net, view, oldPanX, oldPanY);
   SetZoom(ws, view, width, width * view.AspectRatio);
 }
 

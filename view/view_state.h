@@ -174,8 +174,11 @@ void FitNetwork(Workspace& ws, ViewState& view);
 void SetScaleCaption(const Workspace& ws, ViewState& view);
 
 // Moves the centre of the window to (panX, panY) in projected terms; in 3-D the pivot follows
-// so that the next projection pass keeps the new centre.
+// so that the next projection pass keeps the new centre. Edge-on it follows only when the pan
+// ends, through ShiftPivotInPlane.
 void MovePan(const Network& net, ViewState& view, float panX, float panY);
+// Moves the pivot by a pan of (dx, dy) in the vertical plane that faces the viewer.
+void ShiftPivotInPlane(ViewState& view, float dx, float dy);
 
 // Zooms: the right click doubles the view about its centre, the left click halves it about
 // the point clicked, a drag rectangle becomes the view. Points are window coordinates.

@@ -91,6 +91,38 @@ TEST_F(ToolsTest, MiddleButtonPansWhateverTheTool) {
   EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::None);
 }
 
+// The picture stays where the pan drag or a click zoom left it, also when the next projection
+// pass recentres the pan on the pivot; edge-on the pivot has to move in the upright plane.
+TEST_F(ToolsTest, PannedPictureStaysInEveryThreeDView) {
+  const int a = Add(100, 50, 900, 300, 80, 950);
+  Build();
+  for (const float tilt : {0.6f, kPi / 2}) {
+    view.Is3D = 1;
+    view.TiltAngle = tilt;
+    view.SpinAngle = 0.3f;
+    view.PivotState = 999;
+    view.Pivot = {0, 150, 60, 920};
+    ProjectNetwork(ws, view);
+    const auto screen = [&] {
+      return std::array<float, 2>{ws.net.ViewEnd1[a][0] - view.PanX,
+                                  ws.net.ViewEnd1[a][1] - view.PanY};
+    };
+    const auto before = screen();
+    Down(0, 0, MouseButtonOf::Middle);
+    Move(100, 60, MouseButtonOf::Middle);
+    Up(100, 60, MouseButtonOf::Middle);
+    ProjectNetwork(ws, view);
+    EXPECT_NEAR(screen()[0], before[0] + 100, 1) << tilt;
+    EXPECT_NEAR(screen()[1], before[1] + 60, 1) << tilt;
+
+    const auto centre = screen();
+    Click(centre[0], centre[1], MouseButtonOf::Left);  // the end clicked comes to the centre
+    ProjectNetwork(ws, view);
+    EXPECT_NEAR(screen()[0], 0, 1) << tilt;
+    EXPECT_NEAR(screen()[1], 0, 1) << tilt;
+  }
+}
+
 TEST_F(ToolsTest, RightButtonPansOnlyWhereTheToolHasNoRightAction) {
   for (std::int16_t code : {ToolOf::Reverse, ToolOf::Follow}) {
     tools.ToolCode = code;
