@@ -21,4 +21,17 @@ class UndoJournal {
   virtual void SetUndoAction(int action) = 0;
 };
 
+// Shorthands for an edit command: each touched airway is recorded before and after under the
+// current action, and the command closes its action once when it has changed something. With
+// no journal they do nothing.
+inline void JournalBefore(UndoJournal* journal, int position) {
+  if (journal) journal->RecordUndo(position, UndoJournal::kBefore, journal->UndoAction());
+}
+inline void JournalAfter(UndoJournal* journal, int position) {
+  if (journal) journal->RecordUndo(position, UndoJournal::kAfter, journal->UndoAction());
+}
+inline void CloseUndoAction(UndoJournal* journal) {
+  if (journal) journal->SetUndoAction(journal->UndoAction() + 1);
+}
+
 }  // namespace galeris
