@@ -54,11 +54,23 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
   // Edits made in a view window or a dialog change the network behind the frame's back; the
   // status label catches up after each user action.
   qApp->installEventFilter(this);
+  // The journal records every edit; many changes in one action bring one refresh of the windows.
+  ws_.journal = &undo_;
+  tools_.Edit.Dialogs = &dialogs_;
+  ws_.NetworkChanged = [this] {
+    if (refreshDue_) return;
+    refreshDue_ = true;
+    QTimer::singleShot(0, this, [this] {
+      if (refreshDue_) RefreshAfterNetworkChange();
+    });
+  };
   RefreshSimStatus();
 }
 
 MainForm::~MainForm() {
   qApp->removeEventFilter(this);
+  ws_.NetworkChanged = nullptr;
+  if (ws_.journal == &undo_) ws_.journal = nullptr;
 }
 
 void MainForm::BuildToolbars() {
@@ -383,17 +395,21 @@ void MainForm::CarryOut(const CommandResult& result, FrmWindow* view) {
       if (result.Redraw && view) view->Redraw();
       break;
     case CommandOperation::Undo:
+      UndoCommand();
+      break;
     case CommandOperation::Redo:
-      // Backspace undoes without passing through a palette button, so the text is named
-      // after the command rather than the button now down.
-      SetStatusText(PaletteStatusText(result.Operation == CommandOperation::Undo ? ButtonOf::Undo
-                                                                                 : ButtonOf::Redo) +
-                    " is not available yet");
+      RedoCommand();
+      break;
+    case CommandOperation::FindAirway:
+      if (result.Redraw && view) view->Redraw();
       break;
     default:
       SetStatusText(PaletteStatusText(commands_.CurrentButton) + " is not available yet");
       break;
   }
+  // Choosing the copy tool asks which attributes it carries.
+  if (result.ToolChanged && tools_.ToolCode == ToolOf::CopyPaste && commands_.CopyOrPaste == 0)
+    ChooseAttributes();
   palette_->PressButton(commands_.PressedButton);
   RefreshToolCursors();
   if (result.FocusWindow && view) view->setFocus();

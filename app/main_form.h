@@ -10,7 +10,9 @@
 #include <vector>
 
 #include "app/file_dialogs.h"
+#include "app/qt_edit_dialogs.h"
 #include "core/workspace.h"
+#include "files/undo_journal.h"
 #include "view/commands.h"
 #include "view/tools.h"
 
@@ -65,6 +67,15 @@ class MainForm : public QMainWindow {
   // Simulation commands: the run with its progress and error windows, for one SimMode.
   void RunSimulationCommand(int simMode);
   void ReseedAirflowsCommand();
+
+  // Edit commands: the journal's undo and redo, the name finder, the attribute choice.
+  void UndoCommand();
+  void RedoCommand();
+  void FindByNameCommand(bool node);
+  void ChooseAttributes();
+  UndoFile& Journal() { return undo_; }
+  // After any change of the network: every window, the status label and the lists follow.
+  void RefreshAfterNetworkChange();
 
   // Windows.
   FrmWindow* NewViewWindow();
@@ -178,6 +189,9 @@ class MainForm : public QMainWindow {
   // and the mouse of every view window.
   CommandState commands_;
   ToolState tools_;
+  UndoFile undo_{ws_};
+  QtEditDialogs dialogs_{ws_, this};
+  bool refreshDue_ = false;  // a change of the network waits for the windows to follow
 };
 
 }  // namespace galeris

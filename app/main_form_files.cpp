@@ -28,13 +28,15 @@ void MainForm::Load(const std::string& commandFile) {
   LoadRecentFiles(ws_);
   RefreshRecentMenu();
   StartUp(ws_);
+  undo_.ResetUndoFile();
   RefreshLevelList();
   NewViewWindow();
   if (!commandFile.empty()) {
-    OpenNetwork(ws_, commandFile);
+    if (OpenNetwork(ws_, commandFile)) undo_.ResetUndoFile();
     AfterLoad(true);
   }
   if (OfferRecovery(ws_)) {
+    undo_.ResetUndoFile();
     AfterLoad(true);
     // The recovered network keeps no name until it is saved as; the caption says where it
     // came from.
@@ -59,6 +61,7 @@ QString MainForm::ChooseNetworkToOpen(const QString& title) {
 
 void MainForm::NewFile() {
   if (!NewNetwork(ws_)) return;
+  undo_.ResetUndoFile();
   AfterLoad(false);
 }
 
@@ -83,6 +86,8 @@ void MainForm::OpenRecent(int number) {
 
 bool MainForm::OpenPath(const std::string& path) {
   const bool loaded = OpenNetwork(ws_, path);
+  // A replaced network starts a fresh journal; a refused load leaves the old one.
+  if (loaded) undo_.ResetUndoFile();
   AfterLoad(loaded);
   return loaded;
 }

@@ -75,8 +75,8 @@ void MainForm::BuildFileMenu() {
 void MainForm::BuildEditMenu() {
   QMenu* edit = menuBar()->addMenu("&Edit");
   edit->setObjectName("mnuEdit");
-  AddEntry(edit, "mnuUndo", "&Undo");
-  AddEntry(edit, "mnuRedo", "&Redo");
+  AddEntry(edit, "mnuUndo", "&Undo", [this] { UndoCommand(); })->setShortcut(QKeySequence::Undo);
+  AddEntry(edit, "mnuRedo", "&Redo", [this] { RedoCommand(); })->setShortcut(QKeySequence::Redo);
   edit->addSeparator();
   AddEntry(edit, "mnuZoom", "Zoom / Pan", [this] { PaletteClicked(ButtonOf::ZoomPan); });
   AddEntry(edit, "mnuCpyPst", "Copy / Paste Attributes",
@@ -85,23 +85,37 @@ void MainForm::BuildEditMenu() {
            [this] { PaletteClicked(ButtonOf::PasteAttributes); });
   QMenu* bar = edit->addMenu("Airway Tools");
   bar->setObjectName("mnuBar");
-  // The items stand for palette buttons 3 to 13; Find and Redo are not part of the program yet.
+  // The items stand for palette buttons 3 to 13.
   for (int index = 0; index <= 10; ++index) {
     const int code = index + 3;
-    const bool offered = code != ButtonOf::Find && code != ButtonOf::Redo;
     AddEntry(bar, QString("mnuBar(%1)").arg(index), PaletteToolTip(code),
-             offered ? std::function<void()>([this, code] { PaletteClicked(code); })
-                     : std::function<void()>());
+             [this, code] { PaletteClicked(code); });
   }
   edit->addSeparator();
-  AddEntry(edit, "mnuFinder", "Find by Name...");
+  QMenu* finder = edit->addMenu("Find by Name");
+  finder->setObjectName("mnuFinder");
+  AddEntry(finder, "mnuFinderBranch", "Branch...", [this] { FindByNameCommand(false); });
+  AddEntry(finder, "mnuFinderNode", "Node...", [this] { FindByNameCommand(true); });
+  QMenu* search = edit->addMenu("Find Button Searches For");
+  search->setObjectName("mnuSearchMode");
+  auto* searchGroup = new QActionGroup(search);
+  const char* searches[] = {"Airways with Faults", "Fixed Quantities", "Fans"};
+  for (int mode = 1; mode <= 3; ++mode) {
+    QAction* item = AddEntry(search, QString("mnuSearchMode(%1)").arg(mode), searches[mode - 1],
+                             [this, mode] { tools_.Edit.SearchMode = static_cast<std::int16_t>(mode); });
+    item->setCheckable(true);
+    item->setChecked(mode == tools_.Edit.SearchMode);
+    searchGroup->addAction(item);
+  }
   QMenu* lists = edit->addMenu("Name Lists");
   lists->setObjectName("mnuNameLists");
   AddEntry(lists, "mnuFBName", "Branch Name");
   AddEntry(lists, "mnuFNName", "Node Name");
   edit->addSeparator();
-  QAction* confirm = AddEntry(edit, "mnuConfirm", "Confirmations");
+  QAction* confirm = AddEntry(edit, "mnuConfirm", "Confirmations", [] {});
   confirm->setCheckable(true);
+  confirm->setChecked(tools_.Edit.ConfirmJoin);
+  connect(confirm, &QAction::toggled, this, [this](bool on) { tools_.Edit.ConfirmJoin = on; });
 }
 
 void MainForm::BuildViewMenu() {

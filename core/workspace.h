@@ -31,10 +31,20 @@ struct Workspace {
   // Recent files 1..9, newest first; StoreRecentFiles saves them (the desktop program sets it).
   std::array<std::string, 10> RecentFiles{};
   std::function<void(const std::array<std::string, 10>&)> StoreRecentFiles;
+  // Told after every change of the network, so that every window and list can follow. It may
+  // be told many times in one action: it should only note that a refresh is due.
+  std::function<void()> NetworkChanged;
 
   std::uint8_t DefaultsSaved = 0xFF;  // 0 after the options are changed
   std::int16_t MergeBase = 1;         // 1: a load replaces the network; above: merge behind it
   bool MasterMode = false;            // the next save is to a Master (.smm) file
 };
+
+// Any edit: the network is no longer saved nor balanced, and whoever listens is told.
+inline void MarkNetworkChanged(Workspace& ws) {
+  ws.net.NetworkSaved = 0;
+  ws.net.NetworkBalanced = 0;
+  if (ws.NetworkChanged) ws.NetworkChanged();
+}
 
 }  // namespace galeris

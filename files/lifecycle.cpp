@@ -237,9 +237,4 @@ bool ReadOldRecentList(Workspace& ws) {
   return true;
 }
 
-void MarkNetworkChanged(Workspace& ws) {
-  ws.net.NetworkSaved = 0;
-  ws.net.NetworkBalanced = 0;
-}
-
 }  // namespace galeris

@@ -46,7 +46,4 @@ void PushRecentFile(Workspace& ws, const std::string& path);
 // Galeris.old in the program folder, when present, fills entries 1 to 4 and is deleted.
 bool ReadOldRecentList(Workspace& ws);
 
-// Any edit: the network is no longer saved nor balanced.
-void MarkNetworkChanged(Workspace& ws);
-
 }  // namespace galeris

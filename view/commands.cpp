@@ -5,6 +5,7 @@
 #include <cctype>
 
 #include "view/drawing.h"
+#include "view/fence_tools.h"
 
 namespace galeris {
 namespace {
@@ -49,7 +50,7 @@ void RunMomentary(Workspace& ws, ViewState* view, CommandState& cmd, ToolState& 
     case ButtonOf::Find:
       restore();
       result.Operation = CommandOperation::FindAirway;
-      result.Unavailable = "Find airway";
+      if (view != nullptr && FindAirway(ws, *view, tools)) result.Redraw = true;
       break;
     case ButtonOf::Redo:
       restore();

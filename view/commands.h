@@ -29,7 +29,7 @@ inline constexpr int kPaletteButtonCount = 32;
 enum class CommandOperation {
   None,
   Fit,         // done here: redraw
-  FindAirway,  // not offered yet
+  FindAirway,  // done here: redraw when an airway was found
   Redo,
   Undo,
   AirSimulation,  // run the airflow simulation, then rebuild the visible list and project

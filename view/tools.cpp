@@ -9,7 +9,9 @@
 
 #include "core/number_format.h"
 #include "core/units.h"
+#include "view/construction.h"
 #include "view/drawing.h"
+#include "view/fence_tools.h"
 #include "view/labels.h"
 
 namespace galeris {
@@ -77,17 +79,33 @@ bool InsideWindow(const Network& net, const ViewState& view, float x, float y) {
 
 // Tools 1 and 2 at the press: snap to a nearby end, else note the airway under the mouse.
 void BeginAirwayPick(Workspace& ws, ViewState& view, ToolState& tools) {
+  tools.Edit.MoveOnly = false;
   const EndPick end = FindNearestEnd(ws, view, tools, tools.MouseX, tools.MouseY, true);
   if (end.End == 0) {
     const AirwayPick hit = FindNearestAirway(ws, view, tools, tools.MouseX, tools.MouseY);
     tools.PickedAirway = static_cast<std::int16_t>(hit.Airway);
     tools.PickFraction = hit.Fraction;
+    if (hit.Airway == 0) return;
+    if (tools.ToolCode == ToolOf::Draw) {
+      // The new airway starts on the body: the point there, where the airway is cut.
+      tools.PickX = hit.X;
+      tools.PickY = hit.Y;
+      tools.PickZ = hit.Z;
+      return;
+    }
+    // Tool 2 on a body takes the nearer end; the left button alone moves a selection.
+    const Network& net = ws.net;
+    const Coord3& near = hit.Fraction < 0.5f ? net.Coord1[hit.Airway] : net.Coord2[hit.Airway];
+    tools.PickedEnd = static_cast<std::int16_t>(hit.Airway);
+    tools.Edit.InsertPoint = {double(near[1]), double(near[2]), double(near[3])};
+    tools.Edit.MoveOnly = tools.MouseButton == MouseButtonOf::Left;
     return;
   }
   tools.PickedEnd = static_cast<std::int16_t>(std::abs(end.End));
   tools.PickX = end.X;
   tools.PickY = end.Y;
   tools.PickZ = end.Z;
+  tools.Edit.InsertPoint = {double(end.X), double(end.Y), double(end.Z)};
   tools.PickNode = end.NodeName;
   tools.PressX = tools.LastX = end.ScreenX;
   tools.PressY = tools.LastY = end.ScreenY;
@@ -136,26 +154,76 @@ void ZoomRelease(Workspace& ws, ViewState& view, ToolState& tools, int button,
   }
 }
 
-void ToolRelease(Workspace& ws, ViewState& view, ToolState& tools, int button,
+void ToolRelease(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release,
                  ToolResponse& response) {
+  MouseInput in = release;
+  in.Shift = tools.ShiftState != 0;
+  bool edited = false;
   switch (tools.ToolCode) {
     case ToolOf::Zoom:
       break;
+    case ToolOf::Draw:
+      edited = FinishAirway(ws, view, tools, in);
+      break;
+    case ToolOf::Move:
+      edited = MoveAirwayEnd(ws, view, tools, in);
+      break;
+    case ToolOf::Reverse:
+      edited = ReverseAirway(ws, view, tools, in);
+      break;
+    case ToolOf::Delete:
+      if (in.Button == MouseButtonOf::Left) edited = DeleteAirway(ws, view, tools, in);
+      break;
+    case ToolOf::Fan:
+      edited = PlaceFan(ws, view, tools, in);
+      break;
+    case ToolOf::Text:
+      edited = NameAndText(ws, view, tools, in);
+      break;
+    case ToolOf::Contaminant:
+      edited = PlaceContaminant(ws, view, tools, in);
+      break;
+    case ToolOf::Edit:
+      edited = EditAirway(ws, view, tools, in, in.Button);
+      break;
+    case ToolOf::Insert:
+      edited = EditAirway(ws, view, tools, in, MouseButtonOf::Both);
+      break;
     case ToolOf::Info:
-      if (button == MouseButtonOf::Left) response.InfoAirway = tools.PickedAirway;
+      if (in.Button == MouseButtonOf::Left) response.InfoAirway = tools.PickedAirway;
       break;
     case ToolOf::CentreRotate:
-      if (button == MouseButtonOf::Left) {
-        const AirwayPick pick = FindNearestAirway(ws, view, tools, tools.MouseX, tools.MouseY);
+      if (in.Button == MouseButtonOf::Left) {
+        const AirwayPick pick = FindNearestAirway(ws, view, tools, in.X, in.Y);
         if (pick.Airway != 0) {
           CentreOnAirway(ws, view, pick);
           response.Redraw = true;
         }
       }
       break;
+    case ToolOf::Follow:
+      FollowAirway(ws, view, tools, in);
+      response.Redraw = true;
+      break;
+    case ToolOf::CopyPaste:
+      edited = CopyPasteAttributes(ws, view, tools, in);
+      break;
+    case ToolOf::Layers:
+      edited = PasteLayers(ws, view, tools, in);
+      break;
+    case ToolOf::SmokeReport:
+      edited = PlaceSmokeReport(ws, view, tools, in);
+      break;
+    case ToolOf::Select:
+      response.Redraw = SelectAirways(ws, view, tools, in) || response.Redraw;
+      break;
     default:
       response.Unavailable = std::string(ToolTip(tools.ToolCode));
       break;
+  }
+  if (edited) {
+    response.Edited = true;
+    response.Redraw = true;
   }
 }
 
@@ -562,7 +630,9 @@ ToolResponse MouseUp(Workspace& ws, ViewState& view, ToolState& tools, const Mou
   if (tools.ToolCode == ToolOf::Zoom) {
     ZoomRelease(ws, view, tools, button, response);
   } else if (tools.PanOnly == 0) {
-    ToolRelease(ws, view, tools, button, response);
+    MouseInput release = in;
+    release.Button = button;
+    ToolRelease(ws, view, tools, release, response);
   }
   ClearDrag(view, tools);
   return response;

@@ -11,6 +11,7 @@
 
 #include "core/workspace.h"
 #include "view/canvas.h"
+#include "view/edit_dialogs.h"
 #include "view/view_state.h"
 
 namespace galeris {
@@ -68,6 +69,28 @@ struct CoordinateText {
   std::string X, Y, Z, PanX, PanY;
 };
 
+// What the editing tools keep between actions.
+struct EditState {
+  EditDialogs* Dialogs = nullptr;  // the dialogs an edit may open; none in most tests
+  bool MoveOnly = false;           // tool 2 picked an airway's body with the left button alone
+  bool ConfirmJoin = true;         // mnuConfirm: ask before an end joins an existing node
+  bool CursorLock = false;         // a press keeps the window's view slot current
+  int DrawnAirway = 0;
+  WorldPoint InsertPoint{};  // the last pick's world point
+  AttributeChoice AttributeChosen{};
+  int CopySource = 0;  // airway whose attributes were copied; 0 for none
+  // The copied attributes, in the fields of the store.
+  std::int16_t CopiedWallType = 0, CopiedShockType = 0, CopiedResType = 0;
+  float CopiedWallFactor = 0, CopiedShockFactor = 0, CopiedResistance = 0, CopiedLength = 0;
+  Dim2 CopiedDim{};
+  std::int32_t CopiedCode = 0;
+  std::int16_t CopiedPrimaryLayer = 1, CopiedSecondLayer = 1;
+  std::int16_t DefaultPrimaryLayer = 1, DefaultSecondLayer = 1;
+  std::int16_t SearchMode = 1;  // Find: 0 off, 1 faults, 2 fixed quantities, 3 fans
+  int LastFound = 0;            // position of the last airway Find or Locate went to
+  int FenceHit = 0;
+};
+
 // The shared state of the mouse tools.
 struct ToolState {
   std::int16_t ToolCode = ToolOf::Zoom;
@@ -99,6 +122,8 @@ struct ToolState {
 
   OverlayShape Overlay;  // in axis-signed window terms, like the mouse
 
+  EditState Edit;
+
   // Last cursor handed out: the palette column and the button row (2 right, 1 any other).
   int CursorColumn = -1, CursorRow = -1;
 };
@@ -115,6 +140,7 @@ struct ToolResponse {
   int InfoAirway = 0;        // open the airway info dialog on this airway position
   std::string Unavailable;   // a tool whose action this version does not offer yet
   bool CrossWindow = false;  // the release came in another window: redraw the source too
+  bool Edited = false;       // the network changed: every window follows
 };
 
 // The tool tip of a tool code, empty for none.

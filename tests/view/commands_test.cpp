@@ -62,7 +62,6 @@ TEST_F(CommandsTest, MomentaryCommandsNameTheirOperationAndGiveThePaletteBack) {
     EXPECT_EQ(tools.ToolCode, ToolOf::Fan) << button;
   }
   EXPECT_EQ(view.SmokeState, 2);
-  EXPECT_FALSE(Click(ButtonOf::Find).Unavailable.empty());
   EXPECT_FALSE(Click(ButtonOf::AirSimulation).FocusWindow);
   EXPECT_FALSE(Click(ButtonOf::SmokeReport).FocusWindow);
   EXPECT_TRUE(Click(ButtonOf::Grid).FocusWindow);

@@ -1,5 +1,5 @@
 // The mouse tools: zoom, pan and rotation by button, click against drag, picks with their
-// tolerances and ties, the airway report, and the refusals of the tools not offered yet.
+// tolerances and ties, and the airway report.
 #include "view/tools.h"
 
 #include <gtest/gtest.h>
@@ -357,18 +357,6 @@ TEST_F(ToolsTest, CentreToolTurnsAboutTheAirwayClicked) {
   EXPECT_NEAR(view.PanX, 100, 1e-3);
 }
 
-TEST_F(ToolsTest, ToolsOfLaterWorkSayTheyAreNotAvailable) {
-  Add(0, 0, -10, 200, 0, -10);
-  Build();
-  for (std::int16_t code : {ToolOf::Reverse, ToolOf::Fan, ToolOf::Text, ToolOf::Contaminant,
-                            ToolOf::Edit, ToolOf::Follow, ToolOf::Insert, ToolOf::SmokeReport,
-                            ToolOf::Delete, ToolOf::Select, ToolOf::CopyPaste, ToolOf::Layers}) {
-    tools.ToolCode = code;
-    EXPECT_EQ(Click(100, 0, MouseButtonOf::Left).Unavailable, ToolTip(code)) << code;
-  }
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
-}
-
 TEST_F(ToolsTest, DrawToolSnapsToAnEndAndDrawsARubberBand) {
   Add(0, 0, -20, 200, 0, -20);
   Build();
@@ -382,7 +370,7 @@ TEST_F(ToolsTest, DrawToolSnapsToAnEndAndDrawsARubberBand) {
   EXPECT_TRUE(Move(300, 100, MouseButtonOf::Left).OverlayChanged);
   EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::RubberBand);
   EXPECT_EQ(tools.Overlay.colour, RGBColour(0, 0, 0));
-  EXPECT_EQ(Up(300, 100, MouseButtonOf::Left).Unavailable, ToolTip(ToolOf::Draw));
+  EXPECT_TRUE(Up(300, 100, MouseButtonOf::Left).Edited);
 
   tools.ToolCode = ToolOf::Move;
   Down(2, 2, MouseButtonOf::Left);

@@ -1,0 +1,49 @@
+// MainForm's edit commands: undo and redo through the journal, the name finder, the attribute
+// choice of the copy tool, and the one refresh that follows any change of the network, so that
+// every view window, the status label and the lists agree with the store.
+#include <QAction>
+#include <QTimer>
+
+#include "app/frm_window.h"
+#include "app/main_form.h"
+#include "editors/frm_attrib.h"
+#include "view/construction.h"
+#include "view/drawing.h"
+#include "view/fence_tools.h"
+
+namespace galeris {
+
+void MainForm::RefreshAfterNetworkChange() {
+  refreshDue_ = false;
+  for (FrmWindow* window : AllViews()) {
+    BuildVisibleList(ws_, window->View());
+    ProjectNetwork(ws_, window->View());
+    window->Redraw();
+  }
+  RefreshSimStatus();
+  RefreshCaption();
+}
+
+void MainForm::UndoCommand() {
+  if (ws_.sim.Running) return;
+  undo_.Undo();
+  RefreshAfterNetworkChange();
+}
+
+void MainForm::RedoCommand() {
+  if (ws_.sim.Running) return;
+  undo_.Redo();
+  RefreshAfterNetworkChange();
+}
+
+void MainForm::FindByNameCommand(bool node) {
+  FrmWindow* window = CurrentView();
+  if (window == nullptr) return;
+  if (FindByName(ws_, window->View(), tools_, node)) window->Redraw();
+}
+
+void MainForm::ChooseAttributes() {
+  ShowAttrib(tools_.Edit.AttributeChosen, this);
+}
+
+}  // namespace galeris
