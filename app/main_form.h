@@ -27,6 +27,7 @@ class QTimer;
 
 namespace galeris {
 
+class FrmAttrib;
 class FrmError;
 class FrmFileNote;
 class FrmHelp;
@@ -178,6 +179,7 @@ class MainForm : public QMainWindow {
   std::array<QAction*, 10> mnuOld_{};
   QTimer* autosave_ = nullptr;
   int autoSaveTicks_ = 0;
+  FrmAttrib* frmAttrib_ = nullptr;
   FrmError* frmError_ = nullptr;
   FrmFileNote* frmFileNote_ = nullptr;
   FrmHelp* frmHelp_ = nullptr;

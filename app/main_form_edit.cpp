@@ -43,7 +43,8 @@ void MainForm::FindByNameCommand(bool node) {
 }
 
 void MainForm::ChooseAttributes() {
-  ShowAttrib(tools_.Edit.AttributeChosen, this);
+  if (frmAttrib_ == nullptr) frmAttrib_ = new FrmAttrib(tools_.Edit.AttributeChosen, this);
+  frmAttrib_->Open();
 }
 
 }  // namespace galeris

@@ -2,7 +2,6 @@
 #include "editors/frm_attrib.h"
 
 #include <QCheckBox>
-#include <QDialog>
 #include <QDialogButtonBox>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -11,37 +10,40 @@ namespace galeris {
 namespace {
 
 constexpr const char* kCaptions[AttributeOf::Count] = {
-    "Wall Type",          "Friction Factor", "Dimensions",      "Shock Value",
-    "Resistance",         "Length",          "Fresh / Return Air", "Primary Layer",
-    "Secondary Layer",    "Display data"};
+    "Wall Type",       "Friction Factor", "Dimensions",         "Shock Value",
+    "Resistance",      "Length",          "Fresh / Return Air", "Primary Layer",
+    "Secondary Layer", "Display data"};
 
 }  // namespace
 
-bool ShowAttrib(AttributeChoice& chosen, QWidget* parent) {
-  QDialog dialog(parent);
-  dialog.setObjectName("frmAttrib");
-  dialog.setWindowTitle("Copy/Paste Attributes");
-  auto* layout = new QVBoxLayout(&dialog);
-  std::array<QCheckBox*, AttributeOf::Count> boxes{};
+FrmAttrib::FrmAttrib(AttributeChoice& chosen, QWidget* parent) : QDialog(parent), chosen_(chosen) {
+  setObjectName("frmAttrib");
+  setWindowTitle("Copy/Paste Attributes");
+  auto* layout = new QVBoxLayout(this);
   for (int k = 0; k < AttributeOf::Count; ++k) {
-    boxes[k] = new QCheckBox(kCaptions[k], &dialog);
-    boxes[k]->setObjectName(QString("ChkAttrib(%1)").arg(k));
-    boxes[k]->setChecked(chosen[k]);
-    layout->addWidget(boxes[k]);
+    boxes_[k] = new QCheckBox(kCaptions[k], this);
+    boxes_[k]->setObjectName(QString("ChkAttrib(%1)").arg(k));
+    layout->addWidget(boxes_[k]);
   }
-  auto* deselect = new QPushButton("Deselect All", &dialog);
+  auto* deselect = new QPushButton("Deselect All", this);
   deselect->setObjectName("Command3");
-  QObject::connect(deselect, &QPushButton::clicked, &dialog, [&boxes] {
-    for (QCheckBox* box : boxes) box->setChecked(false);
+  connect(deselect, &QPushButton::clicked, this, [this] {
+    for (QCheckBox* box : boxes_) box->setChecked(false);
   });
   layout->addWidget(deselect);
-  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-  QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-  QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+  auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, this);
+  connect(buttons, &QDialogButtonBox::accepted, this, [this] {
+    for (int k = 0; k < AttributeOf::Count; ++k) chosen_[k] = boxes_[k]->isChecked();
+    accept();
+  });
+  connect(buttons, &QDialogButtonBox::rejected, this, &QDialog::reject);
   layout->addWidget(buttons);
-  if (dialog.exec() != QDialog::Accepted) return false;
-  for (int k = 0; k < AttributeOf::Count; ++k) chosen[k] = boxes[k]->isChecked();
-  return true;
+}
+
+void FrmAttrib::Open() {
+  for (int k = 0; k < AttributeOf::Count; ++k) boxes_[k]->setChecked(chosen_[k]);
+  show();
+  raise();
 }
 
 }  // namespace galeris
