@@ -297,8 +297,12 @@ bool FinishAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseI
   ConstructionPoint end;
   if (!release.Shift) end = PointUnderMouse(ws, view, tools, release.X, release.Y);
   if (end.EndOf == 0 && end.OnBody == 0) {
+    // Carried into another window, the end takes that window's working level.
+    Coord3 from = start.At;
+    if (tools.ToolSourceWindow >= 0 && release.Window != tools.ToolSourceWindow)
+      from[3] = static_cast<std::int32_t>(RoundHalfEven(view.WorkingRL));
     end = {};
-    end.At = FreePoint(ws, view, tools, start.At, release.X, release.Y);
+    end.At = FreePoint(ws, view, tools, from, release.X, release.Y);
   }
   if (release.Button == MouseButtonOf::Right) {
     if (tools.Edit.Dialogs == nullptr) return false;
@@ -381,6 +385,13 @@ bool MoveSelected(Workspace& ws, std::int32_t dx, std::int32_t dy, std::int32_t 
 
 bool MoveAirwayEnd(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release) {
   Network& net = ws.net;
+  if (const int text = tools.Edit.TextPicked; text != 0 && tools.PickedEnd == 0) {
+    tools.Edit.TextPicked = 0;
+    net.TextCoord[text] = FreePoint(ws, view, tools, net.TextCoord[text], release.X, release.Y);
+    MarkNetworkChanged(ws);
+    BuildVisibleList(ws, view);
+    return true;
+  }
   const int picked = tools.PickedEnd;
   if (picked == 0 || picked > net.BranchCount) return false;
   const Coord3 from = CoordOf(tools.Edit.InsertPoint[0], tools.Edit.InsertPoint[1],
@@ -389,6 +400,16 @@ bool MoveAirwayEnd(Workspace& ws, ViewState& view, ToolState& tools, const Mouse
     const Coord3 to = FreePoint(ws, view, tools, from, release.X, release.Y);
     const Coord3 press = FreePoint(ws, view, tools, from, tools.PressX, tools.PressY);
     if (!MoveSelected(ws, to[1] - press[1], to[2] - press[2], to[3] - press[3])) return false;
+    RefreshAfterEdit(ws, view);
+    return true;
+  }
+  if (release.Button == MouseButtonOf::Right) {
+    // The right button types the end's new place.
+    if (tools.Edit.Dialogs == nullptr) return false;
+    const auto typed =
+        tools.Edit.Dialogs->Coordinates({double(from[1]), double(from[2]), double(from[3])});
+    if (!typed || !MoveNode(ws, from, CoordOf((*typed)[0], (*typed)[1], (*typed)[2]))) return false;
+    FinishAction(ws);
     RefreshAfterEdit(ws, view);
     return true;
   }

@@ -80,12 +80,18 @@ bool InsideWindow(const Network& net, const ViewState& view, float x, float y) {
 // Tools 1 and 2 at the press: snap to a nearby end, else note the airway under the mouse.
 void BeginAirwayPick(Workspace& ws, ViewState& view, ToolState& tools) {
   tools.Edit.MoveOnly = false;
+  tools.Edit.TextPicked = 0;
   const EndPick end = FindNearestEnd(ws, view, tools, tools.MouseX, tools.MouseY, true);
   if (end.End == 0) {
     const AirwayPick hit = FindNearestAirway(ws, view, tools, tools.MouseX, tools.MouseY);
     tools.PickedAirway = static_cast<std::int16_t>(hit.Airway);
     tools.PickFraction = hit.Fraction;
-    if (hit.Airway == 0) return;
+    if (hit.Airway == 0) {
+      // Nothing of the network under the press: tool 2 may take a floating text instead.
+      if (tools.ToolCode == ToolOf::Move)
+        tools.Edit.TextPicked = FindNearestText(ws.net, view, tools, tools.MouseX, tools.MouseY);
+      return;
+    }
     if (tools.ToolCode == ToolOf::Draw) {
       // The new airway starts on the body: the point there, where the airway is cut.
       tools.PickX = hit.X;
@@ -599,7 +605,10 @@ ToolResponse MouseUp(Workspace& ws, ViewState& view, ToolState& tools, const Mou
   const bool endsMotion = tools.RotatingFlag == -1 || tools.ZoomMode == kPowerZoomMode ||
                           tools.PanMoved || tools.MouseButton >= MouseButtonOf::Both;
   if (endsMotion) {
-    if (tools.PanMoved && ViewKind(view) == 2) {
+    // An edge-on view keeps its picture after a pan or a power zoom: the pivot follows in the
+    // upright plane.
+    const bool zoomed = tools.ZoomMode == kPowerZoomMode;
+    if ((tools.PanMoved || zoomed) && ViewKind(view) == 2) {
       ShiftPivotInPlane(view, view.PanX - tools.PanBaseX, view.PanY - tools.PanBaseY);
       view.PanHold = true;
       ProjectNetwork(ws, view);

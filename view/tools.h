@@ -74,7 +74,7 @@ struct EditState {
   EditDialogs* Dialogs = nullptr;  // the dialogs an edit may open; none in most tests
   bool MoveOnly = false;           // tool 2 picked an airway's body with the left button alone
   bool ConfirmJoin = true;         // mnuConfirm: ask before an end joins an existing node
-  bool CursorLock = false;         // a press keeps the window's view slot current
+  int TextPicked = 0;              // the floating text tool 2 picked, 0 for none
   int DrawnAirway = 0;
   WorldPoint InsertPoint{};  // the last pick's world point
   AttributeChoice AttributeChosen{};

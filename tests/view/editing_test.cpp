@@ -137,6 +137,16 @@ INSTANTIATE_TEST_SUITE_P(
                  [](EditingTest& t) {
                    EXPECT_EQ(t.ws.net.EntryNodeId[t.At(5)], t.ws.net.ExitNodeId[t.At(3)]);
                  }},
+        EditCase{"DrawToATypedPoint",
+                 [](EditingTest& t) {
+                   t.dialogs.typed = WorldPoint{400, 0, -90};
+                   t.Click(ToolOf::Draw, 400, 0, MouseButtonOf::Right);
+                 },
+                 5,
+                 [](EditingTest& t) {
+                   EXPECT_EQ(t.ws.net.Coord2[t.At(5)][3], -90);
+                   EXPECT_EQ(t.ws.net.Length[t.At(5)], 80);
+                 }},
         EditCase{"DrawFromABodySplitsIt",
                  [](EditingTest& t) { t.Drag(ToolOf::Draw, 100, 1, 100, 300); }, 6,
                  [](EditingTest& t) {
