@@ -18,7 +18,7 @@ namespace {
 constexpr double kPi = 3.1415926;
 constexpr float kSmallestDimension = 0.01f;  // no section is ever stored as zero
 constexpr int kFixedPressureFan = -1;        // FanNumber of a fixed-pressure airway
-constexpr int kMaxFansOnAirway = 10;          // the ceiling of the VSF spin control
+constexpr int kMaxFansOnAirway = 10;         // the ceiling of the VSF spin control
 constexpr int kStations = 50;
 constexpr const char* kTableOneDecimal = "0.0";
 
@@ -183,6 +183,7 @@ void ApplyToAirway(Workspace& ws, int i, AirEditFields f, const Values& v, bool 
     net.BranchName[i] = Trim(f.Name);
     net.EntryNodeName[i] = Trim(f.EntryName);
     net.ExitNodeName[i] = Trim(f.ExitName);
+    net.Comment[i] = Trim(f.Comment);
     RenameNode(net, net.EntryNodeId[i], net.EntryNodeName[i]);
     RenameNode(net, net.ExitNodeId[i], net.ExitNodeName[i]);
     net.Quantity[i] = static_cast<float>(v.flow);
@@ -397,6 +398,7 @@ AirEditFields LoadAirEdit(const Workspace& ws, int airway) {
   f.Name = Trim(net.BranchName[i].Trimmed());
   f.EntryName = Trim(net.EntryNodeName[i].Trimmed());
   f.ExitName = Trim(net.ExitNodeName[i].Trimmed());
+  f.Comment = Trim(net.Comment[i].Trimmed());
   f.ShapeType = ShapeTypeOf(code);
   f.Equiv = EquivalentsOf(f.ShapeType, net.Dim[i][1], net.Dim[i][2]);
   const ShapeFields shape = ShowShape(u, f.ShapeType, f.Equiv);
@@ -508,7 +510,7 @@ std::optional<FieldError> ValidateAirEdit(const Workspace& ws, const AirEditFiel
   const UnitTable& u = ws.units;
   auto applies = [&](AirField field) { return !multiple || f.IsTouched(field); };
   if (!multiple) {
-    for (const std::string* name : {&f.Name, &f.EntryName, &f.ExitName})
+    for (const std::string* name : {&f.Name, &f.EntryName, &f.ExitName, &f.Comment})
       if (name->find(',') != std::string::npos) return FieldError{AirField::Name, kMsgCommaInName};
   }
   for (const std::string* name : {&f.PrimaryText, &f.SecondText})
@@ -524,21 +526,42 @@ std::optional<FieldError> ValidateAirEdit(const Workspace& ws, const AirEditFiel
     bool emptyAllowed;
   };
   const Check checks[] = {
-      {applies(AirField::Width), &f.Width, WidthUnitOf(f.ShapeType),
-       {AirField::Width, "Airway width", false}, false},
-      {applies(AirField::Height) && f.ShapeType != 1, &f.Height, Unit::Length,
-       {AirField::Height, "Airway height", false}, false},
+      {applies(AirField::Width),
+       &f.Width,
+       WidthUnitOf(f.ShapeType),
+       {AirField::Width, "Airway width", false},
+       false},
+      {applies(AirField::Height) && f.ShapeType != 1,
+       &f.Height,
+       Unit::Length,
+       {AirField::Height, "Airway height", false},
+       false},
       {!multiple, &f.Flow, Unit::Quantity, {AirField::Flow, "Quantity", true}, false},
-      {!multiple && (f.ChkPress || f.CheckFix), &f.Pres, Unit::Pressure,
-       {AirField::Pres, "Pressure", true}, false},
-      {applies(AirField::Length), &f.Length, Unit::Coordinates,
-       {AirField::Length, "Length", false}, false},
-      {applies(AirField::FixRes) && f.ChkFixRes, &f.FixRes, Unit::Resistance,
-       {AirField::FixRes, "Resist", false}, true},
-      {applies(AirField::Wall) && f.ChkFixK, &f.Wall, Unit::FrictionFactor,
-       {AirField::Wall, "K Factor", false}, true},
-      {applies(AirField::Shock) && f.ChkShock, &f.Shock, Unit::Length,
-       {AirField::Shock, "Shock", true}, true},
+      {!multiple && (f.ChkPress || f.CheckFix),
+       &f.Pres,
+       Unit::Pressure,
+       {AirField::Pres, "Pressure", true},
+       false},
+      {applies(AirField::Length),
+       &f.Length,
+       Unit::Coordinates,
+       {AirField::Length, "Length", false},
+       false},
+      {applies(AirField::FixRes) && f.ChkFixRes,
+       &f.FixRes,
+       Unit::Resistance,
+       {AirField::FixRes, "Resist", false},
+       true},
+      {applies(AirField::Wall) && f.ChkFixK,
+       &f.Wall,
+       Unit::FrictionFactor,
+       {AirField::Wall, "K Factor", false},
+       true},
+      {applies(AirField::Shock) && f.ChkShock,
+       &f.Shock,
+       Unit::Length,
+       {AirField::Shock, "Shock", true},
+       true},
   };
   for (const Check& c : checks) {
     if (!c.wanted) continue;
@@ -551,8 +574,8 @@ std::optional<FieldError> ValidateAirEdit(const Workspace& ws, const AirEditFiel
   }
   if (!multiple) {
     if (auto e = CheckWhole(f.FanN, AirField::FanN, "Number of fans", kMaxFansOnAirway)) return e;
-    if (auto e = CheckWhole(f.CPart, AirField::CPart, "% of useful velocity pressure",
-                            kAirwayLoopLimit))
+    if (auto e =
+            CheckWhole(f.CPart, AirField::CPart, "% of useful velocity pressure", kAirwayLoopLimit))
       return e;
   }
   return std::nullopt;
@@ -594,12 +617,12 @@ void CopyAirwayToDefaults(Workspace& ws, int airway) {
     d.DefaultWidth = net.Dim[airway][2];
     if (wall < kUserGiven) d.DefaultWallDrive = static_cast<std::int16_t>(wall);
   }
-  if (net.ShockType[airway] < kUserGiven) d.DefaultShock = static_cast<float>(net.ShockType[airway]);
+  if (net.ShockType[airway] < kUserGiven)
+    d.DefaultShock = static_cast<float>(net.ShockType[airway]);
   ws.DefaultsSaved = 0;
 }
 
-std::optional<std::string> OrificeWizard(Workspace& ws, int airway,
-                                         const std::string& fixResText) {
+std::optional<std::string> OrificeWizard(Workspace& ws, int airway, const std::string& fixResText) {
   const Network& net = ws.net;
   if (net.ResType[airway] == 1) {
     ws.ui.Inform(kMsgBlockedOrifice);
@@ -613,8 +636,9 @@ std::optional<std::string> OrificeWizard(Workspace& ws, int airway,
   const double area = FromDisplay(ws.units, typed, Unit::Area);
   const std::int32_t code = net.BranchCode[airway];
   const double h = net.Dim[airway][1], w = net.Dim[airway][2];
-  const double airwayArea =
-      (code & Bit::Custom) ? w : (code & Bit::Round) ? w * w * kPi / 4 : w * h;
+  const double airwayArea = (code & Bit::Custom)  ? w
+                            : (code & Bit::Round) ? w * w * kPi / 4
+                                                  : w * h;
   const double term = 1 / (0.65 * area) - 1 / airwayArea;
   const double added = 0.6 * term * term;
   const std::string addedText = FormatValue(ws.units, added, Unit::Resistance);
@@ -622,12 +646,12 @@ std::optional<std::string> OrificeWizard(Workspace& ws, int airway,
   const double total = ReadNumber(fixResText).value_or(0) + shownAdded;
   const std::string totalText = FormatNumber(total, "0.00000");
   const std::string label = UnitCaption(ws.units, Unit::Resistance);
-  const MsgAnswer ok = ws.ui.Message("A resistance of " + addedText + " " + label +
-                                         " will now be added to the airway.\nThe total "
-                                         "resistance will be fixed to " +
-                                         totalText + " " + label,
-                                     MsgButtons::OKCancel, MsgIcon::None,
-                                     "Fix resistance for oriface");
+  const MsgAnswer ok =
+      ws.ui.Message("A resistance of " + addedText + " " + label +
+                        " will now be added to the airway.\nThe total "
+                        "resistance will be fixed to " +
+                        totalText + " " + label,
+                    MsgButtons::OKCancel, MsgIcon::None, "Fix resistance for oriface");
   if (ok != MsgAnswer::OK) return std::nullopt;
   return totalText;
 }

@@ -55,14 +55,30 @@ ShapeFields ShowShape(const UnitTable& units, int shapeType, const SectionEquiva
 
 // Fields whose touch marks count in multiple mode (single mode applies all).
 enum class AirField {
-  Name, Width, Height, Flow, Pres, Length, FixRes, Wall, Shock, MultiAir, FanN, CPart,
-  Direction, Primary, Second, AirType, ShowData, Count
+  Name,
+  Width,
+  Height,
+  Flow,
+  Pres,
+  Length,
+  FixRes,
+  Wall,
+  Shock,
+  MultiAir,
+  FanN,
+  CPart,
+  Direction,
+  Primary,
+  Second,
+  AirType,
+  ShowData,
+  Count
 };
 inline constexpr int kAirFieldCount = static_cast<int>(AirField::Count);
 
 // The controls of frmAirEdit as plain values; number boxes hold display text.
 struct AirEditFields {
-  std::string Unique, Name, EntryName, ExitName;
+  std::string Unique, Name, EntryName, ExitName, Comment;
   int ShapeType = 0;
   SectionEquivalents Equiv;
   NumberField Width, Height, Flow, Pres, Length, FixRes, Wall, Shock;
@@ -72,14 +88,14 @@ struct AirEditFields {
   int ResIndex = 0, WallIndex = 0, ShockIndex = 0;  // preset index of each combo's row
   bool Fresh = false, Exhaust = false, ShowData = false;
   bool SurfaceEntry = false, SurfaceExit = false;
-  int Fan = 0;  // fan number of the FanCombo2 row, 0 for "None"
+  int Fan = 0;           // fan number of the FanCombo2 row, 0 for "None"
   bool FanFound = true;  // false when the airway's fan is not in the list
   bool Series = false;
   int CurveType = 0;  // OptCurve: 0 static, 1 total, 2 combo
   int RemoteStation = 0;
-  int PrimaryLayer = 1, SecondLayer = 1;      // 1-based rows of CmbPrimary, CmbSecond
-  std::string PrimaryText, SecondText;        // the combos' edit text
-  int PrimaryEdited = 0, SecondEdited = 0;    // row whose name is being typed, 0 none
+  int PrimaryLayer = 1, SecondLayer = 1;       // 1-based rows of CmbPrimary, CmbSecond
+  std::string PrimaryText, SecondText;         // the combos' edit text
+  int PrimaryEdited = 0, SecondEdited = 0;     // row whose name is being typed, 0 none
   std::array<bool, kAirFieldCount> Touched{};  // multiple mode: the fields to apply
 
   bool IsTouched(AirField f) const { return Touched[static_cast<int>(f)]; }
@@ -125,7 +141,7 @@ inline constexpr const char* kMsgDataEntry = "An error has occured - probably in
 inline constexpr const char* kMsgFanNotDetected = "Fan not detected in fan database";
 inline constexpr const char* kMsgFansInParallelAirways = "Fans not allowed in multiple airways";
 inline constexpr const char* kMsgBlockedOrifice = "No orifice available on blocked ariways";
-inline constexpr const char* kMsgCommaInName = "Commas are not allowed in names";
+inline constexpr const char* kMsgCommaInName = "Commas are not allowed in names or comments";
 
 // A field the user must correct: its message; nothing has been written.
 struct FieldError {

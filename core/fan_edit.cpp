@@ -32,8 +32,8 @@ FanEditFields LoadFanEdit(const Workspace& ws, int airway) {
   }
   f.Series = net.BranchCode[airway] & Bit::FansInSeries;
   f.FanN = std::to_string(net.NoOfFans[airway]);
-  const int fraction = fan > 0 ? net.CurveFraction[airway]
-                               : static_cast<int>(ws.defaults.DefaultCurveFraction);
+  const int fraction =
+      fan > 0 ? net.CurveFraction[airway] : static_cast<int>(ws.defaults.DefaultCurveFraction);
   f.CurveType = CurveTypeOf(fraction);
   f.VPart = std::to_string(f.CurveType == 2 ? fraction : CurvePartFor(f.CurveType, 0));
   return f;

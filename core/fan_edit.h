@@ -11,12 +11,12 @@ namespace galeris {
 
 // The controls of frmFanEdit as plain values.
 struct FanEditFields {
-  int Fan = 0;            // fan number of the FanCombo2 row, 0 for "None"
-  bool FanFound = true;   // false: the airway's fan is not in the list
-  bool Series = false;    // OptSer2 (clear: OptPar2)
-  std::string FanN = "0";    // TxtFanN
-  int CurveType = 0;         // OptCurveType: 0 static, 1 total, 2 combo
-  std::string VPart = "0";   // TxtVPart
+  int Fan = 0;              // fan number of the FanCombo2 row, 0 for "None"
+  bool FanFound = true;     // false: the airway's fan is not in the list
+  bool Series = false;      // OptSer2 (clear: OptPar2)
+  std::string FanN = "0";   // TxtFanN
+  int CurveType = 0;        // OptCurveType: 0 static, 1 total, 2 combo
+  std::string VPart = "0";  // TxtVPart
 };
 
 FanEditFields LoadFanEdit(const Workspace& ws, int airway);

@@ -38,7 +38,8 @@ std::string LayerName(const std::vector<std::string>& names, int layer) {
 // Power in watts and its yearly cost as the report shows them.
 std::string PowerText(const Workspace& ws, double pressure, double quantity, double efficiency) {
   const double kilowatts = quantity * pressure / 1000 / efficiency;
-  const double cost = pressure / 1000 * quantity * ws.defaults.PowerCost * kHoursPerYear / efficiency;
+  const double cost =
+      pressure / 1000 * quantity * ws.defaults.PowerCost * kHoursPerYear / efficiency;
   return FormatValue(ws.units, kilowatts, Unit::Power, true) + " @ " +
          FormatNumber(cost, "$#,##0") + "/yr";
 }
@@ -145,8 +146,8 @@ AirInfoReport BuildAirInfo(Workspace& ws, int i) {
   const double p = net.Pressure[i];
   double vp = 0;
   if (realFan) {
-    const double a = double{net.FanDiameter[fan]} * net.FanDiameter[fan] * kFanPi / 4 *
-                     net.NoOfFans[i];
+    const double a =
+        double{net.FanDiameter[fan]} * net.FanDiameter[fan] * kFanPi / 4 * net.NoOfFans[i];
     if (a != 0) vp = (q / a) * (q / a) * d.AirDensity / 2;
   }
   const double pt = p + (1 - net.CurveFraction[i] / 100.0) * vp;

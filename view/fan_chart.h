@@ -12,8 +12,8 @@ namespace galeris {
 
 // The world rectangle the chart is drawn in: the plot from 0 to 1000 in both directions and
 // room for the marks around it.
-inline constexpr float kFanChartLeft = -170, kFanChartTop = -80;
-inline constexpr float kFanChartWidth = 1340, kFanChartHeight = 1180;
+inline constexpr float kFanChartLeft = -300, kFanChartTop = -80;
+inline constexpr float kFanChartWidth = 1470, kFanChartHeight = 1180;
 
 // The largest flow and pressure of the fan after scaling, in SI.
 struct FanChartScale {

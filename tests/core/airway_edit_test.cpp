@@ -125,16 +125,32 @@ TEST_F(Editor, PresetAndUserGivenPaths) {
   };
   const Case cases[] = {
       {"resistance preset", [](AirEditFields& f) { f.ResIndex = 2; }, 2, 50, 50, base + 10},
-      {"fixed resistance", [](AirEditFields& f) { f.ChkFixRes = true; f.FixRes.text = "2.5"; },
+      {"fixed resistance",
+       [](AirEditFields& f) {
+         f.ChkFixRes = true;
+         f.FixRes.text = "2.5";
+       },
        50, 50, 50, 2.5},
-      {"fixed but empty keeps the old", [](AirEditFields& f) { f.ChkFixRes = true; f.FixRes.text = ""; },
+      {"fixed but empty keeps the old",
+       [](AirEditFields& f) {
+         f.ChkFixRes = true;
+         f.FixRes.text = "";
+       },
        50, 50, 50, base},
-      {"wall preset", [](AirEditFields& f) { f.ChkFixK = false; f.WallIndex = 3; }, 0, 3, 50,
-       Law(0.004, 16, 16, 20)},
+      {"wall preset",
+       [](AirEditFields& f) {
+         f.ChkFixK = false;
+         f.WallIndex = 3;
+       },
+       0, 3, 50, Law(0.004, 16, 16, 20)},
       {"own wall factor", [](AirEditFields& f) { f.Wall.text = "0.024"; }, 0, 50, 50,
        Law(0.024, 16, 16, 20)},
-      {"shock preset", [](AirEditFields& f) { f.ChkShock = false; f.ShockIndex = 2; }, 0, 50, 2,
-       Law(0.012, 16, 16, 30)},
+      {"shock preset",
+       [](AirEditFields& f) {
+         f.ChkShock = false;
+         f.ShockIndex = 2;
+       },
+       0, 50, 2, Law(0.012, 16, 16, 30)},
       {"negative shock length", [](AirEditFields& f) { f.Shock.text = "-10"; }, 0, 50, 50,
        Law(0.012, 16, 16, -10)},
       {"pressure and quantity fix the resistance",
@@ -233,8 +249,11 @@ TEST_F(Editor, BadInputWritesNothing) {
       {[](AirEditFields& f) { f.Length.text = "1e40"; }, AirField::Length,
        "Length is out of range"},
       {[](AirEditFields& f) { f.Flow.text = "12..5"; }, AirField::Flow, kMsgDataEntry},
-      {[](AirEditFields& f) { f.ChkFixRes = true; f.FixRes.text = "x"; }, AirField::FixRes,
-       kMsgDataEntry},
+      {[](AirEditFields& f) {
+         f.ChkFixRes = true;
+         f.FixRes.text = "x";
+       },
+       AirField::FixRes, kMsgDataEntry},
       {[](AirEditFields& f) { f.MultiAir = "-2"; }, AirField::MultiAir,
        "Number of parallel airways is out of range"},
       {[](AirEditFields& f) { f.FanN = "11"; }, AirField::FanN, "Number of fans is out of range"},
@@ -320,8 +339,9 @@ TEST_F(Editor, OrificeWizard) {
   ui.QueueAnswer(MsgAnswer::OK);
   // 0.6 x (1 / 1.3 - 1 / 16)^2 = 0.29968
   EXPECT_EQ(OrificeWizard(ws, 1, "1.00000"), "1.29968");
-  EXPECT_TRUE(ui.Said("A resistance of 0.29968 Ns2/m8 will now be added to the airway.\n"
-                      "The total resistance will be fixed to 1.29968 Ns2/m8"));
+  EXPECT_TRUE(
+      ui.Said("A resistance of 0.29968 Ns2/m8 will now be added to the airway.\n"
+              "The total resistance will be fixed to 1.29968 Ns2/m8"));
   ws.net.ResType[1] = 1;
   EXPECT_FALSE(OrificeWizard(ws, 1, "1"));
   EXPECT_TRUE(ui.Said(kMsgBlockedOrifice));
