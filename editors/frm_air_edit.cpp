@@ -18,6 +18,7 @@
 #include <QVBoxLayout>
 
 #include "core/number_format.h"
+#include "editors/form_printing.h"
 #include "editors/frm_air_info.h"
 #include "editors/frm_shock.h"
 #include "files/lifecycle.h"
@@ -189,6 +190,8 @@ void FrmAirEdit::BuildControls() {
   CmdShape->setToolTip("Change airway shape");
   CmdShock = button("CmdShock", "Shock");
   CmdOriface = button("CmdOriface", "Orifice");
+  Prnter = button("Prnter", "Print");
+  Prnter->setToolTip("Print the form");
   CmdResetSekection = button("CmdResetSekection", "Reset Selection");
   CmdResetSekection->hide();
 
@@ -261,7 +264,8 @@ void FrmAirEdit::BuildControls() {
   flags->addWidget(Frame2);
   flags->addStretch();
   auto* buttons = new QHBoxLayout;
-  for (QPushButton* b : {OK, cmdCancel, ReCalc, Info, CmdResetSekection}) buttons->addWidget(b);
+  for (QPushButton* b : {OK, cmdCancel, ReCalc, Info, Prnter, CmdResetSekection})
+    buttons->addWidget(b);
   auto* columns = new QHBoxLayout;
   columns->addLayout(grid);
   columns->addLayout(flags);
@@ -372,6 +376,7 @@ void FrmAirEdit::BuildControls() {
     if (!Commit()) return;
     fields_ = LoadAirEdit(ws_, airway_);
     LoadFields();
+    if (mode_ == AirEditMode::Multiple) SetMultipleMode();
   });
   connect(Info, &QPushButton::clicked, this, [this] {
     if (!Commit()) return;
@@ -379,6 +384,7 @@ void FrmAirEdit::BuildControls() {
     accept();
   });
   connect(CmdResetSekection, &QPushButton::clicked, this, &FrmAirEdit::SetMultipleMode);
+  connect(Prnter, &QPushButton::clicked, this, [this] { PrintForm(this); });
   built_ = true;
 }
 
@@ -544,12 +550,19 @@ bool FrmAirEdit::eventFilter(QObject* watched, QEvent* event) {
   if (widget == CmbPrimary->lineEdit()) widget = CmbPrimary;
   if (widget == CmbSecond->lineEdit()) widget = CmbSecond;
   switch (event->type()) {
-    case QEvent::FocusIn:
+    case QEvent::FocusIn: {
+      // Focus the user gave marks the field; focus the window hands out on opening does not.
+      const Qt::FocusReason reason = static_cast<QFocusEvent*>(event)->reason();
+      if (reason == Qt::MouseFocusReason || reason == Qt::TabFocusReason ||
+          reason == Qt::BacktabFocusReason || reason == Qt::ShortcutFocusReason)
+        Touch(widget);
+      if (auto* box = qobject_cast<QLineEdit*>(watched))
+        QTimer::singleShot(0, box, &QLineEdit::selectAll);
+      break;
+    }
     case QEvent::MouseButtonPress:
     case QEvent::MouseButtonDblClick:
       Touch(widget);
-      if (auto* box = qobject_cast<QLineEdit*>(watched); box && event->type() == QEvent::FocusIn)
-        QTimer::singleShot(0, box, &QLineEdit::selectAll);
       break;
     case QEvent::FocusOut:
       for (QLineEdit* box : {TxtFixRes, TxtFlow, txtHeight, TxtWidth})

@@ -78,7 +78,7 @@ class FrmAirEdit : public QDialog {
   QScrollBar* VSF;
   QGroupBox* Frame2;
   QPushButton *OK, *cmdCancel, *ReCalc, *Info, *CmdShape, *CmdShock, *CmdOriface;
-  QPushButton* CmdResetSekection;
+  QPushButton *CmdResetSekection, *Prnter;
   int primaryEdited_ = 0, secondEdited_ = 0;
 };
 

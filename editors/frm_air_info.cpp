@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "core/airway_edit.h"
+#include "editors/form_printing.h"
 #include "editors/frm_air_edit.h"
 #include "view/qt/qpainter_canvas.h"
 
@@ -93,8 +94,12 @@ FrmAirInfo::FrmAirInfo(Workspace& ws, int airway, QWidget* parent) : QDialog(par
   close->setObjectName("Command1");
   auto* edit = new QPushButton("Edit", this);
   edit->setObjectName("Command2");
+  auto* print = new QPushButton("Print", this);
+  print->setObjectName("Prnter");
   buttons->addWidget(close);
   buttons->addWidget(edit);
+  buttons->addWidget(print);
+  connect(print, &QPushButton::clicked, this, [this] { PrintForm(this); });
   layout->addLayout(buttons);
   connect(close, &QPushButton::clicked, this, &QDialog::accept);
   connect(edit, &QPushButton::clicked, this, [this] {

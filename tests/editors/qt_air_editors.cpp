@@ -3,14 +3,17 @@
 // rows and chart, and the fan chart drawn on the raster canvas matches its reference picture
 // beside this file (GALERIS_UPDATE_REFERENCES=1 writes it anew).
 #include <QComboBox>
+#include <QFileInfo>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPrinter>
 #include <QPushButton>
 #include <QtTest>
 
 #include "core/airway_values.h"
 #include "core/headless_ui.h"
 #include "core/workspace.h"
+#include "editors/form_printing.h"
 #include "editors/frm_air_edit.h"
 #include "editors/frm_air_info.h"
 #include "editors/frm_coords.h"
@@ -94,6 +97,7 @@ class AirEditorsTest : public QObject {
   void FanChartMatchesItsReference();
   void EditorCommitsAChangedWidth();
   void EditorRefusesABadWidthAndRestoresIt();
+  void MultipleModeAppliesClickedFieldsOnly();
   void InfoReportShowsRowsAndChart();
   void FanEditPutsAFanOnTheAirway();
   void CoordinatesComeBackInSI();
@@ -151,6 +155,26 @@ void AirEditorsTest::EditorRefusesABadWidthAndRestoresIt() {
   QCOMPARE(mine.ws.net.Dim[1][2], 4.0f);
 }
 
+void AirEditorsTest::MultipleModeAppliesClickedFieldsOnly() {
+  Mine mine;
+  mine.ws.net.BranchCode[1] |= Bit::Selected;
+  mine.ws.net.BranchCode[2] |= Bit::Selected;
+  FrmAirEdit dialog(mine.ws, AirEditMode::Multiple, 1);
+  dialog.show();
+  QCOMPARE(dialog.windowTitle(), QString("Airway Edit - Multiple select (2)"));
+  auto* width = Child<QLineEdit>(dialog, "TxtWidth");
+  QTest::mouseClick(width, Qt::LeftButton);
+  width->setText("5");
+  Child<QLineEdit>(dialog, "txtHeight")->setText("9");  // typed into, never clicked
+  QTest::mouseClick(Child<QPushButton>(dialog, "OK"), Qt::LeftButton);
+  QVERIFY(dialog.Committed());
+  for (int i = 1; i <= 2; ++i) {
+    QCOMPARE(mine.ws.net.Dim[i][2], 5.0f);
+    QCOMPARE(mine.ws.net.Dim[i][1], 4.0f);
+  }
+  QCOMPARE(int(mine.ws.net.FanNumber[2]), 1);
+}
+
 void AirEditorsTest::InfoReportShowsRowsAndChart() {
   Mine mine;
   FrmAirInfo dialog(mine.ws, 2);
@@ -158,6 +182,11 @@ void AirEditorsTest::InfoReportShowsRowsAndChart() {
   QCOMPARE(Child<QLabel>(dialog, "LblDName(3)")->text(), QString("Airflow"));
   QCOMPARE(Child<QLabel>(dialog, "LblFanName")->text(), QString("Axial 1800 x 2 in parallel"));
   QVERIFY(dialog.findChild<FanChartWidget*>("PicFan2"));
+  QPrinter printer;  // Prnter prints the form as it stands
+  const QString pdf = QString::fromStdString(test::ScratchDir()) + "info.pdf";
+  printer.setOutputFileName(pdf);
+  RenderFormToPrinter(&dialog, printer);
+  QVERIFY(QFileInfo(pdf).size() > 1000);
   FrmAirInfo passive(mine.ws, 1);
   QCOMPARE(Child<QLabel>(passive, "LblAirName")->text(), QString("Passive Airway 0"));
   QVERIFY(!passive.findChild<FanChartWidget*>("PicFan2"));
