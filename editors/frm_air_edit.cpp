@@ -1,6 +1,7 @@
 // frmAirEdit: controls, their handlers, and the commit through core's CommitAirEdit.
 #include "editors/frm_air_edit.h"
 
+#include <QButtonGroup>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
@@ -210,6 +211,12 @@ void FrmAirEdit::BuildControls() {
     Optcurve[k] = new QRadioButton(curveCaptions[k], Frame2);
     Optcurve[k]->setObjectName(QString("Optcurve(%1)").arg(k));
   }
+  // The arrangement and the curve type are two separate choices within the one frame.
+  auto* arrangement = new QButtonGroup(Frame2);
+  arrangement->addButton(OptSer2);
+  arrangement->addButton(OptPar2);
+  auto* curve = new QButtonGroup(Frame2);
+  for (QRadioButton* option : Optcurve) curve->addButton(option);
   auto* fan = new QGridLayout(Frame2);
   fan->addWidget(FanCombo2, 0, 0, 1, 4);
   fan->addWidget(OptSer2, 1, 0);

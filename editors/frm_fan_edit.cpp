@@ -1,6 +1,7 @@
 // frmFanEdit: fan, count, arrangement and curve type of one airway.
 #include "editors/frm_fan_edit.h"
 
+#include <QButtonGroup>
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
@@ -47,6 +48,11 @@ FrmFanEdit::FrmFanEdit(Workspace& ws, int airway, QWidget* parent)
     OptCurveType[k]->setObjectName(QString("OptCurveType(%1)").arg(k));
     connect(OptCurveType[k], &QRadioButton::clicked, this, [this, k] { CurveTypeChosen(k); });
   }
+  auto* arrangement = new QButtonGroup(this);
+  arrangement->addButton(OptSer2);
+  arrangement->addButton(OptPar2);
+  auto* curve = new QButtonGroup(this);
+  for (QRadioButton* option : OptCurveType) curve->addButton(option);
   OptCurveType[fields_.CurveType]->setChecked(true);
   TxtVPart = new QLineEdit(QString::fromStdString(fields_.VPart), this);
   TxtVPart->setObjectName("TxtVPart");

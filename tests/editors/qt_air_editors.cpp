@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QPrinter>
 #include <QPushButton>
+#include <QRadioButton>
 #include <QtTest>
 
 #include "core/airway_values.h"
@@ -132,6 +133,9 @@ void AirEditorsTest::EditorCommitsAChangedWidth() {
   QCOMPARE(dialog.windowTitle(), QString("Airway Edit"));
   auto* width = Child<QLineEdit>(dialog, "TxtWidth");
   QCOMPARE(width->text(), QString("4.0"));
+  // The arrangement and the curve type are separate choices.
+  QVERIFY(Child<QRadioButton>(dialog, "OptPar2")->isChecked());
+  QVERIFY(Child<QRadioButton>(dialog, "Optcurve(0)")->isChecked());
   width->setText("6");
   QTest::mouseClick(Child<QPushButton>(dialog, "OK"), Qt::LeftButton);
   QVERIFY(dialog.Committed());
