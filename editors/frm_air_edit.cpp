@@ -532,8 +532,7 @@ void FrmAirEdit::SetMultipleMode() {
   CmdResetSekection->show();
   fields_.Touched = {};
   for (QWidget* w : touchOf_.keys()) w->setStyleSheet("background-color: palette(button);");
-  for (QWidget* w : {static_cast<QWidget*>(TxtMultiAir)})
-    w->setStyleSheet("background-color: palette(button);");
+  TxtMultiAir->setStyleSheet("background-color: palette(button);");
 }
 
 void FrmAirEdit::Touch(QWidget* widget) {
