@@ -29,6 +29,7 @@
 #include "app/rotator_button.h"
 #include "app/tool_palette.h"
 #include "app/view_mouse.h"
+#include "editors/frm_air_info.h"
 #include "files/lifecycle.h"
 
 namespace galeris {
@@ -319,6 +320,10 @@ FrmWindow* MainForm::NewViewWindow() {
             txtZ_->setText(z);
           });
   connect(mouse, &ViewMouse::StatusMessage, this, &MainForm::SetStatusText);
+  connect(mouse, &ViewMouse::InfoRequested, this, [this](int airway) {
+    ShowAirInfo(ws_, airway, this);
+    RedrawViews();
+  });
   connect(mouse, &ViewMouse::KeyPressed, this,
           [this, view](ViewKey key) { ViewKeyPressed(view, key); });
   connect(view, &FrmWindow::CaptionChanged, this, &MainForm::ViewCaptionChanged);

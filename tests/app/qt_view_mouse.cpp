@@ -1,10 +1,12 @@
 // The mouse tools and the keys as the frame wires them: clicks and drags in a view window reach
 // the tools, the keys of the dispatcher move the palette, F5 means Move in a view and the
 // simulation elsewhere, and loads fit the windows.
+#include <QApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMdiArea>
 #include <QMdiSubWindow>
+#include <QTimer>
 #include <QToolButton>
 #include <QtTest>
 #include <cmath>
@@ -174,7 +176,16 @@ void ViewMouseTest::InfoToolShowsTheReportRows() {
   QCOMPARE(shown.size(), static_cast<qsizetype>(rows.size()));
   for (std::size_t i = 0; i < rows.size(); ++i)
     QCOMPARE(shown[static_cast<qsizetype>(i)], QString::fromStdString(rows[i]));
+  // The release opens the airway info report on that airway.
+  QString opened;
+  QTimer::singleShot(0, [&opened] {
+    if (QWidget* modal = QApplication::activeModalWidget()) {
+      opened = modal->objectName();
+      modal->close();
+    }
+  });
   QTest::mouseRelease(frame.view, Qt::LeftButton, {}, pixel);
+  QCOMPARE(opened, QString("frmAirInfo"));
   QVERIFY(!report->isVisible());
 }
 

@@ -1,0 +1,46 @@
+// frmCoords ("Coordinate Entry"): a point typed while an airway is drawn or an end is moved.
+// The reading and checking of the boxes is core's ReadCoordEntry.
+#pragma once
+
+#include <QDialog>
+#include <array>
+#include <optional>
+
+#include "core/coord_entry.h"
+#include "core/workspace.h"
+
+class QCheckBox;
+class QComboBox;
+class QGroupBox;
+class QLineEdit;
+
+namespace galeris {
+
+// Opens the dialog modally on a point (SI); the typed point in SI, nothing on Cancel or on
+// a refused entry.
+std::optional<std::array<double, 3>> ShowCoords(Workspace& ws, double x, double y, double z,
+                                                QWidget* parent);
+
+class FrmCoords : public QDialog {
+  Q_OBJECT
+
+ public:
+  FrmCoords(Workspace& ws, const std::array<double, 3>& point, QWidget* parent = nullptr);
+  const std::optional<std::array<double, 3>>& EntryPoint() const { return entryPoint_; }
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void Accept();
+
+  Workspace& ws_;
+  std::optional<std::array<double, 3>> entryPoint_;
+  std::array<QLineEdit*, 3> absolute_{};  // TxtX, TxtY, TxtZ
+  std::array<QLineEdit*, 3> relative_{};  // TxtdX, TxtdY, TxtdZ
+  QGroupBox* relativeGroup_ = nullptr;
+  QComboBox* CmbRL = nullptr;
+  QCheckBox* ChkCopy = nullptr;
+};
+
+}  // namespace galeris
