@@ -129,7 +129,12 @@ TEST_F(Smoke, NothingToReleaseEndsSilently) {
   net.Quantity[At(a)] = 0;  // a source with no flow isn't released
   EXPECT_EQ(SimulateContaminant(ws).End, SpreadEnd::NoSource);
   EXPECT_TRUE(ui.MessageTexts().empty());
-  EXPECT_EQ(CheckContaminantSources(net).size(), 1u);
+  net.BranchCode[At(6)] |= Bit::ContaminantSource;  // the exhaust shaft leaves to the surface
+  const auto problems = CheckContaminantSources(net);
+  ASSERT_EQ(problems.size(), 2u);
+  const std::string reasons = problems[0].Reason + problems[1].Reason;
+  EXPECT_NE(reasons.find("no flow"), std::string::npos);
+  EXPECT_NE(reasons.find("surface"), std::string::npos);
 }
 
 TEST_F(Smoke, NoSolutionIsRefusedWithTheMessage) {
