@@ -110,15 +110,19 @@ void SpreadRounds(Workspace& ws, const SpreadDisplay& display, int& queueLength)
 
 // One mixing pass over the queue: each airway takes the flow-weighted concentration of its
 // inflows (plus its own source in fixed injection) and its arrival time from the inflow that
-// was reached first. Returns the largest change, or a negative value when an inflow that
-// carries the time has no velocity.
-double MixingPass(Workspace& ws, int queueLength) {
+// was reached first. An airway none of whose inflows moved since it was last worked out would
+// come to the same values, less than half a unit from its stored concentration, so it is
+// passed over: `stale` marks those whose inflows moved. Returns the largest change, or a
+// negative value when an inflow that carries the time has no velocity.
+double MixingPass(Workspace& ws, int queueLength, std::vector<char>& stale) {
   Network& net = ws.net;
   const float maxError = ws.defaults.MaxError;
   const double injection = ws.defaults.SmokeAddSource;
   double change = 0;
   for (int k = 1; k <= queueLength && !Cancelled(ws); ++k) {
     const int i = net.SmokeQueue[k];
+    if (!stale[i]) continue;
+    stale[i] = 0;
     int best = i;
     double sumQ = 0, sumC = 0;
     ForEachLink(net, i, kInflows, [&](int p) {
@@ -128,11 +132,17 @@ double MixingPass(Workspace& ws, int queueLength) {
     });
     const double c = sumQ > maxError ? sumC / std::fabs(sumQ) + injection * net.Contaminant[i] : 0;
     change = std::max(change, std::fabs(c - net.SmokeData[i][2]));
-    net.SmokeData[i][2] = ClippedConcentration(c);
-    if (net.SmokeTime[best] == kNeverReached || !(net.SmokeTime[i] > net.SmokeTime[best])) continue;
-    const double velocity = net.Quantity[best] / SmokeArea(net, best);
-    if (velocity == 0 || std::isnan(velocity)) return -1;
-    net.SmokeTime[i] = static_cast<float>(net.Length[best] / velocity + net.SmokeTime[best]);
+    const std::int16_t concentration = ClippedConcentration(c);
+    bool moved = concentration != net.SmokeData[i][2];
+    net.SmokeData[i][2] = concentration;
+    if (net.SmokeTime[best] != kNeverReached && net.SmokeTime[i] > net.SmokeTime[best]) {
+      const double velocity = net.Quantity[best] / SmokeArea(net, best);
+      if (velocity == 0 || std::isnan(velocity)) return -1;
+      const float time = static_cast<float>(net.Length[best] / velocity + net.SmokeTime[best]);
+      moved = moved || time != net.SmokeTime[i];
+      net.SmokeTime[i] = time;
+    }
+    if (moved) ForEachLink(net, i, kOutflows, [&stale](int j) { stale[j] = 1; });
   }
   return change;
 }
@@ -141,8 +151,9 @@ double MixingPass(Workspace& ws, int queueLength) {
 // accept the best guess. False when a pass failed.
 bool MixConcentrations(Workspace& ws, const SpreadDisplay& display, int queueLength, int& passes) {
   int sinceQuestion = 0;
+  std::vector<char> stale(static_cast<std::size_t>(ws.net.BranchCount) + 1, 1);
   for (;;) {
-    const double change = MixingPass(ws, queueLength);
+    const double change = MixingPass(ws, queueLength, stale);
     if (change < 0) return false;
     ++passes;
     if (display.ShowConvergence) display.ShowConvergence((1000.0 - change) / 1000.0);

@@ -2,6 +2,8 @@
 // the title note.
 #include "tools/network_commands.h"
 
+#include <algorithm>
+#include <cctype>
 #include <string>
 #include <unordered_map>
 #include <utility>
@@ -68,7 +70,50 @@ void ExchangeXY(Coord3& c) {
   std::swap(c[1], c[2]);
 }
 
+std::string Upper(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(),
+                 [](unsigned char c) { return static_cast<char>(std::toupper(c)); });
+  return text;
+}
+
+// Sorted as a list box sorts, ignoring case; adjacent equal rows then go.
+std::vector<std::string> SortedOnce(std::vector<std::string> names) {
+  std::stable_sort(names.begin(), names.end(),
+                   [](const std::string& a, const std::string& b) { return Upper(a) < Upper(b); });
+  names.erase(std::unique(names.begin(), names.end()), names.end());
+  return names;
+}
+
 }  // namespace
+
+std::vector<std::string> AirwayNameList(const Network& net) {
+  std::vector<std::string> names;
+  for (int i = 1; i <= net.BranchCount; ++i)
+    if (std::string name = Trim(net.BranchName[i].Trimmed()); !name.empty()) names.push_back(name);
+  return SortedOnce(std::move(names));
+}
+
+std::vector<std::string> NodeNameList(const Network& net) {
+  std::vector<std::string> names;
+  for (int i = 1; i <= net.BranchCount; ++i)
+    for (const Text40* end : {&net.EntryNodeName[i], &net.ExitNodeName[i]})
+      if (std::string name = Trim(end->Trimmed()); !name.empty()) names.push_back(name);
+  return SortedOnce(std::move(names));
+}
+
+int FindAirwayByName(const Network& net, const std::string& upperName) {
+  for (int i = 1; i <= net.BranchCount; ++i)
+    if (Upper(Trim(net.BranchName[i].Trimmed())) == upperName) return i;
+  return 0;
+}
+
+int FindAirwayByNodeName(const Network& net, const std::string& upperName) {
+  for (int i = 1; i <= net.BranchCount; ++i)
+    if (Upper(Trim(net.EntryNodeName[i].Trimmed())) == upperName ||
+        Upper(Trim(net.ExitNodeName[i].Trimmed())) == upperName)
+      return i;
+  return 0;
+}
 
 bool AutoNameAirways(Workspace& ws) {
   bool go = false;

@@ -4,6 +4,9 @@
 // redraws. Edits of airway records are journalled, one undo action per command.
 #pragma once
 
+#include <string>
+#include <vector>
+
 #include "core/workspace.h"
 
 namespace galeris {
@@ -40,5 +43,13 @@ bool ClearSmokeTracking(Workspace& ws);
 
 // "Title Note": the network's title from an input box. True when the title was changed.
 bool EditTitleNote(Workspace& ws);
+
+// The names in use, for the name lists: sorted without regard to case, each once.
+std::vector<std::string> AirwayNameList(const Network& net);
+std::vector<std::string> NodeNameList(const Network& net);
+// The first airway whose trimmed name, upper-cased, is upperName (at either end for a node
+// name); 0 for none.
+int FindAirwayByName(const Network& net, const std::string& upperName);
+int FindAirwayByNodeName(const Network& net, const std::string& upperName);
 
 }  // namespace galeris

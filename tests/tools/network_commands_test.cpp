@@ -178,6 +178,19 @@ TEST_F(Commands, TitleNote) {
   }
 }
 
+TEST_F(Commands, NameListsHoldEachNameOnceAndFindIt) {
+  Chain(4);
+  SetNames({"drive", "Adit", "drive", ""});
+  net.EntryNodeName[2] = "n1";
+  net.ExitNodeName[1] = "n1";
+  net.ExitNodeName[4] = "Top";
+  EXPECT_EQ(AirwayNameList(net), (std::vector<std::string>{"Adit", "drive"}));
+  EXPECT_EQ(NodeNameList(net), (std::vector<std::string>{"n1", "Top"}));
+  EXPECT_EQ(FindAirwayByName(net, "ADIT"), 2);
+  EXPECT_EQ(FindAirwayByNodeName(net, "TOP"), 4);
+  EXPECT_EQ(FindAirwayByName(net, "NONE"), 0);
+}
+
 // The summary: an intake of R 0.5, a fixed quantity of 200 Pa and a stalled fan, 10 m3/s.
 TEST_F(Commands, SummarySumsAgainstAHandCalculation) {
   ws.journal = nullptr;
