@@ -29,6 +29,7 @@ class FrmError;
 class FrmFileNote;
 class FrmHelp;
 class FrmWindow;
+class ToolCommands;
 class ToolPalette;
 
 inline constexpr int kMaxViewWindows = 5;
@@ -95,12 +96,15 @@ class MainForm : public QMainWindow {
   FrmHelp& HelpForm();
   QLabel& SimLabel() const { return *lblSim_; }
   bool CommandRunning() const { return ws_.sim.Running; }
+  // The contaminant and whole-network commands (main_form_tools.cpp).
+  ToolCommands& NetworkTools() const { return *toolCommands_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  friend class ToolCommands;
   void BuildMenus();
   void BuildFileMenu();
   void BuildEditMenu();
@@ -178,6 +182,7 @@ class MainForm : public QMainWindow {
   // and the mouse of every view window.
   CommandState commands_;
   ToolState tools_;
+  ToolCommands* toolCommands_ = nullptr;
 };
 
 }  // namespace galeris

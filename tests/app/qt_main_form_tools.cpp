@@ -1,0 +1,146 @@
+// The contaminant and whole-network commands of the frame on the example mine: the spread's
+// form, legend and data display, the refusal while a spread stands, clearing, the sourcing
+// form, a Tools entry, the title note, the summary and the name lists.
+#include <QAction>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QTimer>
+#include <QtTest>
+
+#include "app/frm_window.h"
+#include "app/main_form.h"
+#include "app/main_form_tools.h"
+#include "core/headless_ui.h"
+#include "editors/frm_smoke.h"
+#include "editors/frm_smoke_legend.h"
+#include "editors/frm_smoke_trace.h"
+#include "editors/frm_summary.h"
+#include "files/lifecycle.h"
+#include "tests/support/test_support.h"
+
+using namespace galeris;
+
+namespace {
+
+struct Frame {
+  explicit Frame(UiPort& ui) : ws(ui), form(ws) {
+    ws.paths = FindProgramPaths(QCoreApplication::applicationFilePath().toStdString());
+    form.SetFileChooser([](const FileDialogRequest&) { return QString(); });
+    form.Load("");
+    OpenNetwork(ws, test::SourcePath("examples/example_mine.sim"));
+    form.RunSimulationCommand(0);
+  }
+  int ViewSmokeState() { return form.CurrentView()->View().SmokeState; }
+  // The first airway with a flow, made a source.
+  int PlaceSource() {
+    for (int i = 1; i <= ws.net.BranchCount; ++i) {
+      if (ws.net.Quantity[i] > 1 && ws.net.EntryNodeId[i] != SurfaceKey) {
+        ws.net.BranchCode[i] |= Bit::ContaminantSource;
+        ws.net.Contaminant[i] = 1000;
+        return ws.net.AirwayNo[i];
+      }
+    }
+    return 0;
+  }
+  Workspace ws;
+  MainForm form;
+};
+
+// Presses Simulate on frmSmoke once it is open modally.
+void SimulateWhenShown(MainForm& form) {
+  QTimer::singleShot(0, &form, [&form] {
+    form.NetworkTools().SmokeForm().findChild<QPushButton*>("OK")->click();
+  });
+}
+
+}  // namespace
+
+class MainFormToolsTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void SpreadShowsTheLegendAndClearingEndsIt();
+  void SourcingShowsTheTrace();
+  void ToolsEntriesSummaryAndNameLists();
+};
+
+void MainFormToolsTest::SpreadShowsTheLegendAndClearingEndsIt() {
+  HeadlessUi ui;
+  Frame frame(ui);
+  QCOMPARE(frame.ws.net.NetworkBalanced, std::int16_t{-1});
+  QVERIFY(frame.PlaceSource() != 0);
+  const int dataType = frame.form.DataTypeCode();
+  SimulateWhenShown(frame.form);
+  frame.form.Action("mnuFire")->trigger();
+  FrmSmokeLegend* legend = frame.form.NetworkTools().Legend();
+  QVERIFY(legend && legend->isVisible());
+  QCOMPARE(frame.ViewSmokeState(), 1);
+  QCOMPARE(frame.form.DataTypeCode(), 55);
+  QCOMPARE(legend->SliderValue(), SliderRange(frame.ws.net));
+  QCOMPARE(legend->Legend()[0], SmokeMaximum(frame.ws.net));
+
+  legend->findChild<QSlider*>("Slider")->setValue(30);
+  QCOMPARE(frame.form.CurrentView()->View().SmokeLimit, 30.0f);
+
+  frame.form.Action("mnuFire")->trigger();
+  QVERIFY(ui.Said("Contaminant must be cleared before simulating"));
+
+  ui.QueueAnswer(MsgAnswer::No);  // the sources stay
+  frame.form.Action("mnuClrSmoke")->trigger();
+  QVERIFY(!legend->isVisible());
+  QCOMPARE(frame.ViewSmokeState(), 0);
+  QCOMPARE(frame.form.DataTypeCode(), dataType);
+  QVERIFY(std::all_of(frame.ws.net.SmokeData.begin() + 1,
+                      frame.ws.net.SmokeData.begin() + frame.ws.net.BranchCount + 1,
+                      [](const SmokePair& s) { return s[2] == 0; }));
+}
+
+void MainFormToolsTest::SourcingShowsTheTrace() {
+  HeadlessUi ui;
+  Frame frame(ui);
+  const int last = frame.ws.net.BranchCount;
+  frame.ws.net.SmokeData[last][1] = ReportPin::Smoke;
+  frame.form.Action("mnuTrace")->trigger();
+  FrmSmokeTrace* trace = frame.form.NetworkTools().Trace();
+  QVERIFY(trace && trace->isVisible());
+  QCOMPARE(frame.ViewSmokeState(), 2);
+  QCOMPARE(frame.ws.net.SmokeData[last][2], TraceState::Smoke);
+  trace->findChild<QPushButton*>("CmdSim")->click();
+  QCOMPARE(frame.ViewSmokeState(), 0);
+  frame.form.Action("mnuClrSources")->trigger();
+  QCOMPARE(frame.ws.net.SmokeData[last][1], std::int16_t{0});
+}
+
+void MainFormToolsTest::ToolsEntriesSummaryAndNameLists() {
+  HeadlessUi ui;
+  Frame frame(ui);
+  Network& net = frame.ws.net;
+  ui.QueueAnswer(MsgAnswer::Yes);
+  frame.form.Action("mnuFixL")->trigger();
+  QVERIFY(ui.Said("All lengths are now fixed"));
+  QVERIFY(net.BranchCode[net.BranchCount] & Bit::FixedLength);
+  QCOMPARE(frame.form.SimLabel().text(), QString("SIM"));
+
+  ui.QueueInput("Example, with a comma");
+  frame.form.Action("mnuComment")->trigger();
+  QVERIFY(ui.Said("Commas not allowed in comment !"));
+  ui.QueueInput("Example mine");
+  frame.form.Action("mnuComment")->trigger();
+  QCOMPARE(net.NetworkTitle, std::string("Example mine"));
+
+  frame.form.Action("mnuSummary")->trigger();
+  FrmSummary* summary = frame.form.NetworkTools().Summary();
+  QVERIFY(summary && summary->isVisible());
+  QCOMPARE(summary->findChild<QLabel*>("LblNA")->text(), QString::number(net.BranchCount));
+
+  net.BranchName[3] = "Main drive";
+  frame.form.Action("mnuFBName")->trigger();
+  auto* list = frame.form.findChild<QDialog*>("frmListAirNames")->findChild<QListWidget*>("List1");
+  const QList<QListWidgetItem*> rows = list->findItems("Main drive", Qt::MatchExactly);
+  QCOMPARE(rows.size(), 1);
+  emit list->itemClicked(rows.front());
+  QVERIFY(net.BranchCode[3] & Bit::Selected);
+}
+
+QTEST_MAIN(MainFormToolsTest)
+#include "qt_main_form_tools.moc"
