@@ -152,13 +152,13 @@ double MixingPass(Workspace& ws, int queueLength, std::vector<char>& stale) {
 bool MixConcentrations(Workspace& ws, const SpreadDisplay& display, int queueLength, int& passes) {
   int sinceQuestion = 0;
   std::vector<char> stale(static_cast<std::size_t>(ws.net.BranchCount) + 1, 1);
-  for (;;) {
+  while (!Cancelled(ws)) {
     const double change = MixingPass(ws, queueLength, stale);
     if (change < 0) return false;
     ++passes;
     if (display.ShowConvergence) display.ShowConvergence((1000.0 - change) / 1000.0);
     ws.ui.Yield();
-    if (change < 1 || Cancelled(ws)) return true;
+    if (change < 1) return true;
     if (++sinceQuestion >= kMixingPassesBeforeQuestion) {
       if (ws.ui.AskYesNo("There seems to be a problem converging flows - do you want to accept "
                          "the best guess ?",
@@ -167,6 +167,7 @@ bool MixConcentrations(Workspace& ws, const SpreadDisplay& display, int queueLen
       sinceQuestion = 0;
     }
   }
+  return true;
 }
 
 int CountReached(const Network& net) {

@@ -169,6 +169,18 @@ TEST_F(Smoke, RecirculationAsksEveryHundredPasses) {
               "best guess ?"));
 }
 
+TEST_F(Smoke, CancelKeepsWhatWasReached) {
+  const auto [a, b, c] = Junction(10, 10);
+  Source(a, 100);
+  ui.OnYield([this](int) { ws.sim.SimCancel = 255; });  // Cancel at the first yield
+  const SpreadResult r = SimulateContaminant(ws);
+  EXPECT_EQ(r.End, SpreadEnd::Finished);
+  EXPECT_EQ(r.MixingPasses, 0);
+  EXPECT_EQ(Concentration(a), 100);
+  EXPECT_EQ(Concentration(c), 1);  // reached by the spread, never mixed
+  (void)b;
+}
+
 TEST_F(Smoke, SliderRangeLegendAndTime) {
   Junction(10, 10);
   for (int i = 1; i <= net.BranchCount; ++i) net.SmokeTime[i] = kNeverReached;
