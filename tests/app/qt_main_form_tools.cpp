@@ -32,27 +32,9 @@ struct Frame {
     form.RunSimulationCommand(0);
   }
   int ViewSmokeState() { return form.CurrentView()->View().SmokeState; }
-  // The first airway with a flow, made a source.
-  int PlaceSource() {
-    for (int i = 1; i <= ws.net.BranchCount; ++i) {
-      if (ws.net.Quantity[i] > 1 && ws.net.EntryNodeId[i] != SurfaceKey) {
-        ws.net.BranchCode[i] |= Bit::ContaminantSource;
-        ws.net.Contaminant[i] = 1000;
-        return ws.net.AirwayNo[i];
-      }
-    }
-    return 0;
-  }
   Workspace ws;
   MainForm form;
 };
-
-// Presses Simulate on frmSmoke once it is open modally.
-void SimulateWhenShown(MainForm& form) {
-  QTimer::singleShot(0, &form, [&form] {
-    form.NetworkTools().SmokeForm().findChild<QPushButton*>("OK")->click();
-  });
-}
 
 }  // namespace
 
@@ -67,17 +49,21 @@ class MainFormToolsTest : public QObject {
 void MainFormToolsTest::SpreadShowsTheLegendAndClearingEndsIt() {
   HeadlessUi ui;
   Frame frame(ui);
-  QCOMPARE(frame.ws.net.NetworkBalanced, std::int16_t{-1});
-  QVERIFY(frame.PlaceSource() != 0);
+  Network& net = frame.ws.net;
+  net.BranchCode[5] |= Bit::ContaminantSource;
+  net.Contaminant[5] = 1000;
   const int dataType = frame.form.DataTypeCode();
-  SimulateWhenShown(frame.form);
+  QTimer::singleShot(0, &frame.form, [&frame] {  // Simulate, once frmSmoke is open modally
+    frame.form.NetworkTools().SmokeForm().findChild<QPushButton*>("OK")->click();
+  });
   frame.form.Action("mnuFire")->trigger();
   FrmSmokeLegend* legend = frame.form.NetworkTools().Legend();
   QVERIFY(legend && legend->isVisible());
   QCOMPARE(frame.ViewSmokeState(), 1);
   QCOMPARE(frame.form.DataTypeCode(), 55);
-  QCOMPARE(legend->SliderValue(), SliderRange(frame.ws.net));
-  QCOMPARE(legend->Legend()[0], SmokeMaximum(frame.ws.net));
+  QCOMPARE(legend->SliderValue(), SliderRange(net));
+  QCOMPARE(legend->Legend()[0], SmokeMaximum(net));
+  QVERIFY(SmokeMaximum(net) > 0);
 
   legend->findChild<QSlider*>("Slider")->setValue(30);
   QCOMPARE(frame.form.CurrentView()->View().SmokeLimit, 30.0f);
@@ -90,9 +76,7 @@ void MainFormToolsTest::SpreadShowsTheLegendAndClearingEndsIt() {
   QVERIFY(!legend->isVisible());
   QCOMPARE(frame.ViewSmokeState(), 0);
   QCOMPARE(frame.form.DataTypeCode(), dataType);
-  QVERIFY(std::all_of(frame.ws.net.SmokeData.begin() + 1,
-                      frame.ws.net.SmokeData.begin() + frame.ws.net.BranchCount + 1,
-                      [](const SmokePair& s) { return s[2] == 0; }));
+  QCOMPARE(SmokeMaximum(net), 0.0f);
 }
 
 void MainFormToolsTest::SourcingShowsTheTrace() {
@@ -121,9 +105,6 @@ void MainFormToolsTest::ToolsEntriesSummaryAndNameLists() {
   QVERIFY(net.BranchCode[net.BranchCount] & Bit::FixedLength);
   QCOMPARE(frame.form.SimLabel().text(), QString("SIM"));
 
-  ui.QueueInput("Example, with a comma");
-  frame.form.Action("mnuComment")->trigger();
-  QVERIFY(ui.Said("Commas not allowed in comment !"));
   ui.QueueInput("Example mine");
   frame.form.Action("mnuComment")->trigger();
   QCOMPARE(net.NetworkTitle, std::string("Example mine"));

@@ -1,7 +1,6 @@
 // The spread legend's wiring: digits only in the legend boxes, the slider's time and limit,
 // the Clear Smoke / Show Smoke toggle and the question of Clear Sources.
 #include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -42,18 +41,13 @@ void FrmSmokeLegendTest::ControlsAreWired() {
   auto* clear = legend.findChild<QPushButton*>("CmdClearS");
   QSignalSpy cleared(&legend, &FrmSmokeLegend::ClearSmokeClicked);
   clear->click();
-  QCOMPARE(clear->text(), QString("Show Smoke"));
+  QVERIFY(clear->text() == "Show Smoke" && cleared.count() == 1);
   QVERIFY(!legend.findChild<QGroupBox*>("frmLegend")->isEnabled());
-  QCOMPARE(cleared.count(), 1);
 
-  auto* sources = legend.findChild<QPushButton*>("CmdClearSources");
-  ui.QueueAnswer(MsgAnswer::No);
-  sources->click();
-  QVERIFY(ws.net.BranchCode[source] & Bit::ContaminantSource);
   ui.QueueAnswer(MsgAnswer::Yes);
-  sources->click();
+  legend.findChild<QPushButton*>("CmdClearSources")->click();
   QVERIFY(ui.Said("Clear contaminant sources ?"));
-  QCOMPARE(ws.net.Contaminant[source], 0.0f);
+  QVERIFY(ws.net.Contaminant[source] == 0 && !(ws.net.BranchCode[source] & Bit::ContaminantSource));
 }
 
 QTEST_MAIN(FrmSmokeLegendTest)
