@@ -3,6 +3,7 @@
 // form, a Tools entry, the title note, the summary and the name lists.
 #include <QAction>
 #include <QLabel>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTimer>
@@ -53,9 +54,10 @@ void MainFormToolsTest::SpreadShowsTheLegendAndClearingEndsIt() {
   net.BranchCode[5] |= Bit::ContaminantSource;
   net.Contaminant[5] = 1000;
   const int dataType = frame.form.DataTypeCode();
-  QTimer::singleShot(0, &frame.form, [&frame] {  // Simulate, once frmSmoke is open modally
+  const auto simulate = [&frame] {  // Simulate, once frmSmoke is open modally
     frame.form.NetworkTools().SmokeForm().findChild<QPushButton*>("OK")->click();
-  });
+  };
+  QTimer::singleShot(0, &frame.form, simulate);
   frame.form.Action("mnuFire")->trigger();
   FrmSmokeLegend* legend = frame.form.NetworkTools().Legend();
   QVERIFY(legend && legend->isVisible());
@@ -65,11 +67,19 @@ void MainFormToolsTest::SpreadShowsTheLegendAndClearingEndsIt() {
   QCOMPARE(legend->Legend()[0], SmokeMaximum(net));
   QVERIFY(SmokeMaximum(net) > 0);
 
-  legend->findChild<QSlider*>("Slider")->setValue(30);
-  QCOMPARE(frame.form.CurrentView()->View().SmokeLimit, 30.0f);
-
   frame.form.Action("mnuFire")->trigger();
   QVERIFY(ui.Said("Contaminant must be cleared before simulating"));
+  legend->findChild<QSlider*>("Slider")->setValue(0);  // the limit is at least 1 second
+  QCOMPARE(frame.form.CurrentView()->View().SmokeLimit, 1.0f);
+  auto* box = legend->findChild<QLineEdit*>("Percent(2)");
+  box->clear();
+  QTest::keyClicks(box, "12a3");
+  QCOMPARE(box->text(), QString("123"));
+  legend->findChild<QPushButton*>("CmdClearS")->click();
+  QCOMPARE(frame.ViewSmokeState(), 0);
+  QTimer::singleShot(0, &frame.form, simulate);
+  legend->findChild<QPushButton*>("CmdClearS")->click();  // "Show Smoke" runs the spread again
+  QCOMPARE(frame.ViewSmokeState(), 1);
 
   ui.QueueAnswer(MsgAnswer::No);  // the sources stay
   frame.form.Action("mnuClrSmoke")->trigger();
