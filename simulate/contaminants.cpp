@@ -95,6 +95,8 @@ void SpreadRounds(Workspace& ws, const SpreadDisplay& display, int& queueLength)
       ++visited;
       ForEachLink(net, i, kOutflows, [&](int j) {
         if (net.SmokeData[j][2] != 0 || !(std::fabs(net.Quantity[j]) > maxError)) return;
+        // A fixed-injection source that rounds to 0 is queued already: the queue stays in bounds.
+        if (queueLength + 1 >= static_cast<int>(net.SmokeQueue.size())) return;
         net.SmokeData[j][2] = 1;
         net.SmokeQueue[++queueLength] = static_cast<std::int16_t>(j);
         ++spread;
