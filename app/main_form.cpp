@@ -25,6 +25,7 @@
 #include "app/frm_file_note.h"
 #include "app/frm_help.h"
 #include "app/frm_window.h"
+#include "app/main_form_tools.h"
 #include "app/recent_files.h"
 #include "app/rotator_button.h"
 #include "app/tool_palette.h"
@@ -49,6 +50,7 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
   BuildMenus();
   BuildToolbars();
   BuildStatusBar();
+  toolCommands_ = new ToolCommands(*this);
   autosave_ = new QTimer(this);
   autosave_->setObjectName("Autosave");
   connect(autosave_, &QTimer::timeout, this, &MainForm::AutosaveTimerTick);
@@ -389,6 +391,12 @@ void MainForm::CarryOut(const CommandResult& result, FrmWindow* view) {
       break;
     case CommandOperation::UpdateScreen:
       RedrawViews();
+      break;
+    case CommandOperation::ContaminantSimulation:
+      toolCommands_->RunSpread();
+      break;
+    case CommandOperation::SmokeSourcing:
+      toolCommands_->SourcingSimulation();
       break;
     case CommandOperation::None:
     case CommandOperation::Fit:

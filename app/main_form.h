@@ -32,6 +32,7 @@ class FrmError;
 class FrmFileNote;
 class FrmHelp;
 class FrmWindow;
+class ToolCommands;
 class ToolPalette;
 
 inline constexpr int kMaxViewWindows = 5;
@@ -107,12 +108,15 @@ class MainForm : public QMainWindow {
   FrmHelp& HelpForm();
   QLabel& SimLabel() const { return *lblSim_; }
   bool CommandRunning() const { return ws_.sim.Running; }
+  // The contaminant and whole-network commands (main_form_tools.cpp).
+  ToolCommands& NetworkTools() const { return *toolCommands_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  friend class ToolCommands;
   void BuildMenus();
   void BuildFileMenu();
   void BuildEditMenu();
@@ -194,6 +198,7 @@ class MainForm : public QMainWindow {
   UndoFile undo_{ws_};
   QtEditDialogs dialogs_{ws_, this};
   bool refreshDue_ = false;  // a change of the network waits for the windows to follow
+  ToolCommands* toolCommands_ = nullptr;
 };
 
 }  // namespace galeris

@@ -22,7 +22,8 @@ inline constexpr Key SurfaceKey = 900000000000000 * kKeyScale;  // the one surfa
 inline constexpr int kAirwayLoopLimit = 32767;  // airway loops run on 16-bit counters
 inline constexpr int kMaxLevels = 250;
 inline constexpr int kMaxViews = 110;
-inline constexpr int kViewItems = 27;
+inline constexpr int kViewItems = 27;      // the items a view line of the file holds
+inline constexpr int kViewSlotItems = 28;  // item 28, the legend's animation time, stays in memory
 inline constexpr int kViewCodes = 5;
 inline constexpr int kPrimaryLayers = 16;
 inline constexpr int kSecondLayers = 48;
@@ -122,7 +123,7 @@ struct Network {
 
   // Saved views 0..110; view 0 is the start-up view.
   std::vector<std::string> ViewName;
-  std::vector<std::array<float, kViewItems + 1>> ViewValue;  // items 1..27
+  std::vector<std::array<float, kViewSlotItems + 1>> ViewValue;  // items 1..28
   std::vector<std::array<Key, kViewCodes + 1>> ViewCode;     // items 1..5
 
   // Layers; show is -1 displayed, 0 hidden.

@@ -64,7 +64,7 @@ void ClearNetwork(Workspace& ws) {
   Network& net = ws.net;
   // The five permanent views belong to the settings, not to the network: they outlive it.
   std::array<std::string, kPermanentViews + 1> names;
-  std::array<std::array<float, kViewItems + 1>, kPermanentViews + 1> values;
+  std::array<std::array<float, kViewSlotItems + 1>, kPermanentViews + 1> values;
   std::array<std::array<Key, kViewCodes + 1>, kPermanentViews + 1> codes;
   for (int v = 1; v <= kPermanentViews; ++v) {
     names[v] = net.ViewName[v];

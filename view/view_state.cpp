@@ -600,6 +600,7 @@ void SaveViewSlot(Workspace& ws, const ViewState& view, int slot) {
   v[25] = static_cast<float>(view.Pivot[3]);
   v[26] = view.PivotState;
   v[27] = view.WorkingRL;
+  v[28] = view.SmokeLimit;
   auto& c = net.ViewCode[slot];
   c[1] = LayerMaskOf(net.SecondLayerShow, 25, 48);
   c[2] = LayerMaskOf(net.PrimaryLayerShow, 1, 16);
@@ -645,6 +646,7 @@ void LoadViewSlot(Workspace& ws, ViewState& view, int slot) {
       view.Pivot = {0, Whole(v[23]), Whole(v[24]), Whole(v[25])};
       view.PivotState = static_cast<std::int16_t>(pivotState);
       if (v[27] != 0) view.WorkingRL = v[27];
+      if (v[28] != 0) view.SmokeLimit = v[28];
       const auto& c = net.ViewCode[slot];
       ShowLayersFromMask(net.SecondLayerShow, 25, 48, c[1]);
       ShowLayersFromMask(net.PrimaryLayerShow, 1, 16, c[2]);

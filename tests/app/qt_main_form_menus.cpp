@@ -101,13 +101,15 @@ void MainFormMenusTest::OnlyWorkingEntriesAreEnabled() {
   HeadlessUi ui;
   Frame frame(ui);
   for (const char* name :
-       {"mnuNewFile", "mnuOpenFile", "mnuMergeFile", "mnuSaveFile", "mnuSaveAs", "mnuExecute",
-        "mnnuNonConverge", "mnuProblems", "mnuRemoveRedund", "mnuFindResFans", "mnuDupAir",
-        "mnuResetAirflows", "mnuMessage", "mnuNewWindow", "mnuExit", "mnuFit", "mnuSaveView",
-        "mnuchecknumbers", "mnuExportPicture"})
+       {"mnuNewFile", "mnuOpenFile",      "mnuMergeFile",    "mnuSaveFile",      "mnuSaveAs",
+        "mnuExecute", "mnnuNonConverge",  "mnuProblems",     "mnuRemoveRedund",  "mnuFindResFans",
+        "mnuDupAir",  "mnuResetAirflows", "mnuMessage",      "mnuNewWindow",     "mnuExit",
+        "mnuFit",     "mnuSaveView",      "mnuchecknumbers", "mnuExportPicture", "mnuFire",
+        "mnuTrace",   "mnuClrSmoke",      "mnuClrSources",   "mnuAutoName",      "mnuAutoNodes",
+        "mnuFixL",    "mnuUnFixL",        "mnuResetAir",     "mnuRevCoord",      "mnuReverse",
+        "mnuremdup",  "mnuRmvFlow",       "mnuComment",      "mnuFBName",        "mnuFNName"})
     QVERIFY2(frame.form.Action(name)->isEnabled(), name);
-  for (const char* name : {"mnuFire", "mnuTrace", "mnuAutoName", "mnuSimp", "mnuRemote",
-                           "mnuDXFTrue", "mnuFreeze", "mnuUndo"})
+  for (const char* name : {"mnuSimp", "mnuRemote", "mnuDXFTrue", "mnuFreeze", "mnuUndo"})
     QVERIFY2(!frame.form.Action(name)->isEnabled(), name);
 }
 

@@ -1,0 +1,30 @@
+// frmSummary ("Network Summary"): the network's totals, worked out when the form opens; OK
+// closes it and Prnter prints it.
+#pragma once
+
+#include <QDialog>
+#include <functional>
+
+#include "core/workspace.h"
+
+class QGridLayout;
+
+namespace galeris {
+
+class FrmSummary : public QDialog {
+  Q_OBJECT
+ public:
+  FrmSummary(Workspace& ws, QWidget* parent = nullptr);
+
+  // Works the sums out again and fills the labels.
+  void Refresh();
+  // Prnter: the owner prints the form (a print dialog on the desktop).
+  void OnPrint(std::function<void(QWidget&)> print) { print_ = std::move(print); }
+
+ private:
+  Workspace& ws_;
+  QGridLayout* grid_;
+  std::function<void(QWidget&)> print_;
+};
+
+}  // namespace galeris
