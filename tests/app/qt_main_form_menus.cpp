@@ -104,10 +104,11 @@ void MainFormMenusTest::OnlyWorkingEntriesAreEnabled() {
        {"mnuNewFile", "mnuOpenFile", "mnuMergeFile", "mnuSaveFile", "mnuSaveAs", "mnuExecute",
         "mnnuNonConverge", "mnuProblems", "mnuRemoveRedund", "mnuFindResFans", "mnuDupAir",
         "mnuResetAirflows", "mnuMessage", "mnuNewWindow", "mnuExit", "mnuFit", "mnuSaveView",
-        "mnuchecknumbers", "mnuExportPicture"})
+        "mnuchecknumbers", "mnuExportPicture", "mnuImportData", "mnuExportData", "mnuDXFTrue",
+        "MnuDXFScreen"})
     QVERIFY2(frame.form.Action(name)->isEnabled(), name);
   for (const char* name : {"mnuFire", "mnuTrace", "mnuAutoName", "mnuSimp", "mnuRemote",
-                           "mnuDXFTrue", "mnuFreeze", "mnuUndo"})
+                           "mnuFreeze", "mnuUndo"})
     QVERIFY2(!frame.form.Action(name)->isEnabled(), name);
 }
 
