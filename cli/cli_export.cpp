@@ -21,8 +21,7 @@ std::string Lower(std::string text) {
 }
 
 bool EndsWith(const std::string& text, const std::string& ending) {
-  return text.size() > ending.size() &&
-         Lower(text.substr(text.size() - ending.size())) == ending;
+  return text.size() > ending.size() && Lower(text.substr(text.size() - ending.size())) == ending;
 }
 
 // A saved view by its name, its bare name after "n. " or its slot number; 0 when none.
@@ -42,8 +41,7 @@ int RunExport(CliContext& c) {
   const std::string output = TakeOption(c.args, "-o");
   const std::string viewName = TakeOption(c.args, "--screen");
   const bool dxf = EndsWith(output, ".dxf");
-  if (c.args.size() != 1 || (!dxf && !EndsWith(output, ".txt")) ||
-      (!dxf && !viewName.empty())) {
+  if (c.args.size() != 1 || (!dxf && !EndsWith(output, ".txt")) || (!dxf && !viewName.empty())) {
     c.err << kUsage;
     return kExitBadInput;
   }

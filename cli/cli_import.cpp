@@ -59,11 +59,13 @@ int RunImport(CliContext& c) {
     choices.Merge = true;
   }
   switch (ImportFile(c.ws, c.args[0], choices)) {
-    case ImportOutcome::Refused: return kExitBadInput;
+    case ImportOutcome::Refused:
+      return kExitBadInput;
     case ImportOutcome::Abandoned:
       c.err << "galeris-sim: the import of " << c.args[0] << " was stopped\n";
       return kExitFailed;
-    case ImportOutcome::Done: break;
+    case ImportOutcome::Done:
+      break;
   }
   c.ws.net.FileName = output;
   if (!SaveNetwork(c.ws)) {

@@ -106,13 +106,26 @@ class DxfScanner {
       const int group = ReadGroup();
       if (group == 0) break;
       switch (group) {
-        case 10: run_.Coordinate(value_, a[1]); break;
-        case 20: run_.Coordinate(value_, a[2]); break;
-        case 30: run_.Coordinate(value_, a[3]); break;
-        case 11: run_.Coordinate(value_, b[1]); break;
-        case 21: run_.Coordinate(value_, b[2]); break;
-        case 31: run_.Coordinate(value_, b[3]); break;
-        default: break;
+        case 10:
+          run_.Coordinate(value_, a[1]);
+          break;
+        case 20:
+          run_.Coordinate(value_, a[2]);
+          break;
+        case 30:
+          run_.Coordinate(value_, a[3]);
+          break;
+        case 11:
+          run_.Coordinate(value_, b[1]);
+          break;
+        case 21:
+          run_.Coordinate(value_, b[2]);
+          break;
+        case 31:
+          run_.Coordinate(value_, b[3]);
+          break;
+        default:
+          break;
       }
       if (threeD && group == 31) {
         NextAirway();
@@ -163,9 +176,13 @@ class DxfScanner {
     int group = 0;
     while ((group = ReadGroup()) != 0) {
       switch (group) {
-        case 90: remaining = static_cast<int>(Val(value_)); break;
+        case 90:
+          remaining = static_cast<int>(Val(value_));
+          break;
         case 30:
-        case 38: run_.Coordinate(value_, elevation); break;
+        case 38:
+          run_.Coordinate(value_, elevation);
+          break;
         case 10:
           if (remaining == 0) break;
           if (remaining > 0) --remaining;
@@ -175,7 +192,8 @@ class DxfScanner {
         case 20:
           if (!points.empty()) run_.Coordinate(value_, points.back()[1]);
           break;
-        default: break;
+        default:
+          break;
       }
     }
     StartAirway();

@@ -15,11 +15,11 @@ namespace galeris {
 
 // The controls of frmImport, as the import reads them.
 struct ImportChoices {
-  bool Merge = false;        // ChkMerge: new airways go behind the existing ones
-  bool BuildLevels = false;  // ChkRL: one level per distinct exit height, else "Import Level"
-  bool RetainDrive = false;  // ChkRDrive: a drive keeps the resistance read from the file
-  bool RetainRaise = false;  // ChkRRaise: a raise keeps the resistance read from the file
-  bool CommonSize = false;   // ChkSize: raises get the drive size too
+  bool Merge = false;              // ChkMerge: new airways go behind the existing ones
+  bool BuildLevels = false;        // ChkRL: one level per distinct exit height, else "Import Level"
+  bool RetainDrive = false;        // ChkRDrive: a drive keeps the resistance read from the file
+  bool RetainRaise = false;        // ChkRRaise: a raise keeps the resistance read from the file
+  bool CommonSize = false;         // ChkSize: raises get the drive size too
   std::array<double, 3> Offset{};  // TxtXOffset, TxtYOffset, TxtZOffset in display units
   std::array<bool, 3> Negate{};    // NegX, NegY, NegZ: applied after the offset
   std::int16_t PrimaryLayer = 1;   // the current default layers

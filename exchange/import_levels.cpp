@@ -37,9 +37,8 @@ void SortLevels(Network& net) {
     }
   }
   int count = 0;
-  while (count < kLastLevel &&
-         !(net.RLName[count + 1].empty() && net.RLBound[count + 1][1] == 0 &&
-           net.RLBound[count + 1][2] == 0))
+  while (count < kLastLevel && !(net.RLName[count + 1].empty() && net.RLBound[count + 1][1] == 0 &&
+                                 net.RLBound[count + 1][2] == 0))
     ++count;
   if (count < 2 && net.RLName[1].empty()) {
     net.RLName[1] = "SURFACE";
@@ -94,7 +93,8 @@ void BuildLevelPerHeight(Workspace& ws, bool merge) {
   }
   SortLevels(net);
   for (int level = 2; level <= kLastLevel; ++level) {
-    if (!net.RLName[level].empty()) net.RLName[level] = "Level" + std::to_string(net.RLBound[level][1]);
+    if (!net.RLName[level].empty())
+      net.RLName[level] = "Level" + std::to_string(net.RLBound[level][1]);
   }
   if (net.RLBound[1][1] == kZeroHeld) net.RLBound[1] = {};
   if (ws.ui.AskYesNo("Place highest RL data on surface level?", "Surface Level")) {

@@ -17,8 +17,8 @@ constexpr const char* kCrLf = "\r\n";
 
 void AppendFixed(std::string& out, double value, int decimals) {
   char buffer[64];
-  const auto r = std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed,
-                               decimals);
+  const auto r =
+      std::to_chars(buffer, buffer + sizeof buffer, value, std::chars_format::fixed, decimals);
   std::string_view text(buffer, static_cast<std::size_t>(r.ptr - buffer));
   if (text.find_first_not_of("-0.") == std::string_view::npos && text.front() == '-')
     text.remove_prefix(1);  // no "-0.0"
@@ -109,8 +109,7 @@ int ReadTextAirways(ImportRun& run, const std::string& path) {
       run.Coordinate(f[axis + 3], net.Coord2[position][axis]);
     }
     net.Quantity[position] = static_cast<float>(FromDisplay(units, Val(f[7]), Unit::Quantity));
-    net.Resistance[position] =
-        static_cast<float>(FromDisplay(units, Val(f[8]), Unit::Resistance));
+    net.Resistance[position] = static_cast<float>(FromDisplay(units, Val(f[8]), Unit::Resistance));
     run.Short(Val(f[9]), net.FanNumber[position]);
     run.Short(Val(f[10]), net.NoOfFans[position]);
     net.BranchName[position] = TrimBlanks(f[11]);

@@ -2,6 +2,7 @@
 // drives, and hand-made drawings.
 #pragma once
 
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -55,10 +56,11 @@ inline void ExpectSameAirways(const Network& expected, const Network& actual) {
   }
 }
 
-// Group codes and values, one a line, CR LF ended.
-inline std::string DxfOf(const std::vector<std::string>& items) {
-  std::string out;
-  for (const std::string& item : items) out += item + "\r\n";
+// Group codes and values written blank-separated, made one a line, CR LF ended.
+inline std::string DxfOf(const std::string& items) {
+  std::istringstream in(items);
+  std::string out, item;
+  while (in >> item) out += item + "\r\n";
   return out;
 }
 
@@ -66,8 +68,10 @@ inline std::string WithLineEnds(const std::string& crlf, const std::string& endi
   std::string out;
   for (char c : crlf) {
     if (c == '\r') continue;
-    if (c == '\n') out += ending;
-    else out += c;
+    if (c == '\n')
+      out += ending;
+    else
+      out += c;
   }
   return out;
 }

@@ -67,8 +67,8 @@ TEST_F(ExchangeFixture, CleanUpOfEachNewAirway) {
       {"1\t0\t0\t1\t0\t50\t0\t0.5", common, d.DefaultHeight, d.DefaultWidth, Bit::Rectangular, 0},
       {"1\t0\t0\t10\t0\t0\t0\t0.5\t3\t1", retainDrive, d.DefaultHeight, d.DefaultWidth,
        Bit::Rectangular | Bit::FansInSeries, kUserGiven},
-      {"1\t0\t0\t10\t0\t0\t0\t0.5", retainRaise, d.DefaultHeight, d.DefaultWidth,
-       Bit::Rectangular, 0},
+      {"1\t0\t0\t10\t0\t0\t0\t0.5", retainRaise, d.DefaultHeight, d.DefaultWidth, Bit::Rectangular,
+       0},
   };
   for (const Case& c : cases) {
     WriteFile(dir + "one.txt", std::string(kTextExportHeads) + "\r\n" + c.line + "\r\n");
@@ -98,16 +98,14 @@ TEST_F(ExchangeFixture, CoordinatesAreClampedOnceAndShiftedBeforeNegation) {
 }
 
 TEST_F(ExchangeFixture, DxfEntitiesAndLineEnds) {
-  const std::string drawing = DxfOf({
-      "0", "SECTION", "2", "ENTITIES",
-      "0", "LINE", "8", "A", "10", "1", "20", "2", "30", "3", "11", "4", "21", "5", "31", "6",
-      "0", "3DLINE", "10", "7", "20", "7", "30", "7", "11", "8", "21", "8", "31", "8",
-      "0", "POLYLINE", "66", "1", "70", "8",
-      "0", "VERTEX", "10", "0", "20", "0", "30", "-5", "0", "VERTEX", "10", "10", "20", "0",
-      "30", "-5", "0", "VERTEX", "10", "10", "20", "10", "30", "-6", "0", "SEQEND",
-      "0", "LWPOLYLINE", "90", "4", "38", "-50", "10", "0", "20", "0", "10", "5", "20", "0",
-      "10", "5", "20", "5", "10", "0", "20", "5",
-      "0", "ENDSEC", "0", "EOF"});
+  const std::string drawing = DxfOf(
+      "0 SECTION 2 ENTITIES "
+      "0 LINE 8 A 10 1 20 2 30 3 11 4 21 5 31 6 "
+      "0 3DLINE 10 7 20 7 30 7 11 8 21 8 31 8 "
+      "0 POLYLINE 66 1 70 8 "
+      "0 VERTEX 10 0 20 0 30 -5 0 VERTEX 10 10 20 0 30 -5 0 VERTEX 10 10 20 10 30 -6 0 SEQEND "
+      "0 LWPOLYLINE 90 4 38 -50 10 0 20 0 10 5 20 0 10 5 20 5 10 0 20 5 "
+      "0 ENDSEC 0 EOF");
   for (const char* ending : {"\n", "\r\n"}) {
     std::filesystem::remove(dir + "tmp.dat");
     WriteFile(dir + "d.dxf", WithLineEnds(drawing, ending));
@@ -160,8 +158,7 @@ TEST_F(ExchangeFixture, BadFilesLeaveTheNetworkOrSayWhy) {
       {"missing.txt", "", ImportOutcome::Refused, "ERROR 53: That file doesn't exist."},
       {"plan.dwg", "x", ImportOutcome::Refused, kMsgUnknownImportType},
       {"empty.dxf", "", ImportOutcome::Refused, kMsgImportFileEmpty},
-      {"binary.txt", std::string("\x7f" "ELF\0\0\x01", 7), ImportOutcome::Refused,
-       kMsgImportNotText},
+      {"binary.txt", std::string("ELF\0\0\x01", 6), ImportOutcome::Refused, kMsgImportNotText},
       {"big.txt", heads + "-1e12\t0\t0\t1\t1\t1\r\n", ImportOutcome::Abandoned, kMsgImportError},
       {"code.dxf", "0\r\nLINE\r\nten\r\n1\r\n", ImportOutcome::Abandoned, kMsgImportError},
   };
@@ -182,18 +179,17 @@ TEST_F(ExchangeFixture, BadFilesLeaveTheNetworkOrSayWhy) {
   // A drawing cut inside an entity keeps the entities before it; a bad group code answered
   // Yes is passed over.
   ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
-  WriteFile(dir + "cut.dxf", DxfOf({"0", "LINE", "10", "1", "11", "2", "0", "LINE", "10", "5",
-                                    "X", "?", "11"}));
+  WriteFile(dir + "cut.dxf", DxfOf("0 LINE 10 1 11 2 0 LINE 10 5 X ? 11"));
   EXPECT_EQ(ImportFile(ws, dir + "cut.dxf", {}), ImportOutcome::Done);
   EXPECT_EQ(ws.net.BranchCount, 1);
 
   // More airways than the store holds: the DXF reader stops one short of the capacity.
   ws.net.MaxAirways = 50;
   ResizeStore(ws.net);
-  std::vector<std::string> many;
+  std::string many;
   for (int k = 1; k <= 60; ++k) {
     const std::string y = std::to_string(k);
-    many.insert(many.end(), {"0", "LINE", "10", "0", "20", y, "11", "1", "21", y});
+    many += "0 LINE 10 0 20 " + y + " 11 1 21 " + y + " ";
   }
   WriteFile(dir + "many.dxf", DxfOf(many));
   ui.ClearRecords();

@@ -18,13 +18,13 @@ namespace {
 ::testing::AssertionResult RunPython(const std::string& dir, const std::string& script,
                                      std::string& output) {
   test::WriteFile(dir + "script.py", "import ezdxf, sys\nfolder = sys.argv[1]\n" + script);
-  const std::string command = "/usr/bin/python3 '" + dir + "script.py' '" + dir + "' >'" + dir +
-                              "py.out' 2>&1";
+  const std::string command =
+      "/usr/bin/python3 '" + dir + "script.py' '" + dir + "' >'" + dir + "py.out' 2>&1";
   const int status = std::system(command.c_str());
   output = test::ReadFile(dir + "py.out");
   if (status != 0) {
-    return ::testing::AssertionFailure()
-           << "python3-ezdxf is needed (scripts/setup installs it):\n" << output;
+    return ::testing::AssertionFailure() << "python3-ezdxf is needed (scripts/setup installs it):\n"
+                                         << output;
   }
   return ::testing::AssertionSuccess();
 }
@@ -43,7 +43,8 @@ for version in ("R12", "R2000"):
     text = open(f"{folder}{version}_lf.dxf", newline="").read()
     assert "\r" not in text
     open(f"{folder}{version}_crlf.dxf", "w", newline="").write(text.replace("\n", "\r\n"))
-)", output));
+)",
+                        output));
   for (const char* name : {"R12_lf", "R12_crlf", "R2000_lf", "R2000_crlf"}) {
     const bool r2000 = std::string(name).find("R2000") == 0;
     ASSERT_EQ(ImportFile(ws, dir + name + ".dxf", {}), ImportOutcome::Done) << name;
@@ -77,7 +78,8 @@ for name in ("true", "screen"):
     for line in msp.query('LINE[layer=="Branch"]'):
         s, e = line.dxf.start, line.dxf.end
         print("%g %g %g %g %g %g" % (s.x, s.y, s.z, e.x, e.y, e.z))
-)", output));
+)",
+                        output));
   std::istringstream lines(output);
   std::string name;
   int errors = -1, texts = 0, circles = 0;
