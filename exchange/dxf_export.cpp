@@ -92,7 +92,11 @@ class Placement {
     return Screen(x + view_.PanX, y + view_.PanY);
   }
   Point End(int i, bool exit) const {
-    if (!screen_) return World(exit ? ws_.net.Coord2[i] : ws_.net.Coord1[i]);
+    const Coord3& c = exit ? ws_.net.Coord2[i] : ws_.net.Coord1[i];
+    if (!screen_) return World(c);
+    // A plan view draws the coordinates themselves; a 3-D view its projection, perspective
+    // included.
+    if (view_.Is3D == 0) return Screen(static_cast<float>(c[1]), static_cast<float>(c[2]));
     const ViewPoint& v = exit ? ws_.net.ViewEnd2[i] : ws_.net.ViewEnd1[i];
     return Screen(v[0], v[1]);
   }
@@ -169,7 +173,12 @@ std::string FormatDxf(Workspace& ws, ViewState& view, bool screen, const DxfExpo
                       const std::string& stamp) {
   Network& net = ws.net;
   BuildVisibleList(ws, view);
-  if (screen) ProjectNetwork(ws, view);
+  // The view's last projection pass stands: its angles and pan are kept, only the ends of the
+  // airways in the list are projected again.
+  if (screen && view.Is3D != 0) {
+    for (int k = 1; k <= view.VisibleCount && net.SmokeQueue[k] != 0; ++k)
+      ProjectAirway(ws, view, net.SmokeQueue[k]);
+  }
 
   std::string out;
   out.reserve(static_cast<std::size_t>(view.VisibleCount) * 160 + 512);

@@ -43,6 +43,9 @@ TEST_F(ExchangeFixture, DxfRoundTripKeepsTheAirwaysAndArrowsComeBackAsAirways) {
   WriteFile(dir + "plain.dxf", FormatDxf(ws, view, false, choices, "stamp"));
   choices.Arrows = true;
   WriteFile(dir + "arrows.dxf", FormatDxf(ws, view, false, choices, "stamp"));
+  // The plan seen on screen: Y turned upwards, Z 0.
+  EXPECT_NE(FormatDxf(ws, view, true, {}, "").find("11\r\n200\r\n21\r\n-50\r\n31\r\n0\r\n"),
+            std::string::npos);
   ASSERT_EQ(ImportFile(ws, dir + "plain.dxf", {}), ImportOutcome::Done);
   ExpectSameAirways(before, ws.net);
   ASSERT_EQ(ImportFile(ws, dir + "arrows.dxf", {}), ImportOutcome::Done);
