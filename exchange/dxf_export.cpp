@@ -194,7 +194,7 @@ std::string FormatDxf(Workspace& ws, ViewState& view, bool screen, const DxfExpo
   const double textHeight = place.Size(scale / 150 * (1 << (2 * choices.TextSize)));
   const double radius = place.Size(scale / 400);
 
-  if (view.DisplayBits & Show::FloatingText) {
+  if (ws.defaults.ViewDetail & Show::FloatingText) {
     for (std::int16_t t : view.VisibleTexts) {
       if (!TextLayerShown(net, net.TextLayer[t])) continue;
       dxf.Text("FLOAT", place.World(net.TextCoord[t]), textHeight, net.TextString[t]);

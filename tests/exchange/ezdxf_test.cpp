@@ -63,6 +63,9 @@ for version in ("R12", "R2000"):
 
 TEST_F(ExchangeFixture, EveryExportIsReadBackByEzdxfWithTheSameLines) {
   BuildSmallMine(ws);
+  ws.net.TextString[1] = "Portal";
+  ws.net.TextUsed[1] = -1;
+  ws.net.TextCoord[1] = {0, 5, 5, 10};
   ViewState view = MakeViewState(ws);
   DxfExportChoices all{true, true, true, true, true, 1};
   test::WriteFile(dir + "true.dxf", FormatDxf(ws, view, false, all, "01/02/2026 10:00:00"));
@@ -86,7 +89,7 @@ for name in ("true", "screen"):
   lines >> name >> errors >> texts >> circles;
   EXPECT_EQ(name, "true");
   EXPECT_EQ(errors, 0) << output;
-  EXPECT_EQ(texts, 4 + 4);  // branch names and data values; no node names are set
+  EXPECT_EQ(texts, 1 + 4 + 4);  // floating text, branch names, data; no node names are set
   EXPECT_EQ(circles, 5);
   const Network& net = ws.net;
   for (int i = 1; i <= net.BranchCount; ++i) {
