@@ -56,23 +56,11 @@ inline void ExpectSameAirways(const Network& expected, const Network& actual) {
   }
 }
 
-// Group codes and values written blank-separated, made one a line, CR LF ended.
-inline std::string DxfOf(const std::string& items) {
+// Group codes and values written blank-separated, made one a line with the given ending.
+inline std::string DxfOf(const std::string& items, const std::string& ending = "\r\n") {
   std::istringstream in(items);
   std::string out, item;
-  while (in >> item) out += item + "\r\n";
-  return out;
-}
-
-inline std::string WithLineEnds(const std::string& crlf, const std::string& ending) {
-  std::string out;
-  for (char c : crlf) {
-    if (c == '\r') continue;
-    if (c == '\n')
-      out += ending;
-    else
-      out += c;
-  }
+  while (in >> item) out += item + ending;
   return out;
 }
 
