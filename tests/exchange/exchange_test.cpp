@@ -9,6 +9,7 @@
 #include "exchange/import_file.h"
 #include "exchange/text_exchange.h"
 #include "files/defaults_file.h"
+#include "files/network_file.h"
 #include "tests/exchange/exchange_fixture.h"
 
 namespace galeris {
@@ -127,7 +128,7 @@ TEST_F(ExchangeFixture, LevelPerExitHeightWithTheSurfaceQuestion) {
   WriteFile(dir + "l.txt", file);
   ImportChoices choices;
   choices.BuildLevels = true;
-  for (MsgAnswer answer : {MsgAnswer::Yes, MsgAnswer::No}) {
+  for (MsgAnswer answer : {MsgAnswer::No, MsgAnswer::Yes}) {
     ui.ClearRecords();
     ui.QueueAnswer(answer);
     ASSERT_EQ(ImportFile(ws, dir + "l.txt", choices), ImportOutcome::Done);
@@ -140,6 +141,8 @@ TEST_F(ExchangeFixture, LevelPerExitHeightWithTheSurfaceQuestion) {
     EXPECT_EQ(net.RLName[3], "Level-200");
     EXPECT_EQ(net.RLBound[3][1], -200);
   }
+  // A surface at RL 0 still goes into the network file with the levels below it.
+  EXPECT_NE(FormatNetworkFile(ws).find("Surface\t 0 \t 0 \r\nLevel-100\t"), std::string::npos);
 }
 
 TEST_F(ExchangeFixture, BadFilesLeaveTheNetworkOrSayWhy) {
