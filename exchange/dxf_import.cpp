@@ -30,6 +30,10 @@ class DxfScanner {
       : run_(run), net_(run.ws.net), in_(path), position_(net_.BranchCount + 1) {}
 
   int Scan() {
+    if (position_ > net_.MaxAirways - 1) {  // merging into a full store
+      run_.ws.ui.Inform(kMsgTooManyAirways);
+      return net_.BranchCount;
+    }
     bool inHand = false;
     while (true) {
       if (!inHand && !ReadPair()) break;

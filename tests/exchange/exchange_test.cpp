@@ -195,6 +195,10 @@ TEST_F(ExchangeFixture, BadFilesLeaveTheNetworkOrSayWhy) {
   EXPECT_EQ(ImportFile(ws, dir + "many.dxf", {}), ImportOutcome::Done);
   EXPECT_EQ(ws.net.BranchCount, 49);
   EXPECT_TRUE(ui.Said(kMsgTooManyAirways));
+  ImportChoices merge;
+  merge.Merge = true;
+  ImportFile(ws, dir + "many.dxf", merge);  // into a full store
+  EXPECT_EQ(ws.net.BranchCount, 49);
 }
 
 }  // namespace
