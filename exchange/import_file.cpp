@@ -93,12 +93,12 @@ void CleanImportedAirway(Workspace& ws, int i, const ImportChoices& choices) {
 }
 
 void ShiftCoordinate(ImportRun& run, std::int32_t& value, double offset, bool negate) {
-  const double moved = std::round((value + offset) * (negate ? -1.0 : 1.0));
+  const double moved = (value + offset) * (negate ? -1.0 : 1.0);
   if (!std::isfinite(moved) || std::fabs(moved) > std::numeric_limits<std::int32_t>::max()) {
     run.Trap();
     return;
   }
-  value = static_cast<std::int32_t>(moved);
+  value = static_cast<std::int32_t>(RoundHalfEven(moved));
 }
 
 void ImportAirways(ImportRun& run, const std::string& path, const ImportChoices& choices) {
