@@ -85,6 +85,10 @@ class MainForm : public QMainWindow {
   FrmWindow* CurrentView() const;
   std::vector<FrmWindow*> AllViews() const;
   void ExportPictureCommand();
+  // Import and export of text and DXF files (main_form_exchange.cpp).
+  void ImportDataCommand();
+  void ExportDataCommand();
+  void ExportDxfCommand(bool screen);
   void ShowFileNote();
   void ShowHelp(const QString& page = "index.html");
 

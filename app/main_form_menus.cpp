@@ -52,12 +52,12 @@ void MainForm::BuildFileMenu() {
   })->setShortcut(QKeySequence::Save);
   AddEntry(fileMenu_, "mnuSaveAs", "Save &As...", [this] { SaveAs(); });
   fileMenu_->addSeparator();
-  AddEntry(fileMenu_, "mnuImportData", "&Import Data...");
-  AddEntry(fileMenu_, "mnuExportData", "&Export Data...");
+  AddEntry(fileMenu_, "mnuImportData", "&Import Data...", [this] { ImportDataCommand(); });
+  AddEntry(fileMenu_, "mnuExportData", "&Export Data...", [this] { ExportDataCommand(); });
   QMenu* dxf = fileMenu_->addMenu("DXF Export");
   dxf->setObjectName("mnuDXF");
-  AddEntry(dxf, "mnuDXFTrue", "True Coordinates...");
-  AddEntry(dxf, "MnuDXFScreen", "Screen View...");
+  AddEntry(dxf, "mnuDXFTrue", "True Coordinates...", [this] { ExportDxfCommand(false); });
+  AddEntry(dxf, "MnuDXFScreen", "Screen View...", [this] { ExportDxfCommand(true); });
   AddEntry(fileMenu_, "mnuExportPicture", "Export Picture...", [this] { ExportPictureCommand(); });
   fileMenu_->addSeparator();
   AddEntry(fileMenu_, "mnuMessage", "File &Memo", [this] { ShowFileNote(); });

@@ -38,6 +38,7 @@ struct Workspace {
   std::uint8_t DefaultsSaved = 0xFF;  // 0 after the options are changed
   std::int16_t MergeBase = 1;         // 1: a load replaces the network; above: merge behind it
   bool MasterMode = false;            // the next save is to a Master (.smm) file
+  bool CoordinateWarned = false;      // the import's coordinate clamp has said so once
 };
 
 // Any edit: the network is no longer saved nor balanced, and whoever listens is told.

@@ -141,7 +141,7 @@ void AppendLevels(std::string& out, const Network& net) {
   out += kLevelsHead;
   out += kCrLf;
   for (int slot = 1; slot < kMaxLevels; ++slot) {
-    if (net.RLName[slot].empty() || net.RLBound[slot][1] == 0) break;
+    if (net.RLName[slot].empty() && net.RLBound[slot][1] == 0) break;
     out += CleanField(net.RLName[slot]) + "\t" + PrintNumber(net.RLBound[slot][1]) + "\t" +
            PrintNumber(net.RLBound[slot][2]) + kCrLf;
   }
