@@ -93,7 +93,8 @@ void MainForm::BuildEditMenu() {
   }
   edit->addSeparator();
   QMenu* finder = edit->addMenu("Find by Name");
-  finder->setObjectName("mnuFinder");
+  finder->setObjectName("mnuFinderMenu");
+  finder->menuAction()->setObjectName("mnuFinder");
   AddEntry(finder, "mnuFinderBranch", "Branch...", [this] { FindByNameCommand(false); });
   AddEntry(finder, "mnuFinderNode", "Node...", [this] { FindByNameCommand(true); });
   QMenu* search = edit->addMenu("Find Button Searches For");

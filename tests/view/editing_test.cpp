@@ -234,7 +234,9 @@ TEST_P(RefusalTable, LeaveTheNetworkAsItWas) {
   const auto before = Airways(ws.net);
   GetParam().act(*this);
   EXPECT_EQ(Airways(ws.net), before);
-  if (GetParam().message[0] != '\0') EXPECT_TRUE(ui.Said(GetParam().message));
+  if (GetParam().message[0] != '\0') {
+    EXPECT_TRUE(ui.Said(GetParam().message));
+  }
   EXPECT_FALSE(journal.Undo());
 }
 
