@@ -170,6 +170,8 @@ int RunExportImage(int argc, char** argv) {
     }
     LoadViewSlot(ws, view, slot);
     fit = slot <= kPermanentViews || ws.net.ViewValue[slot][5] == 0;
+  } else {
+    fit = !LoadStartupView(ws, view);
   }
   ProjectNetwork(ws, view);
   if (fit) FitNetwork(ws, view);

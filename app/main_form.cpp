@@ -187,7 +187,10 @@ void MainForm::RefreshLevelList() {
   for (int i = 1; i <= ws_.net.RLCount && i < static_cast<int>(ws_.net.RLName.size()); ++i)
     cmbRL_->addItem(QString::fromStdString(ws_.net.RLName[i]));
   if (cmbRL_->count() == 0) cmbRL_->addItems({"SURFACE", "U/Ground"});
-  const int keep = cmbRL_->findText(shown);
+  int keep = cmbRL_->findText(shown);
+  // A view showing one level (a file's start-up view, say) names it in the list.
+  if (const FrmWindow* view = CurrentView(); view && view->View().LevelMode == LevelModeOf::Single)
+    keep = std::min(view->View().CurrentLevel, cmbRL_->count()) - 1;
   cmbRL_->setCurrentIndex(keep >= 0 ? keep : 0);
   cmbRL_->blockSignals(false);
   // The scroll bar runs against the list: its top is the list's last entry.

@@ -130,7 +130,8 @@ class MainForm : public QMainWindow {
   void RefreshToolCursors();
   int FreeWindowNumber() const;
 
-  void AfterLoad(bool loaded);
+  // opened: a file was opened (not merged), so views may take its start-up view.
+  void AfterLoad(bool loaded, bool opened = false);
   void AfterSave(bool saved);
   QString ChooseFile(FileDialogRequest request);
   QString ChooseNetworkToOpen(const QString& title);

@@ -31,8 +31,7 @@ void MainForm::Load(const std::string& commandFile) {
   RefreshLevelList();
   NewViewWindow();
   if (!commandFile.empty()) {
-    OpenNetwork(ws_, commandFile);
-    AfterLoad(true);
+    AfterLoad(true, OpenNetwork(ws_, commandFile));
   }
   if (OfferRecovery(ws_)) {
     AfterLoad(true);
@@ -83,7 +82,7 @@ void MainForm::OpenRecent(int number) {
 
 bool MainForm::OpenPath(const std::string& path) {
   const bool loaded = OpenNetwork(ws_, path);
-  AfterLoad(loaded);
+  AfterLoad(loaded, loaded);
   return loaded;
 }
 
@@ -134,11 +133,12 @@ void MainForm::ExportPictureCommand() {
     ws_.ui.Inform("Error Export File - Check Name");
 }
 
-void MainForm::AfterLoad(bool loaded) {
+void MainForm::AfterLoad(bool loaded, bool opened) {
   // A refused load may still have emptied the network, so everything is refreshed anyway.
-  // The views are fitted to the new network first: their scale caption gives way to the
-  // file's name until the next change of scale.
-  for (FrmWindow* view : AllViews()) view->Fit();
+  // The views take the opened file's start-up view, or are fitted to the new network: their
+  // scale caption gives way to the file's name until the next change of scale.
+  for (FrmWindow* view : AllViews())
+    if (!(opened && view->OpenStartupView())) view->Fit();
   RefreshCaption();
   RefreshRecentMenu();
   RefreshLevelList();

@@ -658,6 +658,14 @@ void LoadViewSlot(Workspace& ws, ViewState& view, int slot) {
   ProjectNetwork(ws, view);
 }
 
+bool LoadStartupView(Workspace& ws, ViewState& view) {
+  if (ws.net.ViewValue[0][5] == 0) return false;
+  LoadViewSlot(ws, view, 0);
+  ResizeView(ws, view, view.PixelWidth, view.PixelHeight);  // the stored width, this shape
+  SetScaleCaption(ws, view);
+  return true;
+}
+
 void MakePermanentViews(Network& net) {
   struct Permanent {
     const char* name;

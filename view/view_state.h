@@ -210,6 +210,9 @@ std::string LevelCaption(const Workspace& ws, const ViewState& view);
 // Saved views.
 void SaveViewSlot(Workspace& ws, const ViewState& view, int slot);
 void LoadViewSlot(Workspace& ws, ViewState& view, int slot);
+// A file that carries a start-up view (slot 0, stored with a scale) opens in it: loads it at
+// its stored width for the window's shape and returns true. Files without one open fitted to the whole network, as before.
+bool LoadStartupView(Workspace& ws, ViewState& view);
 // The five permanent views, made when the defaults are loaded.
 void MakePermanentViews(Network& net);
 // CmbView: loads the view of that name; false after "Error - could not load view".
