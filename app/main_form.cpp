@@ -299,6 +299,7 @@ FrmWindow* MainForm::NewViewWindow() {
     return nullptr;
   }
   auto* view = new FrmWindow(ws_);
+  view->View().Declutter = DeclutterSetting();
   view->SetDataType(dataTypeCode_);
   view->SetWindowNumber(FreeWindowNumber());
   // The window's events go to the mouse tools first; the window itself only paints.
@@ -375,6 +376,9 @@ void MainForm::CarryOut(const CommandResult& result, FrmWindow* view) {
       break;
     case CommandOperation::UpdateScreen:
       RedrawViews();
+      break;
+    case CommandOperation::DisplayOptions:
+      ShowViewOptions(view);
       break;
     case CommandOperation::None:
     case CommandOperation::Fit:

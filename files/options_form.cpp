@@ -247,7 +247,7 @@ void ApplySwitches(Workspace& ws, const OptionsForm& form, OptionsApplied& appli
   d.DefaultWallRaise = static_cast<std::int16_t>(form.WallRaise);
   if (form.ShockDefault != static_cast<int>(d.DefaultShock))
     d.DefaultShock = static_cast<float>(form.ShockDefault);
-  const float signX = form.ReverseX ? -1 : 1, signY = form.ReverseY ? -1 : 1;
+  const std::int16_t signX = form.ReverseX ? -1 : 1, signY = form.ReverseY ? -1 : 1;
   if (signX != ws.net.AxisSignX || signY != ws.net.AxisSignY) applied.GridChanged = true;
   ws.net.AxisSignX = signX;
   ws.net.AxisSignY = signY;

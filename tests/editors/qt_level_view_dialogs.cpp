@@ -1,0 +1,190 @@
+// The level, layer, view option and options dialogs are wired to their engine rules: controls
+// named as the program names them, filled from the store, and OK, Cancel, Show All and Hide All
+// reaching the store and the view.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableWidget>
+#include <QtTest>
+
+#include "core/headless_ui.h"
+#include "core/units.h"
+#include "editors/frm_options.h"
+#include "editors/frm_range.h"
+#include "editors/frm_rl_base.h"
+#include "editors/frm_sel_level.h"
+#include "editors/frm_tag_s.h"
+#include "editors/frm_viewer.h"
+#include "files/defaults_file.h"
+#include "view/view_state.h"
+
+using namespace galeris;
+
+namespace {
+
+struct Store {
+  Store() : ws(ui) {
+    ResizeStore(ws.net);
+    SetBuiltInDefaults(ws);
+    ws.units = BuiltInUnits();
+    ws.net.RLName[1] = "SURFACE";
+    ws.net.RLBound[1] = {0, 1100, 1000};
+    ws.net.RLName[2] = "900 Level";
+    ws.net.RLBound[2] = {0, 950, 850};
+    ws.net.RLCount = 2;
+    for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
+    for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
+    view = MakeViewState(ws);
+  }
+  template <typename T>
+  static T* Named(QWidget& dialog, const QString& name) {
+    T* child = dialog.findChild<T*>(name);
+    if (!child) qWarning() << "no control" << name;
+    return child;
+  }
+  HeadlessUi ui;
+  Workspace ws;
+  ViewState view;
+};
+
+}  // namespace
+
+class LevelViewDialogsTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void LevelListValidatesOnOkAndAsksOnCancel();
+  void RangeAndSelectedLevels();
+  void ViewingLayersHideAllAndNames();
+  void ViewOptionsReachTheView();
+  void OptionsApplyOnOkOnly();
+};
+
+void LevelViewDialogsTest::LevelListValidatesOnOkAndAsksOnCancel() {
+  Store s;
+  int validated = 0;
+  FrmRLBase dialog(s.ws, [&] { ++validated; });
+  QCOMPARE(dialog.windowTitle(), QString("Level List"));
+  QTableWidget& grid = dialog.GridRL();
+  QCOMPARE(grid.rowCount(), kLevelGridRows);
+  QCOMPARE(grid.horizontalHeaderItem(2)->text(), QString("RL High m"));
+  QCOMPARE(grid.item(1, 1)->text(), QString("900 Level"));
+  grid.item(2, 1)->setText("800 Level");
+  grid.item(2, 2)->setText("750");
+  grid.item(2, 3)->setText("850");  // inverted: exchanged
+  Store::Named<QPushButton>(dialog, "RLOK")->click();
+  QCOMPARE(validated, 1);
+  QCOMPARE(s.ws.net.RLCount, std::int16_t{3});
+  QCOMPARE(s.ws.net.RLBound[3][1], 850);
+
+  FrmRLBase again(s.ws, [&] { ++validated; });
+  again.GridRL().item(2, 1)->setText("Changed");
+  s.ui.QueueAnswer(MsgAnswer::No);
+  Store::Named<QPushButton>(again, "RLCancel")->click();
+  QVERIFY(s.ui.Said("Save spreadsheet changes to network ?"));
+  QCOMPARE(s.ws.net.RLName[3], std::string("800 Level"));
+  QCOMPARE(validated, 1);
+  QVERIFY(Store::Named<QAction>(again, "mnuSave") && Store::Named<QAction>(again, "PasteData"));
+}
+
+void LevelViewDialogsTest::RangeAndSelectedLevels() {
+  Store s;
+  FrmRange range(s.ws, 2);
+  QCOMPARE(range.windowTitle(), QString("Select Range"));
+  auto* from = Store::Named<QComboBox>(range, "CmbRL1");
+  QCOMPARE(from->currentIndex(), 1);
+  QCOMPARE(Store::Named<QComboBox>(range, "CmbRL2")->count(), 2);
+  from->setCurrentIndex(0);
+  QCOMPARE(range.Band(), (std::pair<float, float>{850, 1100}));
+
+  for (int level = 3; level <= 8; ++level) s.ws.net.RLName[level] = "L" + std::to_string(level);
+  FrmSelLevel select(s.ws);
+  QCOMPARE(select.windowTitle(), QString("Selected Levels"));
+  auto* available = Store::Named<QListWidget>(select, "RLFrom");
+  QCOMPARE(available->count(), 8);
+  for (int k = 0; k < 7; ++k) select.Choose(0);
+  QCOMPARE(Store::Named<QListWidget>(select, "RLTo")->count(), 6);
+  QVERIFY(s.ui.Said("Maximum of only 6 selected levels allowed!"));
+  QCOMPARE(select.Selected(), (std::vector<std::int16_t>{1, 2, 3, 4, 5, 6}));
+}
+
+void LevelViewDialogsTest::ViewingLayersHideAllAndNames() {
+  Store s;
+  s.ws.net.PrimaryLayerName[2] = "Intake";
+  FrmTagS dialog(s.ws, s.view);
+  QCOMPARE(dialog.windowTitle(), QString("Viewing Layers"));
+  QCOMPARE(Store::Named<QLineEdit>(dialog, "PLabel(2)")->text(), QString("Intake"));
+  QCOMPARE(Store::Named<QLineEdit>(dialog, "TagLabel(48)")->text(), QString("48"));
+  dialog.MakeCurrent(true, 2);
+  dialog.MakeCurrent(false, 30);
+  Store::Named<QPushButton>(dialog, "CmdReset")->click();
+  QVERIFY(Store::Named<QCheckBox>(dialog, "Tag1(2)")->isChecked());
+  QVERIFY(!Store::Named<QCheckBox>(dialog, "Tag1(1)")->isChecked());
+  QVERIFY(Store::Named<QCheckBox>(dialog, "Tag2(30)")->isChecked());
+  Store::Named<QRadioButton>(dialog, "LineOpt(0)")->setChecked(true);
+  Store::Named<QCheckBox>(dialog, "ChkArrow")->setChecked(true);
+  auto* label = Store::Named<QLineEdit>(dialog, "PLabel(5)");
+  label->clear();
+  QTest::keyClicks(label, "a,b\"c");
+  QCOMPARE(label->text(), QString("abc"));
+  emit label->editingFinished();
+  Store::Named<QPushButton>(dialog, "OK")->click();
+  QCOMPARE(s.ws.net.PrimaryLayerName[5], std::string("abc"));
+  QCOMPARE(s.ws.net.PrimaryLayerShow[1], std::int16_t{0});
+  QCOMPARE(s.ws.net.PrimaryLayerShow[2], std::int16_t{-1});
+  QCOMPARE(s.view.DisplayFlags, std::int16_t(LineOpt::Invisible | OffLayer::Arrows));
+}
+
+void LevelViewDialogsTest::ViewOptionsReachTheView() {
+  Store s;
+  s.view.DisplayBits = Show::OffLevelRaises;
+  FrmViewer dialog(s.ws, s.view);
+  QCOMPARE(dialog.windowTitle(), QString("View Options"));
+  Store::Named<QPushButton>(dialog, "Show")->click();
+  QVERIFY(Store::Named<QCheckBox>(dialog, "ChkViewer(8)")->isChecked());
+  Store::Named<QPushButton>(dialog, "Hide")->click();
+  QVERIFY(!Store::Named<QCheckBox>(dialog, "ChkViewer(0)")->isChecked());
+  QVERIFY(Store::Named<QCheckBox>(dialog, "ChkViewer(9)")->isChecked());
+  Store::Named<QLineEdit>(dialog, "TxtSig")->setText("10001");
+  Store::Named<QLineEdit>(dialog, "TxtSigMin")->setText("2");
+  Store::Named<QRadioButton>(dialog, "OptDimmer(1)")->setChecked(true);
+  Store::Named<QRadioButton>(dialog, "ColOpt(1)")->setChecked(true);
+  Store::Named<QCheckBox>(dialog, "ChkDeclutter")->setChecked(true);
+  Store::Named<QPushButton>(dialog, "OK")->click();
+  QVERIFY(s.ui.Said("Limits of Allowable Significant Flows"));
+  QCOMPARE(s.view.DisplayBits, Show::OffLevelRaises);
+  QCOMPARE(s.view.FlowMinimum, 2.0f);
+  QCOMPARE(s.view.FlowDimMode, std::int16_t{1});
+  QVERIFY(s.view.ColourByAir && s.view.Declutter);
+}
+
+void LevelViewDialogsTest::OptionsApplyOnOkOnly() {
+  Store s;
+  {
+    FrmOptions dialog(s.ws);
+    QCOMPARE(dialog.windowTitle(), QString("Options"));
+    Store::Named<QLineEdit>(dialog, "txtIt")->setText("700");
+    Store::Named<QPushButton>(dialog, "cmdCancel")->click();
+  }
+  QCOMPARE(s.ws.defaults.MaxIter, std::int16_t{50});
+  FrmOptions dialog(s.ws);
+  QCOMPARE(Store::Named<QLineEdit>(dialog, "TxtAirRL")->text(), QString("???"));
+  Store::Named<QLineEdit>(dialog, "txtIt")->setText("700");
+  Store::Named<QCheckBox>(dialog, "ChkVert")->setChecked(true);
+  auto* formats = Store::Named<QTableWidget>(dialog, "MSFlexGrid1");
+  formats->item(0, 1)->setText("abc");
+  QVERIFY(s.ui.Said(kMsgInvalidFormat));
+  QCOMPARE(formats->item(0, 1)->text(), QString::fromStdString(s.ws.units.UnitFormat[1][1]));
+  dialog.SelectColourSlot(2);
+  dialog.PickColour(12);
+  Store::Named<QPushButton>(dialog, "cmdOK")->click();
+  QCOMPARE(s.ws.defaults.MaxIter, std::int16_t{700});
+  QCOMPARE(s.ws.net.AxisSignY, std::int16_t{-1});
+  QCOMPARE(s.ws.defaults.ColourTable[3], 0x0000FF);
+  QVERIFY(dialog.Applied().GridChanged);
+}
+
+QTEST_MAIN(LevelViewDialogsTest)
+#include "qt_level_view_dialogs.moc"
