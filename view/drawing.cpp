@@ -25,7 +25,10 @@ constexpr std::array<Colour, 8> kBuiltInPalette = {
     RGBColour(160, 160, 200),  // grid text
 };
 
-constexpr float kStubTick = 15;  // world units of a vertical shaft's tick in a plan view
+constexpr float kStubTick = 15;
+// No character of a label font is narrower than this share of an "F": the width that declutter
+// tries before it measures a text.
+constexpr float kNarrowestGlyph = 0.2f;  // world units of a vertical shaft's tick in a plan view
 constexpr int kMaxGridLines = 400;
 
 bool InsideBand(float z, float bottom, float top) {
@@ -136,12 +139,12 @@ void CentredBitmap(Canvas& canvas, int picture, float x, float y, float size) {
 }
 
 // Declutter: the screen in cells of about four pixels, each marked once something is drawn
-// on it, on two planes: shapes (node circles and symbols) and texts. A text may still sit on a
-// circle, as a node's name sits on its own node, but never on another text. With the choice
-// off nothing is ever refused.
+// on it, on three planes: shapes (node circles and symbols), texts and arrows. A text may still
+// sit on a circle, as a node's name sits on its own node, but never on another text. With the
+// choice off nothing is ever refused.
 class TakenPlaces {
  public:
-  static constexpr std::uint8_t kShapes = 1, kTexts = 2;
+  static constexpr std::uint8_t kShapes = 1, kTexts = 2, kArrows = 4;
 
   TakenPlaces(ViewState& view, bool on) : cells_(view.TakenCells), on_(on) {
     if (!on_) return;
@@ -164,51 +167,80 @@ class TakenPlaces {
   // True when no cell of the rectangle is taken yet; they all are afterwards.
   bool Claim(float left, float top, float width, float height, std::uint8_t plane = kTexts) {
     if (!on_) return true;
-    // A quarter cell in from each side, so that neighbours that only touch both stay.
-    const float insetX = std::min(std::fabs(width), std::fabs(cellWidth_)) / 4;
-    const float insetY = std::min(std::fabs(height), std::fabs(cellHeight_)) / 4;
-    int c0 = Column(left + insetX), c1 = Column(left + width - insetX);
-    int r0 = Row(top + insetY), r1 = Row(top + height - insetY);
-    if (c0 > c1) std::swap(c0, c1);
-    if (r0 > r1) std::swap(r0, r1);
-    c0 = std::max(c0, 0), c1 = std::min(c1, columns_ - 1);
-    r0 = std::max(r0, 0), r1 = std::min(r1, rows_ - 1);
-    for (int r = r0; r <= r1; ++r)
-      for (int c = c0; c <= c1; ++c)
-        if (At(c, r) & plane) return false;
-    for (int r = r0; r <= r1; ++r)
-      for (int c = c0; c <= c1; ++c) At(c, r) |= plane;
+    const Span span = SpanOf(left, top, width, height);
+    if (!Free(span, plane)) return false;
+    for (int r = span.r0; r <= span.r1; ++r)
+      for (int c = span.c0; c <= span.c1; ++c) At(c, r) |= plane;
     return true;
   }
 
-  // One line of text with its top-left corner at (left, top); measured only when on.
+  // One line of text with its top-left corner at (left, top), measured only when on. Measuring
+  // is the costly part, so a text is first tried at a width no glyph run can be narrower than
+  // (`narrowest` a character): if that is already taken, so is the real one.
   bool ClaimText(Canvas& canvas, float left, float top, std::string_view text, float size,
-                 float height) {
-    return !on_ || Claim(left, top, canvas.TextWidth(text, size), height);
+                 float height, float narrowest) {
+    if (!on_) return true;
+    if (!Free(SpanOf(left, top, narrowest * static_cast<float>(text.size()), height), kTexts))
+      return false;
+    return Claim(left, top, canvas.TextWidth(text, size), height);
   }
 
   bool ClaimCentred(float x, float y, float size) {
     return Claim(x - size / 2, y - size / 2, size, size, kShapes);
   }
 
-  // A block of text lines centred on x, the first line's top at y.
+  // A block of text lines centred on x, the first line's top at y; tried first as in ClaimText.
   bool ClaimLines(Canvas& canvas, std::string_view text, float x, float y, float size,
-                  float lineStep) {
+                  float lineStep, float narrowest) {
     if (!on_) return true;
-    float widest = 0;
+    std::size_t longest = 0;
     int lines = 0;
-    while (true) {
-      const std::size_t feed = text.find('\n');
-      widest = std::max(widest, canvas.TextWidth(text.substr(0, feed), size));
-      ++lines;
+    for (std::string_view rest = text;; ++lines) {
+      const std::size_t feed = rest.find('\n');
+      longest = std::max(longest, std::min(feed, rest.size()));
       if (feed == std::string_view::npos) break;
-      text.remove_prefix(feed + 1);
+      rest.remove_prefix(feed + 1);
     }
-    return Claim(x - widest / 2, y, widest, lineStep * static_cast<float>(lines));
+    const float height = lineStep * static_cast<float>(lines + 1);
+    const float least = narrowest * static_cast<float>(longest);
+    if (!Free(SpanOf(x - least / 2, y, least, height), kTexts)) return false;
+    float widest = 0;
+    for (std::string_view rest = text;;) {
+      const std::size_t feed = rest.find('\n');
+      widest = std::max(widest, canvas.TextWidth(rest.substr(0, feed), size));
+      if (feed == std::string_view::npos) break;
+      rest.remove_prefix(feed + 1);
+    }
+    return Claim(x - widest / 2, y, widest, height);
   }
 
  private:
   static constexpr int kCellPixels = 4;
+  struct Span {
+    int c0, c1, r0, r1;
+  };
+
+  // The cells of a rectangle, a quarter cell in from each side so that neighbours that only
+  // touch both stay, clipped to the screen.
+  Span SpanOf(float left, float top, float width, float height) const {
+    const float insetX = std::min(std::fabs(width), std::fabs(cellWidth_)) / 4;
+    const float insetY = std::min(std::fabs(height), std::fabs(cellHeight_)) / 4;
+    Span s{Column(left + insetX), Column(left + width - insetX), Row(top + insetY),
+           Row(top + height - insetY)};
+    if (s.c0 > s.c1) std::swap(s.c0, s.c1);
+    if (s.r0 > s.r1) std::swap(s.r0, s.r1);
+    s.c0 = std::max(s.c0, 0), s.c1 = std::min(s.c1, columns_ - 1);
+    s.r0 = std::max(s.r0, 0), s.r1 = std::min(s.r1, rows_ - 1);
+    return s;
+  }
+
+  bool Free(const Span& span, std::uint8_t plane) const {
+    for (int r = span.r0; r <= span.r1; ++r)
+      for (int c = span.c0; c <= span.c1; ++c)
+        if (At(c, r) & plane) return false;
+    return true;
+  }
+
   int Column(float x) const { return static_cast<int>(std::floor((x - left_) / cellWidth_)); }
   int Row(float y) const { return static_cast<int>(std::floor((y - top_) / cellHeight_)); }
   std::uint8_t& At(int c, int r) { return cells_[static_cast<std::size_t>(r) * columns_ + c]; }
@@ -321,12 +353,14 @@ void DrawFloatingText(Workspace& ws, ViewState& view, Canvas& canvas, const Symb
   const float size = FontSize(ws, scale, 4);
   const Colour colour = PaletteColour(ws.defaults, Palette::Symbols);
   const float textLine = view.Declutter ? canvas.TextHeight("F", size) : 0;
+  const float narrowest = view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", size) : 0;
   for (std::int16_t t : view.VisibleTexts) {
     const Coord3& c = net.TextCoord[t];
     float sx = 0, sy = 0;
     ProjectPoint(view, c[1], c[2], c[3], sx, sy);
     const float x = sx * net.AxisSignX, y = sy * net.AxisSignY;
-    if (places.Taken(x, y) || !places.ClaimText(canvas, x, y, net.TextString[t], size, textLine)) {
+    if (places.Taken(x, y) ||
+        !places.ClaimText(canvas, x, y, net.TextString[t], size, textLine, narrowest)) {
       continue;
     }
     canvas.Circle(x, y, scale.width / 1000, colour);
@@ -600,6 +634,10 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
   const float nameStep = canvas.TextHeight("F", nameSize);
   const float nodeColumn = canvas.TextWidth("F", nodeSize);
   const float nodeLine = canvas.TextHeight("F", nodeSize);
+  const float dataNarrowest =
+      view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", dataSize) : 0;
+  const float nameNarrowest =
+      view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", nameSize) : 0;
 
   const std::int32_t bits = view.DisplayBits;
   const int dataType = view.DataTypeCode;
@@ -629,7 +667,10 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
     const Colour textColour = contaminantDisplay ? line.Colour : dim ? dimText : symbolColour;
 
     if ((bits & Show::Arrows) && (inView || (view.DisplayFlags & OffLayer::Arrows)) &&
-        (p.x1 != p.x2 || p.y1 != p.y2)) {
+        (p.x1 != p.x2 || p.y1 != p.y2) &&
+        places.Claim(p.x1 + 0.8f * (p.x2 - p.x1) - scale.arrow,
+                     p.y1 + 0.8f * (p.y2 - p.y1) - scale.arrow, 2 * scale.arrow, 2 * scale.arrow,
+                     TakenPlaces::kArrows)) {
       DrawArrow(canvas, p, scale.arrow, line.Colour, line.Width);
     }
 
@@ -653,7 +694,8 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
         if (places.Taken(x, y - nodeLine / 2)) return;
         const std::string name = field.Trimmed();
         const float left = x - nodeColumn / 2, top = y - nodeLine;
-        if (places.ClaimText(canvas, left, top, name, nodeSize, nodeLine))
+        if (places.ClaimText(canvas, left, top, name, nodeSize, nodeLine,
+                             kNarrowestGlyph * nodeColumn))
           canvas.Text(left, top, name, textColour, nodeSize);
       };
       if (p.end2On) nodeName(net.ExitNodeName[i], p.x2, p.y2);
@@ -664,7 +706,7 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
       auto nodeValue = [&](const Coord3& c, float pressure, float x, float y) {
         if (places.Taken(x, y + lineStep / 2)) return;
         label = NodeValueText(ws, dataType, c, pressure);
-        if (places.ClaimText(canvas, x, y, label, dataSize, lineStep))
+        if (places.ClaimText(canvas, x, y, label, dataSize, lineStep, dataNarrowest))
           canvas.Text(x, y, label, dataColour, dataSize);
       };
       if (p.end1On) nodeValue(net.Coord1[i], net.FromNodeP[i], p.x1, p.y1);
@@ -710,7 +752,7 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
       const int lines = LineCount(label);
       // One line sits above the midpoint; of two, the first above and the second below.
       const float top = p.midY - lineStep * static_cast<float>(lines == 1 ? 1 : lines - 1);
-      if (places.ClaimLines(canvas, label, p.midX, top, dataSize, lineStep))
+      if (places.ClaimLines(canvas, label, p.midX, top, dataSize, lineStep, dataNarrowest))
         textBottom = CentredLines(canvas, label, p.midX, top, dataSize, lineStep, colour);
     }
 
@@ -719,7 +761,8 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
       const float top = std::max(textBottom, p.midY);
       const std::string name =
           places.Taken(p.midX, top + nameStep / 2) ? std::string() : net.BranchName[i].Trimmed();
-      if (!name.empty() && places.ClaimLines(canvas, name, p.midX, top, nameSize, nameStep)) {
+      if (!name.empty() &&
+          places.ClaimLines(canvas, name, p.midX, top, nameSize, nameStep, nameNarrowest)) {
         CentredLines(canvas, name, p.midX, top, nameSize, nameStep, dim ? dimText : line.Colour);
       }
     }

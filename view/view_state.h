@@ -94,8 +94,8 @@ struct ViewState {
   std::array<std::int16_t, 7> SymbolSize{1, 2, 5, 5, 5, 5, 5};
   std::array<std::int16_t, 7> SymbolScaled{};
   bool TextScaled = false;
-  // Leave out a node circle, symbol or text whose place on the screen is already taken by one
-  // drawn before it (the user's choice, kept in the program's settings).
+  // Leave out a node circle, symbol, arrow or text whose place on the screen is already taken by
+  // one drawn before it (the user's choice, kept in the program's settings).
   bool Declutter = false;
 
   // Contaminant display: 0 none, 1 spread bands from concentrations, 2 stored bands.
