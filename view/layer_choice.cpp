@@ -42,8 +42,4 @@ std::string LayerLabel(const std::string& name, int number) {
   return name.empty() ? std::to_string(number) : name;
 }
 
-bool LayerNameAccepts(char c) {
-  return c != '"' && c != ',';
-}
-
 }  // namespace galeris

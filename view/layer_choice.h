@@ -31,7 +31,5 @@ void ShowAllLayers(Network& net);
 
 // A layer's label: its name, or its number when it has none.
 std::string LayerLabel(const std::string& name, int number);
-// A character a layer name may hold: not '"' nor ',', which would break the file format.
-bool LayerNameAccepts(char c);
 
 }  // namespace galeris

@@ -319,10 +319,8 @@ void MainFormFilesTest::ExampleOpensAtItsStartupLevelOthersFitted() {
   Frame frame(ui, test::SourcePath("examples/example_mine.sim"));
   const ViewState& view = frame.form.CurrentView()->View();
   QCOMPARE(view.LevelMode, LevelModeOf::Single);
-  QCOMPARE(view.Is3D, std::int16_t{0});
   QCOMPARE(view.LevelTop, 950.0f);
   QCOMPARE(frame.form.findChild<QComboBox*>("CmbRL")->currentText(), QString("900 Level"));
-  QVERIFY(view.VisibleCount > 0);
 
   Frame other(ui, SavedNetwork("west.sim").toStdString());
   QCOMPARE(other.form.CurrentView()->View().LevelMode, LevelModeOf::All);

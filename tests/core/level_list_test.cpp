@@ -97,7 +97,7 @@ TEST_F(Levels, RefusedInputKeepsTheOldRow) {
   }
 }
 
-TEST_F(Levels, RangeSelectionAndCells) {
+TEST_F(Levels, RangesAndPastedCells) {
   ws.net.RLBound[1] = {0, 40000, 39000};
   ws.net.RLBound[2] = {0, 900, 800};
   ws.net.RLBound[3] = {0, 500, 400};
@@ -105,9 +105,8 @@ TEST_F(Levels, RangeSelectionAndCells) {
   EXPECT_EQ(RangeBand(ws.net, 3, 2), (std::pair<float, float>{500, 800}));
   EXPECT_EQ(RangeBand(ws.net, 1, 2).first, -25536);  // the High is read as 16 bits and wraps
 
-  std::vector<std::int16_t> chosen;
-  for (int level = 1; level <= 7; ++level) AddSelectedLevel(ws, chosen, level);
-  EXPECT_EQ(chosen.size(), 6u);
+  std::vector<std::int16_t> chosen(6, 1);
+  EXPECT_FALSE(AddSelectedLevel(ws, chosen, 2));
   EXPECT_TRUE(ui.Said("Maximum of only 6 selected levels allowed!"));
 
   LevelGrid grid(kLevelGridRows + 1);
