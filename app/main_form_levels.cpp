@@ -135,7 +135,14 @@ void MainForm::ShowViewOptions(FrmWindow* window) {
 void MainForm::ShowOptions() {
   const QString level = cmbRL_->currentText();
   FrmOptions dialog(ws_, this);
-  dialog.exec();
+  if (FrmWindow* window = CurrentView())
+    dialog.SetSymbolSizes(window->View().SymbolSize, window->View().SymbolScaled);
+  if (dialog.exec() == QDialog::Accepted) {
+    for (FrmWindow* window : AllViews()) {
+      window->View().SymbolSize = dialog.SymbolSize();
+      window->View().SymbolScaled = dialog.SymbolScaled();
+    }
+  }
   if (dialog.Applied().AutosaveChanged) RestartAutosave();
   // A unit switch applies at once, so the lists follow even after Cancel.
   RefreshLevelList();

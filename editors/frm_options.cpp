@@ -21,6 +21,9 @@
 #include "core/units.h"
 #include "editors/number_box.h"
 #include "files/defaults_file.h"
+#include "view/canvas.h"
+#include "view/drawing.h"
+#include "view/qt/qpainter_canvas.h"
 
 namespace galeris {
 namespace {
@@ -245,6 +248,30 @@ QWidget* FrmOptions::BuildDisplayTab() {
   fontLayout->addRow("Size", cmbFontSize_);
   fontLayout->addRow(chkBold_);
   layout->addWidget(fonts, 2, 2);
+
+  auto* icons = new QGroupBox("Symbols", tab);
+  auto* iconLayout = new QFormLayout(icons);
+  cmbIcon_ = new QComboBox(icons);
+  cmbIcon_->setObjectName("CmbIcon");
+  cmbIcon_->addItems({"Lines", "Arrows", "Smoke", "Fans", "Nodes", "Obstruction", "Bulkhead"});
+  cmbIconSize_ = new QComboBox(icons);
+  cmbIconSize_->setObjectName("CmbIconSize");
+  for (int size = 1; size <= 20; ++size) cmbIconSize_->addItem(QString::number(size));
+  chkIconScale_ = new QCheckBox("Scale with distance", icons);
+  chkIconScale_->setObjectName("ChkIconScale");
+  iconPicture_ = new QLabel(icons);
+  iconPicture_->setObjectName("IconPicture");
+  iconLayout->addRow(cmbIcon_, iconPicture_);
+  iconLayout->addRow("Size", cmbIconSize_);
+  iconLayout->addRow(chkIconScale_);
+  layout->addWidget(icons, 3, 2);
+  connect(cmbIcon_, &QComboBox::currentIndexChanged, this, [this] { ShowIcon(); });
+  connect(cmbIconSize_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    if (!loading_) symbolSize_[cmbIcon_->currentIndex()] = static_cast<std::int16_t>(index + 1);
+  });
+  connect(chkIconScale_, &QCheckBox::toggled, this, [this](bool on) {
+    if (!loading_) symbolScaled_[cmbIcon_->currentIndex()] = on ? 1 : 0;
+  });
   auto showFont = [this] {
     const LabelFont& font = form_.Fonts[cmbFonts_->currentIndex() + 1];
     const bool was = loading_;
@@ -387,8 +414,8 @@ void FrmOptions::ToControls(const OptionsForm& form) {
                              const std::array<float, kPresetRows>& values, int unit, int index) {
     combo->clear();
     for (int row = 0; row < kPresetRows; ++row) {
-      combo->addItem(QString::fromStdString(FormatValue(ws_.units, values[row], unit, false, true) +
-                                            "  (" + PresetListName(names[row]) + ")"));
+      combo->addItem(QString::fromStdString(ShownValue(ws_.units, values[row], unit) + "  (" +
+                                            PresetListName(names[row]) + ")"));
     }
     combo->setCurrentIndex(std::clamp(index, 0, kPresetRows - 1));
   };
@@ -428,14 +455,35 @@ void FrmOptions::ToControls(const OptionsForm& form) {
   loading_ = false;
 }
 
+void FrmOptions::SetSymbolSizes(const std::array<std::int16_t, 7>& size,
+                                const std::array<std::int16_t, 7>& scaled) {
+  symbolSize_ = size;
+  symbolScaled_ = scaled;
+  ShowIcon();
+}
+
+void FrmOptions::ShowIcon() {
+  const int row = std::max(0, cmbIcon_->currentIndex());
+  const bool was = loading_;
+  loading_ = true;
+  cmbIconSize_->setCurrentIndex(std::clamp<int>(symbolSize_[row], 1, 20) - 1);
+  chkIconScale_->setChecked(symbolScaled_[row] == 1);
+  // The picture of the row: the symbol bitmaps by their place in the picture list.
+  constexpr std::array<int, 7> kPictures = {
+      Picture::Line, Picture::Arrow,        Picture::Smoke,         Picture::Fan,
+      Picture::Node, Picture::HazardSymbol, Picture::BulkheadSymbol};
+  iconPicture_->setPixmap(QPixmap::fromImage(SymbolPicture(kPictures[row], 32)));
+  loading_ = was;
+}
+
 void FrmOptions::FillPresetValue(int g) {
   const int row = std::max(0, presetCombo_[g]->currentIndex());
   const std::array<float, kPresetRows>* values[] = {&form_.Res, &form_.Wall, &form_.Shock};
   const bool was = loading_;
   loading_ = true;
   presetRow_[g]->setText(QString::number(row));
-  presetValue_[g]->setText(QString::fromStdString(
-      FormatValue(ws_.units, (*values[g])[row], kPresetGroups[g].unit, false, true)));
+  presetValue_[g]->setText(
+      QString::fromStdString(ShownValue(ws_.units, (*values[g])[row], kPresetGroups[g].unit)));
   loading_ = was;
 }
 
@@ -448,7 +496,7 @@ void FrmOptions::FillColours() {
     auto* label = col_[i]->parentWidget()->findChild<QLabel*>(
         i < 5 ? QString("LblCol(%1)").arg(i) : QString("Label%1").arg(55 + i));
     label->setText(i < 5 ? fixed[i] : byAir ? air[i - 5] : levels[i - 5]);
-    PaintButton(col_[i], form_.Colours[i], i == colourSlot_);
+    PaintButton(col_[i], ShownColour(i), i == colourSlot_);
   }
 }
 
@@ -457,7 +505,18 @@ void FrmOptions::SelectColourSlot(int slot) {
   FillColours();
 }
 
+// A network without a colour table draws in the built-in palette; the boxes show that.
+std::int32_t FrmOptions::ShownColour(int slot) const {
+  const bool empty = std::all_of(form_.Colours.begin(), form_.Colours.end(),
+                                 [](std::int32_t c) { return c == 0; });
+  return empty ? PaletteColour(ws_.defaults, slot) : form_.Colours[slot];
+}
+
 void FrmOptions::PickColour(int palette) {
+  // The first colour picked fixes the others as they are shown.
+  std::array<std::int32_t, kOptionColours> shown{};
+  for (int i = 0; i < kOptionColours; ++i) shown[i] = ShownColour(i);
+  form_.Colours = shown;
   form_.Colours[colourSlot_] = kPalette[std::clamp(palette, 0, 15)];
   FillColours();
 }

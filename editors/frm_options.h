@@ -12,6 +12,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QLabel;
 class QLineEdit;
 class QPushButton;
 class QRadioButton;
@@ -26,6 +27,13 @@ class FrmOptions : public QDialog {
 
   OptionsForm Form() const;  // the controls as they stand
   const OptionsApplied& Applied() const { return applied_; }
+
+  // CmbIcon's rows (lines, arrows, smoke, fans, nodes, obstruction, bulkhead) are the view's
+  // symbol sizes (1..20) and their scale boxes: given from the current view, read back after OK.
+  void SetSymbolSizes(const std::array<std::int16_t, 7>& size,
+                      const std::array<std::int16_t, 7>& scaled);
+  const std::array<std::int16_t, 7>& SymbolSize() const { return symbolSize_; }
+  const std::array<std::int16_t, 7>& SymbolScaled() const { return symbolScaled_; }
 
   void accept() override;            // cmdOK
   void SwitchUnits(int unitSystem);  // OptUnitType: 1 SI, 2 British
@@ -45,6 +53,7 @@ class FrmOptions : public QDialog {
   void ToControls(const OptionsForm& form);
   void FillPresetValue(int table);
   void FillColours();
+  std::int32_t ShownColour(int slot) const;
   void FormatEdited(int row, int column);
 
   Workspace& ws_;
@@ -64,6 +73,13 @@ class FrmOptions : public QDialog {
   QComboBox* cmbFonts_ = nullptr;
   QComboBox* cmbFontSize_ = nullptr;
   QCheckBox* chkBold_ = nullptr;
+  QComboBox* cmbIcon_ = nullptr;
+  QComboBox* cmbIconSize_ = nullptr;
+  QCheckBox* chkIconScale_ = nullptr;
+  QLabel* iconPicture_ = nullptr;
+  std::array<std::int16_t, 7> symbolSize_{1, 2, 5, 5, 5, 5, 5};
+  std::array<std::int16_t, 7> symbolScaled_{};
+  void ShowIcon();
   // Preset groups: 0 resistance, 1 wall, 2 shock.
   std::array<QComboBox*, 3> presetCombo_{};
   std::array<QLineEdit*, 3> presetValue_{}, presetRow_{};

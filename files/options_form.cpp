@@ -82,7 +82,7 @@ const std::vector<LimitedBox>& LimitedBoxes() {
        [](const W& w) { return w.defaults.PowerCost; },
        [](W& w, double v) { w.defaults.PowerCost = static_cast<float>(v); }},
       {"TxtEff", 0, false, 100, true, 0, "Limits of Allowable Efficiency Exceeded",
-       [](const W& w) { return w.defaults.FanEffDefault * 100.0; },
+       [](const W& w) { return static_cast<double>(w.defaults.FanEffDefault * 100.0f); },
        [](W& w, double v) { w.defaults.FanEffDefault = static_cast<float>(v / 100); }},
       {"TxtFanMax", 10, false, 1000, true, 0, "Limits of Allowable Fan Types Exceeded",
        [](const W& w) { return w.net.FanMax; },
@@ -136,9 +136,10 @@ const std::vector<PlainBox>& PlainBoxes() {
   return boxes;
 }
 
-// The shortest text that reads back as the same value (as a single when it is one).
-std::string Shown(const Workspace& ws, double value, int unit) {
-  if (unit != 0) return FormatValue(ws.units, value, unit, false, true);
+}  // namespace
+
+std::string ShownValue(const UnitTable& units, double value, int unit) {
+  if (unit != 0) value = ToDisplay(units, value, unit);
   char buffer[64];
   const auto single = static_cast<float>(value);
   const auto [end, error] = static_cast<double>(single) == value
@@ -147,6 +148,12 @@ std::string Shown(const Workspace& ws, double value, int unit) {
   std::string text(buffer, error == std::errc() ? end : buffer);
   std::replace(text.begin(), text.end(), '.', MachineDecimalSeparator());
   return text;
+}
+
+namespace {
+
+std::string Shown(const Workspace& ws, double value, int unit) {
+  return ShownValue(ws.units, value, unit);
 }
 
 // A switch kept as the settings keep it: any non-zero value is on, and an unchanged switch

@@ -55,6 +55,9 @@ OptionsApplied SwitchOptionUnits(Workspace& ws, OptionsForm& form, int unitSyste
 bool IsValidUnitFormat(const std::string& format);
 inline constexpr const char* kMsgInvalidFormat =
     "Invalid format code - formats should look like 0 or 0.00 etc";
+// A setting as a box shows it: through the unit (0 for none), in the shortest text that reads
+// back as the same value (as a single when it is one).
+std::string ShownValue(const UnitTable& units, double value, int unit);
 // A preset name as a combo shows it: the name, or "undefined" when it is empty.
 std::string PresetListName(const std::string& name);
 

@@ -2,6 +2,7 @@
 // named as the program names them, filled from the store, and OK, Cancel, Show All and Hide All
 // reaching the store and the view. (Select Range and Selected Levels: qt_main_form_levels.)
 #include <QCheckBox>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRadioButton>
@@ -136,6 +137,10 @@ void LevelViewDialogsTest::OptionsApplyOnOkOnly() {
   formats->item(0, 1)->setText("abc");
   QVERIFY(s.ui.Said(kMsgInvalidFormat));
   QCOMPARE(formats->item(0, 1)->text(), QString::fromStdString(s.ws.units.UnitFormat[1][1]));
+  dialog.SetSymbolSizes({1, 2, 5, 5, 5, 5, 5}, {});
+  Store::Named<QComboBox>(dialog, "CmbIcon")->setCurrentIndex(4);
+  Store::Named<QComboBox>(dialog, "CmbIconSize")->setCurrentIndex(8);
+  QCOMPARE(dialog.SymbolSize()[4], std::int16_t{9});
   dialog.SelectColourSlot(2);
   dialog.PickColour(12);
   Store::Named<QPushButton>(dialog, "cmdOK")->click();
