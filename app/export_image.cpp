@@ -5,6 +5,7 @@
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QImage>
+#include <QSettings>
 #include <cstdio>
 #include <cstring>
 #include <memory>
@@ -159,6 +160,8 @@ int RunExportImage(int argc, char** argv) {
   view.PixelHeight = request->size.height();
   view.AspectRatio = static_cast<float>(view.PixelHeight) / static_cast<float>(view.PixelWidth);
   view.DataTypeCode = static_cast<std::int16_t>(request->dataType);
+  // The picture is drawn as the user's windows draw it.
+  view.Declutter = QSettings("Galeris", "Galeris").value("View/Declutter", true).toBool();
   BuildVisibleList(ws, view);
 
   bool fit = true;
@@ -170,6 +173,8 @@ int RunExportImage(int argc, char** argv) {
     }
     LoadViewSlot(ws, view, slot);
     fit = slot <= kPermanentViews || ws.net.ViewValue[slot][5] == 0;
+  } else {
+    fit = !LoadStartupView(ws, view);
   }
   ProjectNetwork(ws, view);
   if (fit) FitNetwork(ws, view);

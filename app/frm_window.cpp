@@ -75,6 +75,18 @@ void FrmWindow::Fit() {
   Repaint(false);
 }
 
+bool FrmWindow::OpenStartupView() {
+  CatchUpWithStore();
+  view_.PixelWidth = std::max(1, width());
+  view_.PixelHeight = std::max(1, height());
+  if (!LoadStartupView(ws_, view_)) return false;
+  fitted_ = true;
+  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  Announce();
+  Repaint(false);
+  return true;
+}
+
 void FrmWindow::SetDataType(int code) {
   view_.DataTypeCode = static_cast<std::int16_t>(code);
   Repaint(false);

@@ -25,6 +25,7 @@ class FrmWindow : public QWidget {
   const ViewState& View() const { return view_; }
 
   void Fit();                           // mnuFit, Home
+  bool OpenStartupView();               // after an open: the file's start-up view, if any
   void SetDataType(int code);           // CmbDataType and CmbDataVal: group * 10 + item
   bool ApplyView(const QString& name);  // CmbView
   int SaveView();                       // mnuSaveView; the slot used, 0 for none

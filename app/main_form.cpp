@@ -202,7 +202,10 @@ void MainForm::RefreshLevelList() {
   for (int i = 1; i <= ws_.net.RLCount && i < static_cast<int>(ws_.net.RLName.size()); ++i)
     cmbRL_->addItem(QString::fromStdString(ws_.net.RLName[i]));
   if (cmbRL_->count() == 0) cmbRL_->addItems({"SURFACE", "U/Ground"});
-  const int keep = cmbRL_->findText(shown);
+  int keep = cmbRL_->findText(shown);
+  // A view showing one level (a file's start-up view, say) names it in the list.
+  if (const FrmWindow* view = CurrentView(); view && view->View().LevelMode == LevelModeOf::Single)
+    keep = std::min(view->View().CurrentLevel, cmbRL_->count()) - 1;
   cmbRL_->setCurrentIndex(keep >= 0 ? keep : 0);
   cmbRL_->blockSignals(false);
   // The scroll bar runs against the list: its top is the list's last entry.
@@ -311,6 +314,7 @@ FrmWindow* MainForm::NewViewWindow() {
     return nullptr;
   }
   auto* view = new FrmWindow(ws_);
+  view->View().Declutter = DeclutterSetting();
   view->SetDataType(dataTypeCode_);
   view->SetWindowNumber(FreeWindowNumber());
   // The window's events go to the mouse tools first; the window itself only paints.
@@ -397,6 +401,9 @@ void MainForm::CarryOut(const CommandResult& result, FrmWindow* view) {
       break;
     case CommandOperation::SmokeSourcing:
       toolCommands_->SourcingSimulation();
+      break;
+    case CommandOperation::DisplayOptions:
+      ShowViewOptions(view);
       break;
     case CommandOperation::None:
     case CommandOperation::Fit:

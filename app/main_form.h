@@ -104,6 +104,14 @@ class MainForm : public QMainWindow {
   int DataTypeCode() const { return dataTypeCode_; }
   void SetDataType(int group, int item);
 
+  // Levels, layers and options (main_form_levels.cpp).
+  void ShowLevelList();                     // frmRLBase
+  void ChooseLevelMode(int mode);           // mnuLevels(1..4)
+  void ShowViewingLayers();                 // frmTagS
+  void ShowViewOptions(FrmWindow* window);  // frmViewer, palette button 26
+  void ShowOptions();                       // frmOptions
+  static bool DeclutterSetting();           // the user's Declutter choice, on by default
+
   QAction* Action(const QString& objectName) const;
   QMdiArea& Views() const { return *mdi_; }
   ToolPalette& Palette() const { return *palette_; }
@@ -129,6 +137,7 @@ class MainForm : public QMainWindow {
   void BuildToolsMenu();
   void BuildWindowMenu();
   void BuildHelpMenu();
+  void BuildLevelMenus();
   QAction* AddEntry(QMenu* menu, const QString& name, const QString& caption,
                     std::function<void()> run = {});
   void BuildToolbars();
@@ -150,7 +159,8 @@ class MainForm : public QMainWindow {
   void RefreshToolCursors();
   int FreeWindowNumber() const;
 
-  void AfterLoad(bool loaded);
+  // opened: a file was opened (not merged), so views may take its start-up view.
+  void AfterLoad(bool loaded, bool opened = false);
   void AfterSave(bool saved);
   QString ChooseFile(FileDialogRequest request);
   QString ChooseNetworkToOpen(const QString& title);

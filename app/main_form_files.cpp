@@ -32,8 +32,9 @@ void MainForm::Load(const std::string& commandFile) {
   RefreshLevelList();
   NewViewWindow();
   if (!commandFile.empty()) {
-    if (OpenNetwork(ws_, commandFile)) undo_.ResetUndoFile();
-    AfterLoad(true);
+    const bool opened = OpenNetwork(ws_, commandFile);
+    if (opened) undo_.ResetUndoFile();
+    AfterLoad(true, opened);
   }
   if (OfferRecovery(ws_)) {
     undo_.ResetUndoFile();
@@ -88,7 +89,7 @@ bool MainForm::OpenPath(const std::string& path) {
   const bool loaded = OpenNetwork(ws_, path);
   // A replaced network starts a fresh journal; a refused load leaves the old one.
   if (loaded) undo_.ResetUndoFile();
-  AfterLoad(loaded);
+  AfterLoad(loaded, loaded);
   return loaded;
 }
 
@@ -139,11 +140,12 @@ void MainForm::ExportPictureCommand() {
     ws_.ui.Inform("Error Export File - Check Name");
 }
 
-void MainForm::AfterLoad(bool loaded) {
+void MainForm::AfterLoad(bool loaded, bool opened) {
   // A refused load may still have emptied the network, so everything is refreshed anyway.
-  // The views are fitted to the new network first: their scale caption gives way to the
-  // file's name until the next change of scale.
-  for (FrmWindow* view : AllViews()) view->Fit();
+  // The views take the opened file's start-up view, or are fitted to the new network: their
+  // scale caption gives way to the file's name until the next change of scale.
+  for (FrmWindow* view : AllViews())
+    if (!(opened && view->OpenStartupView())) view->Fit();
   RefreshCaption();
   RefreshRecentMenu();
   RefreshLevelList();

@@ -37,6 +37,7 @@ void MainForm::BuildMenus() {
   BuildToolsMenu();
   BuildWindowMenu();
   BuildHelpMenu();
+  BuildLevelMenus();
 }
 
 void MainForm::BuildFileMenu() {

@@ -533,6 +533,12 @@ int SmallestGeneratedMine() {
   return BaseAirways(Layout{});
 }
 
+// From still air a generated mine of a few hundred airways or more takes 80 to 150 sweeps
+// whatever its size, a small one a dozen or so; half the airway count leaves room for both.
+std::int16_t SweepLimitFor(int airways) {
+  return static_cast<std::int16_t>(std::clamp(airways / 2, 50, 500));
+}
+
 void GenerateMine(Workspace& ws, int airways, unsigned seed) {
   airways = std::clamp(airways, SmallestGeneratedMine(), kAirwayLoopLimit);
   if (airways > ws.net.MaxAirways) {
@@ -540,6 +546,7 @@ void GenerateMine(Workspace& ws, int airways, unsigned seed) {
     ResizeStore(ws.net);
   }
   MineBuilder(ws, seed).Build(ChooseLayout(airways), airways);
+  ws.defaults.MaxIter = SweepLimitFor(airways);
 }
 
 }  // namespace galeris

@@ -25,7 +25,10 @@ constexpr std::array<Colour, 8> kBuiltInPalette = {
     RGBColour(160, 160, 200),  // grid text
 };
 
-constexpr float kStubTick = 15;  // world units of a vertical shaft's tick in a plan view
+constexpr float kStubTick = 15;
+// No character of a label font is narrower than this share of an "F": the width that declutter
+// tries before it measures a text.
+constexpr float kNarrowestGlyph = 0.2f;  // world units of a vertical shaft's tick in a plan view
 constexpr int kMaxGridLines = 400;
 
 bool InsideBand(float z, float bottom, float top) {
@@ -135,6 +138,120 @@ void CentredBitmap(Canvas& canvas, int picture, float x, float y, float size) {
   canvas.Bitmap(picture, x - size / 2, y - size / 2, size, size);
 }
 
+// Declutter: the screen in cells of about four pixels, each marked once something is drawn
+// on it, on three planes: shapes (node circles and symbols), texts and arrows. A text may still
+// sit on a circle, as a node's name sits on its own node, but never on another text. With the
+// choice off nothing is ever refused.
+class TakenPlaces {
+ public:
+  static constexpr std::uint8_t kShapes = 1, kTexts = 2, kArrows = 4;
+
+  TakenPlaces(ViewState& view, bool on) : cells_(view.TakenCells), on_(on) {
+    if (!on_) return;
+    columns_ = std::max(1, (view.PixelWidth + kCellPixels - 1) / kCellPixels);
+    rows_ = std::max(1, (view.PixelHeight + kCellPixels - 1) / kCellPixels);
+    left_ = view.ScaleLeft;
+    top_ = view.ScaleTop;
+    cellWidth_ = view.ScaleWidth / static_cast<float>(columns_);
+    cellHeight_ = view.ScaleHeight / static_cast<float>(rows_);
+    cells_.assign(static_cast<std::size_t>(columns_) * static_cast<std::size_t>(rows_), 0);
+  }
+
+  // True when the point's cell already holds a drawing: whatever covers the point is refused.
+  bool Taken(float x, float y, std::uint8_t plane = kTexts) const {
+    if (!on_) return false;
+    const int c = Column(x), r = Row(y);
+    return c >= 0 && c < columns_ && r >= 0 && r < rows_ && (At(c, r) & plane);
+  }
+
+  // True when no cell of the rectangle is taken yet; they all are afterwards.
+  bool Claim(float left, float top, float width, float height, std::uint8_t plane = kTexts) {
+    if (!on_) return true;
+    const Span span = SpanOf(left, top, width, height);
+    if (!Free(span, plane)) return false;
+    for (int r = span.r0; r <= span.r1; ++r)
+      for (int c = span.c0; c <= span.c1; ++c) At(c, r) |= plane;
+    return true;
+  }
+
+  // One line of text with its top-left corner at (left, top), measured only when on. Measuring
+  // is the costly part, so a text is first tried at a width no glyph run can be narrower than
+  // (`narrowest` a character): if that is already taken, so is the real one.
+  bool ClaimText(Canvas& canvas, float left, float top, std::string_view text, float size,
+                 float height, float narrowest) {
+    if (!on_) return true;
+    if (!Free(SpanOf(left, top, narrowest * static_cast<float>(text.size()), height), kTexts))
+      return false;
+    return Claim(left, top, canvas.TextWidth(text, size), height);
+  }
+
+  bool ClaimCentred(float x, float y, float size) {
+    return Claim(x - size / 2, y - size / 2, size, size, kShapes);
+  }
+
+  // A block of text lines centred on x, the first line's top at y; tried first as in ClaimText.
+  bool ClaimLines(Canvas& canvas, std::string_view text, float x, float y, float size,
+                  float lineStep, float narrowest) {
+    if (!on_) return true;
+    std::size_t longest = 0;
+    int lines = 0;
+    for (std::string_view rest = text;; ++lines) {
+      const std::size_t feed = rest.find('\n');
+      longest = std::max(longest, std::min(feed, rest.size()));
+      if (feed == std::string_view::npos) break;
+      rest.remove_prefix(feed + 1);
+    }
+    const float height = lineStep * static_cast<float>(lines + 1);
+    const float least = narrowest * static_cast<float>(longest);
+    if (!Free(SpanOf(x - least / 2, y, least, height), kTexts)) return false;
+    float widest = 0;
+    for (std::string_view rest = text;;) {
+      const std::size_t feed = rest.find('\n');
+      widest = std::max(widest, canvas.TextWidth(rest.substr(0, feed), size));
+      if (feed == std::string_view::npos) break;
+      rest.remove_prefix(feed + 1);
+    }
+    return Claim(x - widest / 2, y, widest, height);
+  }
+
+ private:
+  static constexpr int kCellPixels = 4;
+  struct Span {
+    int c0, c1, r0, r1;
+  };
+
+  // The cells of a rectangle, a quarter cell in from each side so that neighbours that only
+  // touch both stay, clipped to the screen.
+  Span SpanOf(float left, float top, float width, float height) const {
+    const float insetX = std::min(std::fabs(width), std::fabs(cellWidth_)) / 4;
+    const float insetY = std::min(std::fabs(height), std::fabs(cellHeight_)) / 4;
+    Span s{Column(left + insetX), Column(left + width - insetX), Row(top + insetY),
+           Row(top + height - insetY)};
+    if (s.c0 > s.c1) std::swap(s.c0, s.c1);
+    if (s.r0 > s.r1) std::swap(s.r0, s.r1);
+    s.c0 = std::max(s.c0, 0), s.c1 = std::min(s.c1, columns_ - 1);
+    s.r0 = std::max(s.r0, 0), s.r1 = std::min(s.r1, rows_ - 1);
+    return s;
+  }
+
+  bool Free(const Span& span, std::uint8_t plane) const {
+    for (int r = span.r0; r <= span.r1; ++r)
+      for (int c = span.c0; c <= span.c1; ++c)
+        if (At(c, r) & plane) return false;
+    return true;
+  }
+
+  int Column(float x) const { return static_cast<int>(std::floor((x - left_) / cellWidth_)); }
+  int Row(float y) const { return static_cast<int>(std::floor((y - top_) / cellHeight_)); }
+  std::uint8_t& At(int c, int r) { return cells_[static_cast<std::size_t>(r) * columns_ + c]; }
+  std::uint8_t At(int c, int r) const { return cells_[static_cast<std::size_t>(r) * columns_ + c]; }
+
+  std::vector<std::uint8_t>& cells_;
+  bool on_;
+  int columns_ = 1, rows_ = 1;
+  float left_ = 0, top_ = 0, cellWidth_ = 1, cellHeight_ = 1;
+};
+
 struct RecordPlace {
   float x1, y1, x2, y2;
   float midX, midY, symX, symY;
@@ -229,16 +346,23 @@ int LineCount(std::string_view text) {
   return 1 + static_cast<int>(std::count(text.begin(), text.end(), '\n'));
 }
 
-void DrawFloatingText(Workspace& ws, ViewState& view, Canvas& canvas, const SymbolScale& scale) {
+void DrawFloatingText(Workspace& ws, ViewState& view, Canvas& canvas, const SymbolScale& scale,
+                      TakenPlaces& places) {
   const Network& net = ws.net;
   if (!(view.DisplayBits & Show::FloatingText) || ws.defaults.Fonts[4].Size == 0) return;
   const float size = FontSize(ws, scale, 4);
   const Colour colour = PaletteColour(ws.defaults, Palette::Symbols);
+  const float textLine = view.Declutter ? canvas.TextHeight("F", size) : 0;
+  const float narrowest = view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", size) : 0;
   for (std::int16_t t : view.VisibleTexts) {
     const Coord3& c = net.TextCoord[t];
     float sx = 0, sy = 0;
     ProjectPoint(view, c[1], c[2], c[3], sx, sy);
     const float x = sx * net.AxisSignX, y = sy * net.AxisSignY;
+    if (places.Taken(x, y) ||
+        !places.ClaimText(canvas, x, y, net.TextString[t], size, textLine, narrowest)) {
+      continue;
+    }
     canvas.Circle(x, y, scale.width / 1000, colour);
     canvas.Text(x, y, net.TextString[t], colour, size);
   }
@@ -500,7 +624,8 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
   Network& net = ws.net;
   ReadViewBounds(view);
   const SymbolScale scale = ScaleSymbols(view);
-  DrawFloatingText(ws, view, canvas, scale);
+  TakenPlaces places(view, view.Declutter);
+  DrawFloatingText(ws, view, canvas, scale, places);
 
   const float dataSize = FontSize(ws, scale, 1);
   const float nameSize = FontSize(ws, scale, 2);
@@ -509,6 +634,10 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
   const float nameStep = canvas.TextHeight("F", nameSize);
   const float nodeColumn = canvas.TextWidth("F", nodeSize);
   const float nodeLine = canvas.TextHeight("F", nodeSize);
+  const float dataNarrowest =
+      view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", dataSize) : 0;
+  const float nameNarrowest =
+      view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", nameSize) : 0;
 
   const std::int32_t bits = view.DisplayBits;
   const int dataType = view.DataTypeCode;
@@ -538,7 +667,10 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
     const Colour textColour = contaminantDisplay ? line.Colour : dim ? dimText : symbolColour;
 
     if ((bits & Show::Arrows) && (inView || (view.DisplayFlags & OffLayer::Arrows)) &&
-        (p.x1 != p.x2 || p.y1 != p.y2)) {
+        (p.x1 != p.x2 || p.y1 != p.y2) &&
+        places.Claim(p.x1 + 0.8f * (p.x2 - p.x1) - scale.arrow,
+                     p.y1 + 0.8f * (p.y2 - p.y1) - scale.arrow, 2 * scale.arrow, 2 * scale.arrow,
+                     TakenPlaces::kArrows)) {
       DrawArrow(canvas, p, scale.arrow, line.Colour, line.Width);
     }
 
@@ -546,8 +678,11 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
     const bool drawEnd2 = steep || ((nodeSymbols || nodeData) &&
                                     !EndIsJoined(view.NodeKeyScratch, net.ExitNodeId[i]));
     if (nodeSymbols && (inView || (view.DisplayFlags & OffLayer::NodeSymbols))) {
-      if (p.end1On) CentredBitmap(canvas, Picture::Node, p.x1, p.y1, scale.symbol[4]);
-      if (p.end2On && drawEnd2) CentredBitmap(canvas, Picture::Node, p.x2, p.y2, scale.symbol[4]);
+      const float size = scale.symbol[4];
+      if (p.end1On && places.ClaimCentred(p.x1, p.y1, size))
+        CentredBitmap(canvas, Picture::Node, p.x1, p.y1, size);
+      if (p.end2On && drawEnd2 && places.ClaimCentred(p.x2, p.y2, size))
+        CentredBitmap(canvas, Picture::Node, p.x2, p.y2, size);
     }
 
     const bool filterPasses = view.DataFilter == 0 || (view.DataFilter & attitude) != 0;
@@ -555,70 +690,80 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
         view.DataFilter == 3 && flowLimitsInUse && OutsideFlowLimits(view, net.Quantity[i]);
     if ((bits & Show::NodeNames) && ws.defaults.Fonts[3].Size != 0 &&
         (inView || (view.DisplayFlags & OffLayer::NodeNames)) && filterPasses && !limitedOut) {
-      if (p.end2On) {
-        const std::string name = net.ExitNodeName[i].Trimmed();
-        canvas.Text(p.x2 - nodeColumn / 2, p.y2 - nodeLine, name, textColour, nodeSize);
-      }
-      if (steep && p.end1On) {
-        const std::string name = net.EntryNodeName[i].Trimmed();
-        canvas.Text(p.x1 - nodeColumn / 2, p.y1 - nodeLine, name, textColour, nodeSize);
-      }
+      auto nodeName = [&](const Text40& field, float x, float y) {
+        if (places.Taken(x, y - nodeLine / 2)) return;
+        const std::string name = field.Trimmed();
+        const float left = x - nodeColumn / 2, top = y - nodeLine;
+        if (places.ClaimText(canvas, left, top, name, nodeSize, nodeLine,
+                             kNarrowestGlyph * nodeColumn))
+          canvas.Text(left, top, name, textColour, nodeSize);
+      };
+      if (p.end2On) nodeName(net.ExitNodeName[i], p.x2, p.y2);
+      if (steep && p.end1On) nodeName(net.EntryNodeName[i], p.x1, p.y1);
     }
 
     if (nodeData && scale.text > 0 && (inView || (view.DisplayFlags & OffLayer::Data))) {
-      if (p.end1On) {
-        label = NodeValueText(ws, dataType, net.Coord1[i], net.FromNodeP[i]);
-        canvas.Text(p.x1, p.y1, label, dataColour, dataSize);
-      }
-      if (p.end2On && drawEnd2) {
-        label = NodeValueText(ws, dataType, net.Coord2[i], net.ToNodeP[i]);
-        canvas.Text(p.x2, p.y2, label, dataColour, dataSize);
-      }
+      auto nodeValue = [&](const Coord3& c, float pressure, float x, float y) {
+        if (places.Taken(x, y + lineStep / 2)) return;
+        label = NodeValueText(ws, dataType, c, pressure);
+        if (places.ClaimText(canvas, x, y, label, dataSize, lineStep, dataNarrowest))
+          canvas.Text(x, y, label, dataColour, dataSize);
+      };
+      if (p.end1On) nodeValue(net.Coord1[i], net.FromNodeP[i], p.x1, p.y1);
+      if (p.end2On && drawEnd2) nodeValue(net.Coord2[i], net.ToNodeP[i], p.x2, p.y2);
     }
 
     if (p.symOn && inView) {
+      auto symbol = [&](int picture, float x, float y, float size) {
+        if (places.ClaimCentred(x, y, size)) CentredBitmap(canvas, picture, x, y, size);
+      };
       if ((bits & Show::FanSymbols) && net.FanNumber[i] != 0) {
-        CentredBitmap(canvas, Picture::Fan, p.symX, p.symY, scale.symbol[3]);
+        symbol(Picture::Fan, p.symX, p.symY, scale.symbol[3]);
       } else if ((bits & Show::FanSymbols) && (code & Bit::FixedQuantity) && p.midOn) {
-        CentredBitmap(canvas, net.Pressure[i] < 0 ? Picture::Res : Picture::Fixed, p.midX, p.midY,
-                      scale.symbol[3]);
+        symbol(net.Pressure[i] < 0 ? Picture::Res : Picture::Fixed, p.midX, p.midY,
+               scale.symbol[3]);
       }
       if ((bits & Show::ResistanceSymbols) && net.ResType[i] != 0) {
         if (net.ResType[i] == 1) {
-          CentredBitmap(canvas, Picture::BulkheadSymbol, p.symX, p.symY, scale.symbol[6]);
+          symbol(Picture::BulkheadSymbol, p.symX, p.symY, scale.symbol[6]);
         } else {
-          CentredBitmap(canvas, Picture::HazardSymbol, p.symX, p.symY, scale.symbol[5]);
+          symbol(Picture::HazardSymbol, p.symX, p.symY, scale.symbol[5]);
         }
       }
       if ((code & Bit::ContaminantSource) && (bits & Show::Contaminants)) {
-        CentredBitmap(canvas, Picture::Smoke, p.symX, p.symY, scale.symbol[2]);
+        symbol(Picture::Smoke, p.symX, p.symY, scale.symbol[2]);
       }
       const int pin = net.SmokeData[i][1];
-      if (pin != 0) {
-        const float size = scale.symbol[2];
-        canvas.Bitmap(pin == 2 ? Picture::PinBlue : Picture::PinRed, p.symX - size / 2,
-                      p.symY - 0.9f * size, size, size);
+      const float pinSize = scale.symbol[2];
+      if (pin != 0 && places.Claim(p.symX - pinSize / 2, p.symY - 0.9f * pinSize, pinSize, pinSize,
+                                   TakenPlaces::kShapes)) {
+        canvas.Bitmap(pin == 2 ? Picture::PinBlue : Picture::PinRed, p.symX - pinSize / 2,
+                      p.symY - 0.9f * pinSize, pinSize, pinSize);
       }
     }
 
     float textBottom = p.midY;
     if (ws.defaults.Fonts[1].Size != 0 && p.midOn && (bits & Show::DataValues) && !nodeData &&
-        (inView || (view.DisplayFlags & OffLayer::Data)) && filterPasses && !limitedOut) {
+        (inView || (view.DisplayFlags & OffLayer::Data)) && filterPasses && !limitedOut &&
+        !places.Taken(p.midX, p.midY - lineStep / 2)) {
       label = AirwayLabel(ws, dataType, i, 0, labelSettings);
       if (code & Bit::ErrorMark) label = net.Comment[i].Trimmed() + "\n" + label;
       const Colour colour = contaminantDisplay && label != "N/A" ? line.Colour : dataColour;
       const int lines = LineCount(label);
       // One line sits above the midpoint; of two, the first above and the second below.
       const float top = p.midY - lineStep * static_cast<float>(lines == 1 ? 1 : lines - 1);
-      textBottom = CentredLines(canvas, label, p.midX, top, dataSize, lineStep, colour);
+      if (places.ClaimLines(canvas, label, p.midX, top, dataSize, lineStep, dataNarrowest))
+        textBottom = CentredLines(canvas, label, p.midX, top, dataSize, lineStep, colour);
     }
 
     if ((bits & Show::AirwayNames) && ws.defaults.Fonts[2].Size != 0 && p.midOn &&
         (inView || (view.DisplayFlags & OffLayer::AirwayName))) {
-      const std::string name = net.BranchName[i].Trimmed();
-      if (!name.empty()) {
-        CentredLines(canvas, name, p.midX, std::max(textBottom, p.midY), nameSize, nameStep,
-                     dim ? dimText : line.Colour);
+      const float top = std::max(textBottom, p.midY);
+      const std::string name =
+          places.Taken(p.midX, top + nameStep / 2) ? std::string() : net.BranchName[i].Trimmed();
+      if (!name.empty() &&
+          places.ClaimLines(canvas, name, p.midX, top, nameSize, nameStep, nameNarrowest)) {
+        CentredLines(canvas, name, p.midX, top, nameSize, nameStep, dim ? dimText : line.Colour);
       }
     }
   }

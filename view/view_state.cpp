@@ -660,6 +660,14 @@ void LoadViewSlot(Workspace& ws, ViewState& view, int slot) {
   ProjectNetwork(ws, view);
 }
 
+bool LoadStartupView(Workspace& ws, ViewState& view) {
+  if (ws.net.ViewValue[0][5] == 0) return false;
+  LoadViewSlot(ws, view, 0);
+  ResizeView(ws, view, view.PixelWidth, view.PixelHeight);  // the stored width, this shape
+  SetScaleCaption(ws, view);
+  return true;
+}
+
 void MakePermanentViews(Network& net) {
   struct Permanent {
     const char* name;
@@ -701,7 +709,9 @@ int FindViewSlot(const Network& net, const std::string& name) {
 }  // namespace
 
 bool ApplyNamedView(Workspace& ws, ViewState& view, const std::string& name) {
-  if (view.Is3D == 0 || name.empty()) return false;
+  // Every pick loads the view again, in plan mode as in 3-D: a list that only answered in 3-D
+  // went dead once " 1. Default View" had put the window back into plan mode.
+  if (name.empty()) return false;
   const int slot = FindViewSlot(ws.net, name);
   if (slot == 0) {
     ws.ui.Inform("Error - could not load view");

@@ -94,6 +94,9 @@ struct ViewState {
   std::array<std::int16_t, 7> SymbolSize{1, 2, 5, 5, 5, 5, 5};
   std::array<std::int16_t, 7> SymbolScaled{};
   bool TextScaled = false;
+  // Leave out a node circle, symbol, arrow or text whose place on the screen is already taken by
+  // one drawn before it (the user's choice, kept in the program's settings).
+  bool Declutter = false;
 
   // Contaminant display: 0 none, 1 spread bands from concentrations, 2 stored bands.
   std::int16_t SmokeState = 0;
@@ -115,6 +118,7 @@ struct ViewState {
   bool Moving = false;                       // rotation or pan under way: no grid labels
   int SingleAirway = 0;                      // a redraw of one airway's symbols only; 0 for all
   std::vector<std::int64_t> NodeKeyScratch;  // sorted end keys for joined-end tests
+  std::vector<std::uint8_t> TakenCells;      // declutter: screen cells already drawn on
 
   // Status texts for the frame.
   std::string StatusRotX = "RotX 0", StatusRotY = "RotY 0";
@@ -210,9 +214,14 @@ std::string LevelCaption(const Workspace& ws, const ViewState& view);
 // Saved views.
 void SaveViewSlot(Workspace& ws, const ViewState& view, int slot);
 void LoadViewSlot(Workspace& ws, ViewState& view, int slot);
+// A file that carries a start-up view (slot 0, stored with a scale) opens in it: loads it at
+// its stored width for the window's shape and returns true. Files without one open fitted to the
+// whole network, as before.
+bool LoadStartupView(Workspace& ws, ViewState& view);
 // The five permanent views, made when the defaults are loaded.
 void MakePermanentViews(Network& net);
-// CmbView: loads the view of that name; false after "Error - could not load view".
+// CmbView, on every pick: loads the view of that name; false after "Error - could not load
+// view".
 bool ApplyNamedView(Workspace& ws, ViewState& view, const std::string& name);
 // mnuSaveView: asks for a name and stores the view; returns the slot, 0 when nothing was saved.
 int SaveNamedView(Workspace& ws, const ViewState& view);

@@ -1,5 +1,6 @@
 // The program's life through the frame: the command-line file, the recovery offer, New, Open,
 // Save As to a Master file, bad names, the file dialogs' filters, the note window and exit.
+#include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QPlainTextEdit>
@@ -8,6 +9,7 @@
 
 #include "app/frm_file_note.h"
 #include "app/frm_title.h"
+#include "app/frm_window.h"
 #include "app/main_form.h"
 #include "core/headless_ui.h"
 #include "core/workspace.h"
@@ -74,6 +76,7 @@ class MainFormFilesTest : public QObject {
   void NoteWindowFollowsTheNetwork();
   void AutosaveWritesTheRecoveryFileEveryEleventhTick();
   void CaptionIsTheFileNameCutAtAHundred();
+  void ExampleOpensAtItsStartupLevelOthersFitted();
 };
 
 void MainFormFilesTest::cleanup() {
@@ -307,6 +310,21 @@ void MainFormFilesTest::CaptionIsTheFileNameCutAtAHundred() {
   frame.ws.net.FileName = "C:\\Mines\\West.sim";
   frame.form.RefreshCaption();
   QCOMPARE(frame.form.windowTitle(), QString("West.sim"));
+}
+
+// The shipped example stores a start-up view of one level in plan, so that its names and values
+// are readable at once; a file without one still opens on every level, fitted.
+void MainFormFilesTest::ExampleOpensAtItsStartupLevelOthersFitted() {
+  HeadlessUi ui;
+  Frame frame(ui, test::SourcePath("examples/example_mine.sim"));
+  const ViewState& view = frame.form.CurrentView()->View();
+  QCOMPARE(view.LevelMode, LevelModeOf::Single);
+  QCOMPARE(view.LevelTop, 950.0f);
+  QCOMPARE(frame.form.findChild<QComboBox*>("CmbRL")->currentText(), QString("900 Level"));
+
+  Frame other(ui, SavedNetwork("west.sim").toStdString());
+  QCOMPARE(other.form.CurrentView()->View().LevelMode, LevelModeOf::All);
+  QCOMPARE(other.form.CurrentView()->View().VisibleCount, 3);
 }
 
 QTEST_MAIN(MainFormFilesTest)

@@ -16,6 +16,7 @@
 #include "core/workspace.h"
 #include "files/network_file.h"
 #include "tests/support/test_support.h"
+#include "tools/mine_generator.h"
 #include "view/drawing.h"
 #include "view/labels.h"
 #include "view/qt/view_image.h"
@@ -191,6 +192,7 @@ class ViewRenderTest : public QObject {
   void ExportCommandRefusesBadArguments();
   void ExportCommandRendersASavedNetwork();
   void WindowStateGoesToItsSlot();
+  void LargeMineAtFitScaleWithAndWithoutDeclutter();
 };
 
 void ViewRenderTest::PlanOfAllLevels() {
@@ -408,6 +410,30 @@ void ViewRenderTest::WindowStateGoesToItsSlot() {
   window.RestoreState();
   QCOMPARE(window.View().LevelMode, LevelModeOf::Single);
   QCOMPARE(window.View().LevelTop, 920.0f);
+}
+
+// A mine of 5 000 airways at fit scale: without declutter the circles and texts run into a
+// solid block; with it every node, symbol and text that stands has its own place.
+void ViewRenderTest::LargeMineAtFitScaleWithAndWithoutDeclutter() {
+  HeadlessUi ui;
+  Workspace ws(ui);
+  ws.units = BuiltInUnits();
+  GenerateMine(ws, 5000);
+  for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
+  for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
+  const QSize size(800, 600);
+  ViewState view = MakeViewState(ws);
+  view.PixelWidth = size.width();
+  view.PixelHeight = size.height();
+  view.DisplayBits = 0x1FF;
+  BuildVisibleList(ws, view);
+  FitNetwork(ws, view);
+  const QImage cluttered = RenderViewImage(ws, view, size);
+  CompareWithReference(cluttered, "large_mine_cluttered");
+  view.Declutter = true;
+  const QImage decluttered = RenderViewImage(ws, view, size);
+  CompareWithReference(decluttered, "large_mine_decluttered");
+  QVERIFY(LitPixels(decluttered) < LitPixels(cluttered));
 }
 
 QTEST_MAIN(ViewRenderTest)

@@ -36,8 +36,7 @@ TEST(CliSimulate, GeneratedMineChecksSolvesAndResolvesInOneSweep) {
 }
 
 TEST(CliSimulate, ExampleMineSolvesClean) {
-  const CliOutcome run =
-      RunSim("solve '" + test::SourcePath("examples/example_mine.sim") + "'");
+  const CliOutcome run = RunSim("solve '" + test::SourcePath("examples/example_mine.sim") + "'");
   EXPECT_EQ(run.status, 0) << run.err;
   EXPECT_NE(LastLine(run.out).find("status clean"), std::string::npos) << run.out;
 }
@@ -47,9 +46,10 @@ TEST(CliSimulate, DeadEndIsListedAndFails) {
   ASSERT_EQ(RunSim("generate 100 -o '" + dir + "mine.sim'").status, 0);
   // Append an airway that leads nowhere: its exit has no airway leaving it.
   std::string text = test::ReadFile(dir + "mine.sim");
-  std::string record = "dead\tend\tBlind heading\t\t\t 1 \t 2 \t 3 \t 50 \t 60 \t 70 \t 4 \t 4 \t"
-                       " 1 \t 0 \t 0 \t 4 \t 0.01 \t 0 \t\t 0.1 \t 0 \t 0 \t 1 \t 100 \t 0 \t 0 \t"
-                       " 0 \t 0 \t 0 \t 0 \t 0 \t 9999 \t 0 \t 0 \t 1 \t 0 \t 0 \t 0\r\n";
+  std::string record =
+      "dead\tend\tBlind heading\t\t\t 1 \t 2 \t 3 \t 50 \t 60 \t 70 \t 4 \t 4 \t"
+      " 1 \t 0 \t 0 \t 4 \t 0.01 \t 0 \t\t 0.1 \t 0 \t 0 \t 1 \t 100 \t 0 \t 0 \t"
+      " 0 \t 0 \t 0 \t 0 \t 0 \t 9999 \t 0 \t 0 \t 1 \t 0 \t 0 \t 0\r\n";
   test::WriteFile(dir + "broken.sim", text + record);
 
   const CliOutcome check = RunSim("check '" + dir + "broken.sim'");
@@ -65,6 +65,11 @@ TEST(CliSimulate, DeadEndIsListedAndFails) {
 TEST(CliSimulate, MaxRoundsBoundsTheYesAnswers) {
   const std::string dir = test::ScratchDir();
   ASSERT_EQ(RunSim("generate 3000 -o '" + dir + "mine.sim'").status, 0);
+  // The generated limit of 500 sweeps is enough; 20 is not.
+  std::string text = test::ReadFile(dir + "mine.sim");
+  const std::size_t limit = text.find("\tSURFACE\t 500 \t");
+  ASSERT_NE(limit, std::string::npos);
+  test::WriteFile(dir + "mine.sim", text.replace(limit, 15, "\tSURFACE\t 20 \t"));
   const CliOutcome run = RunSim("solve '" + dir + "mine.sim' --answer yes --max-rounds 1");
   EXPECT_EQ(run.status, 2) << run.out << run.err;
   EXPECT_NE(run.err.find("Convergence Warning"), std::string::npos);
