@@ -45,6 +45,8 @@ void MainForm::ImportDataCommand() {
       },
       this);
   if (dialog.exec() != QDialog::Accepted || dialog.Outcome() == ImportOutcome::Refused) return;
+  // An import is not journalled: the journal starts again from the imported network.
+  undo_.ResetUndoFile();
   AfterLoad(false);
 }
 

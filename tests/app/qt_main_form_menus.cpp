@@ -174,7 +174,7 @@ void MainFormMenusTest::PaletteCommandShowsItsStatusText() {
   QCOMPARE(frame.form.Palette().PressedButton(), 9);
   frame.form.Action("mnuZoom")->trigger();
   QCOMPARE(frame.form.Palette().PressedButton(), 0);
-  QVERIFY(!frame.form.Action("mnuBar(0)")->isEnabled());
+  QVERIFY(frame.form.Action("mnuBar(0)")->isEnabled());  // Find
 }
 
 void MainFormMenusTest::DataListsGiveTheDataTypeCode() {
