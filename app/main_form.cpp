@@ -332,6 +332,11 @@ FrmWindow* MainForm::NewViewWindow() {
   });
   connect(mouse, &ViewMouse::KeyPressed, this,
           [this, view](ViewKey key) { ViewKeyPressed(view, key); });
+  // A report pin placed while the traces are shown traces the sources again.
+  connect(mouse, &ViewMouse::NetworkEdited, this, [this, view] {
+    if (tools_.ToolCode == ToolOf::SmokeReport && view->View().SmokeState == 2)
+      NetworkTools().SourcingSimulation();
+  });
   connect(view, &FrmWindow::CaptionChanged, this, &MainForm::ViewCaptionChanged);
   connect(view, &FrmWindow::RotationChanged, this, [this](const QString& x, const QString& y) {
     lblRotX_->setText(x);

@@ -266,6 +266,7 @@ void ViewMouse::Apply(const ToolResponse& response) {
   }
   if (response.PowerZoom) powerZoom_.start();
   if (response.InfoAirway != 0) emit InfoRequested(response.InfoAirway);
+  if (response.Edited) emit NetworkEdited();
   if (!response.Unavailable.empty()) {
     emit StatusMessage(QString::fromStdString(response.Unavailable) +
                        ": not available in this version");

@@ -51,6 +51,8 @@ class ViewMouse : public QObject {
   void InfoRequested(int airway);
   // A key for the dispatcher.
   void KeyPressed(galeris::ViewKey key);
+  // A tool changed the network.
+  void NetworkEdited();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

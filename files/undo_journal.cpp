@@ -30,6 +30,7 @@ void UndoFile::ResetUndoFile() {
   undoAction_ = 1;
   serial_ = 0;
   resumed_ = false;
+  afterEntries_.clear();
 }
 
 void UndoFile::WriteRecord(int entry, const std::string& line) {
@@ -57,6 +58,19 @@ std::string UndoFile::ReadRecord(int entry) {
 void UndoFile::RecordUndo(int position, int kind, int action) {
   Network& net = ws_.net;
   MarkNetworkChanged(ws_);
+  if (action != recordingAction_) {
+    afterEntries_.clear();
+    recordingAction_ = action;
+  }
+  if (kind != kUndoMark && net.UndoNo[position] != 0) {
+    const auto known = afterEntries_.find(net.UndoNo[position]);
+    if (known != afterEntries_.end()) {
+      // Touched before in this action: its state before the action is on record already, and
+      // its state after the action replaces the one recorded.
+      if (kind == kAfter) WriteRecord(known->second, FormatAirwayRecord(net, position));
+      return;
+    }
+  }
   if (!resumed_) {
     // The first entry of a new action cuts the redo tail.
     for (int e = 1; e <= writePos_ && e < static_cast<int>(net.UndoOrder.size()); ++e) {
@@ -76,10 +90,12 @@ void UndoFile::RecordUndo(int position, int kind, int action) {
     // Column 3 is 16 bits: past 32767 serials an airway is no longer found, which is accepted.
     entry[3] = static_cast<std::int16_t>(net.UndoNo[position]);
     WriteRecord(writePos_, FormatAirwayRecord(net, position));
+    if (kind == kAfter) afterEntries_[net.UndoNo[position]] = writePos_;
   }
   if (writePos_ + 1 > net.UndoMax) {
     ws_.ui.Inform(kMsgUndoBufferFull);
     writePos_ = 1;
+    afterEntries_.clear();
   } else {
     ++writePos_;
   }
@@ -114,6 +130,8 @@ void UndoFile::AfterReplay() {
 }
 
 bool UndoFile::Undo() {
+  afterEntries_.clear();
+  recordingAction_ = 0;
   ws_.ui.SetBusy(true);
   --undoAction_;
   if (undoAction_ < 1) {
@@ -145,6 +163,8 @@ bool UndoFile::Undo() {
 }
 
 bool UndoFile::Redo() {
+  afterEntries_.clear();
+  recordingAction_ = 0;
   ws_.ui.SetBusy(true);
   Network& net = ws_.net;
   bool changed = false;

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <fstream>
 #include <string>
+#include <unordered_map>
 
 #include "core/workspace.h"
 
@@ -54,6 +55,10 @@ class UndoFile : public UndoJournal {
   std::int16_t undoAction_ = 1;  // UndoAction
   std::int32_t serial_ = 0;      // UndoSerial: last UndoNo handed out
   bool resumed_ = false;         // UndoResumed
+  // The entries of the action being recorded that hold an airway's state after it, by UndoNo,
+  // so that an airway touched twice in one action keeps one pair of records.
+  std::unordered_map<std::int32_t, int> afterEntries_;
+  int recordingAction_ = 0;
 };
 
 }  // namespace galeris

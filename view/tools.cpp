@@ -636,6 +636,8 @@ ToolResponse MouseUp(Workspace& ws, ViewState& view, ToolState& tools, const Mou
     tools.FenceDrawn = 0;
   }
   const int button = in.Button != MouseButtonOf::None ? in.Button : tools.MouseButton;
+  // A tool may open a dialog, and the focus it takes must not count as a second release.
+  tools.MouseDownFlag = 0;
   if (tools.ToolCode == ToolOf::Zoom) {
     ZoomRelease(ws, view, tools, button, response);
   } else if (tools.PanOnly == 0) {

@@ -154,6 +154,8 @@ INSTANTIATE_TEST_SUITE_P(
                    EXPECT_EQ(t.ws.net.Coord1[t.At(5)][1], 100);
                    EXPECT_EQ(t.ws.net.Coord1[t.At(6)][2], 0);
                  }},
+        EditCase{"DrawAlongOneBodySplitsItTwice",
+                 [](EditingTest& t) { t.Drag(ToolOf::Draw, 50, 1, 150, 1); }, 7},
         EditCase{"DrawOntoABodySplitsIt",
                  [](EditingTest& t) { t.Drag(ToolOf::Draw, -200, 0, 199, 120); }, 6},
         EditCase{"MoveAnEndMovesTheNode",
