@@ -4,9 +4,11 @@
 #include <QToolButton>
 
 #include "app/frm_error.h"
+#include "app/frm_window.h"
 #include "app/main_form.h"
 #include "app/tool_palette.h"
 #include "simulate/simulate.h"
+#include "view/fence_tools.h"
 
 namespace galeris {
 
@@ -59,7 +61,13 @@ void MainForm::GoToAirwayNo(int airwayNo) {
   for (int position = 1; position <= ws_.net.BranchCount; ++position) {
     if (ws_.net.AirwayNo[position] != airwayNo) continue;
     SetStatusText(QString("Airway %1").arg(airwayNo));
-    if (goToAirway_) goToAirway_(position);
+    if (goToAirway_) {
+      goToAirway_(position);
+    } else if (FrmWindow* window = CurrentView()) {
+      // The error list's Goto: the airway's level, selected, and the view brought to it.
+      tools_.PickFraction = 0;
+      GoToAirway(ws_, window->View(), tools_, position);
+    }
     RedrawViews();
     return;
   }
