@@ -231,7 +231,7 @@ std::string FormatDxf(Workspace& ws, ViewState& view, bool screen, const DxfExpo
 }
 
 bool ExportDxf(Workspace& ws, ViewState& view, bool screen, const std::string& path) {
-  return WriteExchangeFile(path,
+  return WriteWholeFile(path,
                            FormatDxf(ws, view, screen, ExportChoicesOf(ws.defaults), TodayStamp()));
 }
 

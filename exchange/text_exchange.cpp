@@ -62,27 +62,7 @@ std::string FormatTextExport(const Workspace& ws) {
 }
 
 bool ExportText(const Workspace& ws, const std::string& path) {
-  return WriteExchangeFile(path, FormatTextExport(ws));
-}
-
-bool WriteExchangeFile(const std::string& path, const std::string& bytes) {
-  if (path.empty()) return false;
-  const std::string partial = path + ".partial";
-  {
-    std::ofstream out(partial, std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    if (!out) {
-      std::error_code ec;
-      std::filesystem::remove(partial, ec);
-      return false;
-    }
-  }
-  std::error_code ec;
-  std::filesystem::rename(partial, path, ec);
-  if (ec) std::filesystem::remove(partial, ec);
-  return !ec;
+  return WriteWholeFile(path, FormatTextExport(ws));
 }
 
 int ReadTextAirways(ImportRun& run, const std::string& path) {

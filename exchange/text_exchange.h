@@ -20,7 +20,4 @@ std::string FormatTextExport(const Workspace& ws);
 // Writes it whole (beside the target first); false when it could not be written.
 bool ExportText(const Workspace& ws, const std::string& path);
 
-// Writes bytes beside the target and renames them over it: the old file stays on failure.
-bool WriteExchangeFile(const std::string& path, const std::string& bytes);
-
 }  // namespace galeris

@@ -188,26 +188,6 @@ void StampNote(std::string& note) {
   note += "*** File Saved " + DateStamp() + " ***\n";
 }
 
-// Writes beside the target first, so that a failed write leaves the old file as it was.
-bool WriteWholeFile(const std::string& path, const std::string& bytes) {
-  const std::string partial = path + ".partial";
-  {
-    std::ofstream out(partial, std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    if (!out) {
-      std::error_code ec;
-      std::filesystem::remove(partial, ec);
-      return false;
-    }
-  }
-  std::error_code ec;
-  std::filesystem::rename(partial, path, ec);
-  if (ec) std::filesystem::remove(partial, ec);
-  return !ec;
-}
-
 void StoreRecent(Workspace& ws, const std::string& path) {
   PushRecentFile(ws, path);
   if (ws.StoreRecentFiles) ws.StoreRecentFiles(ws.RecentFiles);
