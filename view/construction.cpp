@@ -247,7 +247,10 @@ int BuildAirway(Workspace& ws, const ViewState& view, EditState& edit,
     primary = net.PrimaryLayer[model];
     second = net.SecondLayer[model];
   }
-  if (primary == 0 || second == 0) primary = edit.DefaultPrimaryLayer, second = edit.DefaultSecondLayer;
+  if (primary == 0 || second == 0) {
+    primary = edit.DefaultPrimaryLayer;
+    second = edit.DefaultSecondLayer;
+  }
 
   int split = 0;
   if (start.OnBody != 0) split = SplitAirway(ws, start.At, start.OnBody);
@@ -501,7 +504,7 @@ void DeleteAirways(Workspace& ws, const std::vector<int>& positions) {
 
 bool DeleteAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release) {
   Network& net = ws.net;
-  if (IsFence(view, tools, release)) {
+  if (IsFence(view, tools)) {
     const std::vector<int> inside =
         FindInFence(ws.net, view, tools.PressX, tools.PressY, tools.LastX, tools.LastY);
     tools.Edit.FenceHit = static_cast<int>(inside.size());

@@ -155,7 +155,7 @@ std::vector<int> FindInFence(const Network& net, const ViewState& view, float x1
   return found;
 }
 
-bool IsFence(const ViewState& view, const ToolState& tools, const MouseInput&) {
+bool IsFence(const ViewState& view, const ToolState& tools) {
   // The release is LastX, LastY: the fence has been put in order by then.
   const float pickDistance = view.ScaleWidth / kClickShare;
   return std::fabs(tools.LastX - tools.PressX) > pickDistance ||
@@ -285,7 +285,7 @@ bool CopyPasteAttributes(Workspace& ws, ViewState& view, ToolState& tools,
     ws.ui.Inform(kMsgNoAttributes);
     return false;
   }
-  const bool fence = IsFence(view, tools, release);
+  const bool fence = IsFence(view, tools);
   if (release.Button == MouseButtonOf::Right) {
     if (fence) return false;
     const int airway = NearestAirway(ws, view, tools, release);
@@ -326,7 +326,7 @@ bool PasteLayers(Workspace& ws, ViewState& view, ToolState& tools, const MouseIn
     if (edit.DefaultPrimaryLayer > 0) net.PrimaryLayer[i] = edit.DefaultPrimaryLayer;
     if (edit.DefaultSecondLayer > 0) net.SecondLayer[i] = edit.DefaultSecondLayer;
   };
-  if (IsFence(view, tools, release)) {
+  if (IsFence(view, tools)) {
     if (release.Button != MouseButtonOf::Left) return false;
     const std::vector<int> inside =
         FindInFence(net, view, tools.PressX, tools.PressY, tools.LastX, tools.LastY);
@@ -572,7 +572,7 @@ bool SelectAirways(Workspace& ws, ViewState& view, ToolState& tools, const Mouse
   if (release.Button != MouseButtonOf::Left && release.Button != MouseButtonOf::Right) return false;
   const bool set = release.Button == MouseButtonOf::Left;
   std::vector<int> targets;
-  const bool fence = IsFence(view, tools, release);
+  const bool fence = IsFence(view, tools);
   if (fence) {
     targets = FindInFence(net, view, tools.PressX, tools.PressY, tools.LastX, tools.LastY);
   } else if (const int airway = NearestAirway(ws, view, tools, release); airway != 0) {
@@ -592,7 +592,7 @@ bool SelectAirways(Workspace& ws, ViewState& view, ToolState& tools, const Mouse
 }
 
 void FollowAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release) {
-  if (IsFence(view, tools, release)) return;
+  if (IsFence(view, tools)) return;
   const int airway = NearestAirway(ws, view, tools, release);
   if (airway != 0) GoToAirway(ws, view, tools, airway);
 }

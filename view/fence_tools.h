@@ -34,10 +34,9 @@ std::vector<int> FindInFence(const Network& net, const ViewState& view, float x1
                              float x2, float y2);
 
 // What a fence tool's release is: a click or a fence.
-bool IsFence(const ViewState& view, const ToolState& tools, const MouseInput& release);
+bool IsFence(const ViewState& view, const ToolState& tools);
 
-// The tools' releases. Each returns true when the network changed; `redraw` is set when only
-// the picture must follow.
+// The tools' releases. Each returns true when the network changed.
 bool CopyPasteAttributes(Workspace& ws, ViewState& view, ToolState& tools,
                          const MouseInput& release);
 bool PasteLayers(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release);
