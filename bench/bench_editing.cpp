@@ -40,6 +40,7 @@ struct Mine {
     view = MakeViewState(ws);
     view.PixelWidth = kWidth;
     view.PixelHeight = kHeight;
+    view.Declutter = true;  // as the desktop program draws by default
     BuildVisibleList(ws, view);
     FitNetwork(ws, view);
     RedrawNetwork(ws, view, canvas);
