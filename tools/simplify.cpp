@@ -105,8 +105,8 @@ SimplifyLimits ReadSimplifyLimits(const UnitTable& units, const std::string& len
   const std::optional<double> length = ReadTypedNumber(lengthText);
   const std::optional<double> angle = ReadTypedNumber(angleText);
   if (!length || *length < 0 || *length > kSimplifyLengthLimit || *length != std::floor(*length)) {
-    limits.Refusal = "Max Length must be a whole number from 0 to " +
-                     std::to_string(kSimplifyLengthLimit);
+    limits.Refusal =
+        "Max Length must be a whole number from 0 to " + std::to_string(kSimplifyLengthLimit);
   } else if (!angle || *angle < 0 || *angle > kSimplifyAngleLimit) {
     limits.Refusal = "Max Angle must be a number of degrees from 0 to 180";
   } else {

@@ -12,8 +12,8 @@ namespace galeris {
 
 // The choices of the "Simplify Network Filter" form, in store units.
 struct SimplifyFilter {
-  double MaxLength = 100;     // TxtL, metres: a longer airway does not grow further
-  double MaxAngle = 10;       // TxtA, degrees: a sharper bend is not merged through
+  double MaxLength = 100;            // TxtL, metres: a longer airway does not grow further
+  double MaxAngle = 10;              // TxtA, degrees: a sharper bend is not merged through
   bool RemoveZeroFlow = false;       // ChkZero
   bool SameWallType = false;         // CheckK
   bool SameDimensions = false;       // CheckS

@@ -54,8 +54,9 @@ class PaperCanvas : public Canvas {
   void Circle(float x, float y, float radius, Colour colour) override {
     target_.Circle(x, y, radius, Paper(colour));
   }
+  // A white fill is the paper itself, under a title block or a legend.
   void FillRect(float left, float top, float width, float height, Colour colour) override {
-    target_.FillRect(left, top, width, height, Paper(colour));
+    target_.FillRect(left, top, width, height, colour == kWhite ? colour : Paper(colour));
   }
 
  private:
@@ -125,8 +126,7 @@ void DrawLegend(const ViewState& view, const PageBounds& page, Canvas& canvas) {
 }
 
 // The title block across the foot of the page.
-void DrawTitleBlock(const std::vector<std::string>& lines, const PageBounds& page,
-                    Canvas& canvas) {
+void DrawTitleBlock(const std::vector<std::string>& lines, const PageBounds& page, Canvas& canvas) {
   const float step = canvas.TextHeight("F", kTitleFontSize);
   const float height = step * (static_cast<float>(lines.size()) + 0.5f);
   const float top = page.Top + page.Height - height;
@@ -141,9 +141,9 @@ void DrawTitleBlock(const std::vector<std::string>& lines, const PageBounds& pag
 }  // namespace
 
 const std::vector<PaperSize>& PaperSizes() {
-  static const std::vector<PaperSize> sizes = {
-      {"A4", 210, 297}, {"A3", 297, 420},  {"A2", 420, 594},
-      {"A1", 594, 841}, {"A0", 841, 1189}, {"Letter", 215.9, 279.4}};
+  static const std::vector<PaperSize> sizes = {{"A4", 210, 297},  {"A3", 297, 420},
+                                               {"A2", 420, 594},  {"A1", 594, 841},
+                                               {"A0", 841, 1189}, {"Letter", 215.9, 279.4}};
   return sizes;
 }
 
@@ -216,8 +216,8 @@ std::vector<std::string> TitleBlockLines(const Workspace& ws, const ViewState& v
   const char* simulation = view.SmokeState == 1   ? "Contaminant Spread Simulation  "
                            : view.SmokeState == 2 ? "Contaminant Source Simulation  "
                                                   : "AirFlow Simulation  ";
-  return {"GALERIS  " + settings.Title, "RL Name " + level,
-          "   Scale 1:" + std::to_string(scale), simulation + settings.DataName};
+  return {"GALERIS  " + settings.Title, "RL Name " + level, "   Scale 1:" + std::to_string(scale),
+          simulation + settings.DataName};
 }
 
 void DrawPrintPage(Workspace& ws, const ViewState& window, const PrintSettings& settings,

@@ -35,16 +35,16 @@ inline constexpr std::int16_t Portrait = 0, Landscape = 1;
 
 // The choices of the "PRINT NETWORK" form, kept from one print to the next.
 struct PrintSettings {
-  std::string Title;                // TxtTitle
+  std::string Title;  // TxtTitle
   std::string Printer = kPdfPrinter;
-  std::string OutputFile;           // where a "PDF file" print goes
+  std::string OutputFile;  // where a "PDF file" print goes
   std::string Paper = "A4";
   std::int16_t PrinterOrientation = OrientationOf::Landscape;
-  bool Colour = true;               // ChkColour; off prints every colour black
-  std::int32_t PrintScale = 0;      // the scale number N of 1:N
-  bool PrintScaleSet = false;       // the user typed the scale
+  bool Colour = true;           // ChkColour; off prints every colour black
+  std::int32_t PrintScale = 0;  // the scale number N of 1:N
+  bool PrintScaleSet = false;   // the user typed the scale
   int Copies = 1;
-  std::string DataName;             // the group and item of the data shown, "Airflow Quantity"
+  std::string DataName;  // the group and item of the data shown, "Airflow Quantity"
 };
 
 // The part of the sheet the printer can mark, in millimetres, orientation applied.
@@ -83,7 +83,7 @@ PageBounds PagePlacement(const PrintablePage& page, std::int32_t scale);
 // The colours on white paper: black for a black and white print; a contaminant display takes
 // the print palette of its own; colours too light for paper are darkened.
 inline constexpr std::array<Colour, 7> kPrintContaminantColours = {
-    RGBColour(128, 128, 128), RGBColour(0, 0, 0),   RGBColour(0, 0, 128), RGBColour(0, 128, 0),
+    RGBColour(128, 128, 128), RGBColour(0, 0, 0),   RGBColour(0, 0, 128),  RGBColour(0, 128, 0),
     RGBColour(128, 0, 128),   RGBColour(128, 0, 0), RGBColour(128, 128, 0)};
 Colour PaperColour(Colour colour, bool colourPrint, bool contaminantShown);
 

@@ -62,27 +62,34 @@ TEST_F(Simplify, ChainsFoldUnlessTheFilterOrTheNodeForbids) {
       {"length limit on the growing first airway",
        [](Network&, SimplifyFilter& f) { f.MaxLength = 250; }, 3},
       {"a fan in the middle", [](Network& n, SimplifyFilter&) { n.FanNumber[3] = 1; }, 2},
-      {"a junction", [](Network& n, SimplifyFilter&) {
-         test::AddAirway(n, 300, 0, 500, 300, 100, 500);
-       }, 3},
-      {"a surface end", [](Network& n, SimplifyFilter&) { n.Coord2[5] = {0, 0, 0, 1000}; }, 3},
+      {"a junction",
+       [](Network& n, SimplifyFilter&) { test::AddAirway(n, 300, 0, 500, 300, 100, 500); }, 3},
+      {"a surface end",
+       [](Network& n, SimplifyFilter&) {
+         n.Coord2[5] = {0, 0, 0, 1000};
+       },
+       3},
       {"a zero length", [](Network& n, SimplifyFilter&) { n.Length[3] = 0; }, 2},
-      {"unlike walls", [](Network& n, SimplifyFilter& f) {
-         n.WallType[3] = 2, f.SameWallType = true;
-       }, 2},
-      {"unlike sections", [](Network& n, SimplifyFilter& f) {
-         n.Dim[3][2] = 5, f.SameDimensions = true;
-       }, 2},
-      {"only the first of a pair selected", [](Network& n, SimplifyFilter& f) {
+      {"unlike walls",
+       [](Network& n, SimplifyFilter& f) { n.WallType[3] = 2, f.SameWallType = true; }, 2},
+      {"unlike sections",
+       [](Network& n, SimplifyFilter& f) { n.Dim[3][2] = 5, f.SameDimensions = true; }, 2},
+      {"only the first of a pair selected",
+       [](Network& n, SimplifyFilter& f) {
          n.BranchCode[1] |= Bit::Selected, f.SelectedOnly = true;
-       }, 4},
+       },
+       4},
       {"none selected", [](Network&, SimplifyFilter& f) { f.SelectedOnly = true; }, 0},
-      {"bends above the angle on both sides", [](Network& n, SimplifyFilter&) {
+      {"bends above the angle on both sides",
+       [](Network& n, SimplifyFilter&) {
          n.Coord2[3] = {0, 200, 50, 500}, n.Coord1[4] = {0, 200, 50, 500};
-       }, 1},
-      {"no flow removed as well", [](Network& n, SimplifyFilter& f) {
+       },
+       1},
+      {"no flow removed as well",
+       [](Network& n, SimplifyFilter& f) {
          test::AddAirway(n, 900, 0, 500, 900, 100, 500), f.RemoveZeroFlow = true;
-       }, 6},
+       },
+       6},
   };
   for (const Case& c : cases) {
     net = Network();
@@ -122,6 +129,7 @@ TEST_F(Simplify, CombinedChainsKeepTheFlowsAndUndoRestoresEveryAirway) {
                                std::to_string(net.Coord2[i][1]) + "," +
                                std::to_string(net.Length[i]);
 
+  ws.paths.TempFolder = test::ScratchDir();
   UndoFile journal(ws);
   journal.ResetUndoFile();
   ws.journal = &journal;
@@ -143,9 +151,13 @@ TEST_F(Simplify, CombinedChainsKeepTheFlowsAndUndoRestoresEveryAirway) {
 
 TEST(SimplifyLimitsTest, LettersAndOutOfRangeValuesAreRefused) {
   const UnitTable units;
-  for (const auto& [length, angle, refused] :
-       {std::tuple{"100", "10", false}, {"abc", "10", true}, {"-5", "10", true},
-        {"10.5", "10", true}, {"100", "181", true}, {"100", "x", true}, {"0", "180", false}}) {
+  for (const auto& [length, angle, refused] : {std::tuple{"100", "10", false},
+                                               {"abc", "10", true},
+                                               {"-5", "10", true},
+                                               {"10.5", "10", true},
+                                               {"100", "181", true},
+                                               {"100", "x", true},
+                                               {"0", "180", false}}) {
     const SimplifyLimits limits = ReadSimplifyLimits(units, length, angle);
     EXPECT_EQ(!limits.Refusal.empty(), refused) << length << " " << angle;
     EXPECT_EQ(limits.MaxLength.has_value(), !refused);

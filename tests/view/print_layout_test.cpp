@@ -18,7 +18,9 @@ struct RecordingCanvas : Canvas {
   std::vector<Colour> colours;
   int lines = 0;
   float left = 0, top = 0, width = 0, height = 0;
-  void SetScale(float l, float t, float w, float h) override { left = l, top = t, width = w, height = h; }
+  void SetScale(float l, float t, float w, float h) override {
+    left = l, top = t, width = w, height = h;
+  }
   void Clear(Colour) override {}
   void Line(float, float, float, float, Colour c, int, LineStyle) override {
     ++lines;
@@ -106,9 +108,8 @@ TEST_F(PrintLayout, ThePageCarriesTheDrawingAndTheTitleBlock) {
   PrintSettings settings;
   settings.Title = "North mine";
   settings.DataName = "Airflow Quantity";
-  for (const auto& [smoke, dataLine] :
-       {std::pair{0, "AirFlow Simulation  Airflow Quantity"},
-        {2, "Contaminant Source Simulation  Airflow Quantity"}}) {
+  for (const auto& [smoke, dataLine] : {std::pair{0, "AirFlow Simulation  Airflow Quantity"},
+                                        {2, "Contaminant Source Simulation  Airflow Quantity"}}) {
     view.SmokeState = static_cast<std::int16_t>(smoke);
     RecordingCanvas canvas;
     DrawPrintPage(ws, view, settings, a4Landscape, 5000, canvas);
@@ -120,9 +121,8 @@ TEST_F(PrintLayout, ThePageCarriesTheDrawingAndTheTitleBlock) {
       EXPECT_NE(std::find(canvas.texts.begin(), canvas.texts.end(), line), canvas.texts.end());
     EXPECT_NE(std::find(canvas.texts.begin(), canvas.texts.end(), "Main drive"),
               canvas.texts.end());
-    const bool legend =
-        std::find(canvas.texts.begin(), canvas.texts.end(), "potential source") !=
-        canvas.texts.end();
+    const bool legend = std::find(canvas.texts.begin(), canvas.texts.end(), "potential source") !=
+                        canvas.texts.end();
     EXPECT_EQ(legend, smoke == 2);
     for (Colour c : canvas.colours) EXPECT_NE(c, kWhite);  // nothing vanishes on the paper
   }

@@ -188,13 +188,19 @@ const QFont& QPainterCanvas::FontOf(float size) {
   return font_;
 }
 
+// Measured as the painter draws on its own device: a printer's dots are not the screen's.
+QFontMetricsF QPainterCanvas::MetricsOf(float size) {
+  painter_.setFont(FontOf(size));
+  return QFontMetricsF(painter_.fontMetrics());
+}
+
 void QPainterCanvas::Clear(Colour background) {
   painter_.fillRect(QRect(QPoint(0, 0), pixels_), ToQColor(background));
 }
 
 void QPainterCanvas::Line(float x1, float y1, float x2, float y2, Colour colour, int penWidth,
                           LineStyle style) {
-  QPen pen(ToQColor(colour), std::max(1, penWidth));
+  QPen pen(ToQColor(colour), std::max(1, penWidth) * penScale_);
   pen.setCosmetic(true);
   if (style == LineStyle::Dash) pen.setStyle(Qt::DashLine);
   if (style == LineStyle::Dot) pen.setStyle(Qt::DotLine);
@@ -207,16 +213,16 @@ void QPainterCanvas::Text(float x, float y, std::string_view text, Colour colour
   painter_.setFont(font);
   painter_.setPen(ToQColor(colour));
   const QPointF at = ToPixels(x, y);
-  painter_.drawText(QPointF(at.x(), at.y() + QFontMetricsF(font).ascent()), ToQString(text));
+  painter_.drawText(QPointF(at.x(), at.y() + MetricsOf(size).ascent()), ToQString(text));
 }
 
 float QPainterCanvas::TextWidth(std::string_view text, float size) {
-  return static_cast<float>(QFontMetricsF(FontOf(size)).horizontalAdvance(ToQString(text)) /
+  return static_cast<float>(MetricsOf(size).horizontalAdvance(ToQString(text)) /
                             std::fabs(scaleX_));
 }
 
 float QPainterCanvas::TextHeight(std::string_view, float size) {
-  return static_cast<float>(QFontMetricsF(FontOf(size)).height() / std::fabs(scaleY_));
+  return static_cast<float>(MetricsOf(size).height() / std::fabs(scaleY_));
 }
 
 void QPainterCanvas::Bitmap(int picture, float left, float top, float width, float height) {
@@ -230,7 +236,7 @@ void QPainterCanvas::Bitmap(int picture, float left, float top, float width, flo
 }
 
 void QPainterCanvas::Circle(float x, float y, float radius, Colour colour) {
-  QPen pen(ToQColor(colour));
+  QPen pen(ToQColor(colour), penScale_);
   pen.setCosmetic(true);
   painter_.setPen(pen);
   painter_.setBrush(Qt::NoBrush);

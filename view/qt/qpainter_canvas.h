@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 #include <QSize>
@@ -26,15 +27,20 @@ class QPainterCanvas : public Canvas {
   void Circle(float x, float y, float radius, Colour colour) override;
   void FillRect(float left, float top, float width, float height, Colour colour) override;
 
+  // Pen widths are screen pixels; a device of finer dots (a printer) widens them by this factor.
+  void SetPenScale(float factor) { penScale_ = factor; }
+
  private:
   QPointF ToPixels(float x, float y) const;
   const QFont& FontOf(float size);
+  QFontMetricsF MetricsOf(float size);
 
   QPainter& painter_;
   QSize pixels_;
   float left_ = 0, top_ = 0, scaleX_ = 1, scaleY_ = 1;
   QFont font_;
   float fontSize_ = -1;
+  float penScale_ = 1;
 };
 
 QColor ToQColor(Colour colour);
