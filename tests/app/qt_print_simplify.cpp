@@ -7,11 +7,17 @@
 #include <QProcess>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTimer>
+#include <QToolButton>
 #include <QtTest>
 #include <string>
 #include <vector>
 
+#include "app/frm_window.h"
+#include "app/main_form.h"
 #include "app/print_pdf.h"
+#include "app/tool_palette.h"
+#include "files/lifecycle.h"
 #include "core/headless_ui.h"
 #include "core/units.h"
 #include "editors/frm_printer.h"
@@ -76,6 +82,7 @@ class PrintSimplifyTest : public QObject {
   void BadCommandLinesPrintNothing();
   void PrinterFormChecksTheScaleAndPrintsToAFile();
   void SimplifyFormRefusesBadLimitsAndRuns();
+  void FramePrintsTheScreenAndSimplifies();
 };
 
 void PrintSimplifyTest::ExampleMinePrintsLikeItsReference() {
@@ -184,6 +191,40 @@ void PrintSimplifyTest::SimplifyFormRefusesBadLimitsAndRuns() {
   QCOMPARE(simplified.front().front().toInt(), 2);
   QCOMPARE(ui.MessageTexts().back(), std::string("The network size was reduced by 2 airways"));
   QCOMPARE(ws.net.Length[1], 300.0f);
+}
+
+void PrintSimplifyTest::FramePrintsTheScreenAndSimplifies() {
+  HeadlessUi ui;
+  Workspace ws(ui);
+  MainForm form(ws);
+  ws.paths = FindProgramPaths(QCoreApplication::applicationFilePath().toStdString());
+  const QString pdf = QString::fromStdString(test::ScratchDir()) + "screen";
+  form.SetFileChooser([pdf](const FileDialogRequest&) { return pdf; });
+  form.Load("");
+  OpenNetwork(ws, ExampleMine().toStdString());
+  form.RefreshAfterNetworkChange();
+
+  ui.QueueAnswer(MsgAnswer::OK);  // "Print Screen ?"
+  form.Palette().Button(ButtonOf::PrintScreen)->click();
+  QVERIFY(ui.Said("Print Screen ?"));
+  QVERIFY(QFile::exists(pdf + ".pdf"));
+
+  const int airways = ws.net.BranchCount;
+  QTimer::singleShot(0, &form, [] {
+    auto* simplify = qobject_cast<FrmSimplify*>(QApplication::activeModalWidget());
+    QVERIFY(simplify);
+    simplify->findChild<QLineEdit*>("TxtA")->setText("180");
+    simplify->findChild<QLineEdit*>("TxtL")->setText("10000");
+    simplify->findChild<QPushButton*>("CmdSimp")->click();
+    simplify->findChild<QPushButton*>("CmdExit")->click();
+  });
+  QVERIFY(form.Action("mnuSimp")->isEnabled());
+  form.Action("mnuSimp")->trigger();
+  const int removed = airways - ws.net.BranchCount;
+  QVERIFY(removed > 0);
+  QVERIFY(ui.Said("The network size was reduced by " + std::to_string(removed) + " airways"));
+  form.UndoCommand();
+  QCOMPARE(int(ws.net.BranchCount), airways);
 }
 
 QTEST_MAIN(PrintSimplifyTest)
