@@ -41,15 +41,13 @@ struct PrintLayout : test::ViewFixture, ::testing::Test {
   const PrintablePage a4Landscape{277, 190};
 };
 
-TEST_F(PrintLayout, SmallestScaleFitsTheViewByWidthOrByHeight) {
+TEST_F(PrintLayout, ScaleRules) {
   // 1000 x 750 world units: width rules on a wide page, height on a narrow one.
   EXPECT_EQ(SmallestPrintScale(view, {1100, 1000}), 1000);
   EXPECT_EQ(SmallestPrintScale(view, {1100, 412.5}), 2000);
   EXPECT_EQ(SmallestPrintScale(view, a4Landscape), 4342);  // 750 * 1.1 / 190 rules
   EXPECT_EQ(SmallestPrintScale(view, {}), 1);
-}
-
-TEST_F(PrintLayout, TypedScalesBelowThePageReturnToTheSmallest) {
+  // A typed scale below the page's smallest returns to it.
   struct Case {
     const char* text;
     std::int32_t scale;
@@ -67,16 +65,14 @@ TEST_F(PrintLayout, TypedScalesBelowThePageReturnToTheSmallest) {
     EXPECT_EQ(entry.Scale, c.scale) << c.text;
     EXPECT_EQ(entry.Message, c.message) << c.text;
   }
-}
-
-TEST_F(PrintLayout, ThePrintScaleIsStableAndThePageCentredOnTheWindow) {
+  // Printing twice gives the same scale; a typed one the page cannot hold gives way.
   PrintSettings settings;
   EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 4342);
-  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 4342);  // twice the same
+  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 4342);
   settings.PrintScale = 10000;
   settings.PrintScaleSet = true;
   EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 10000);
-  settings.PrintScale = 100;  // a typed scale the page cannot hold
+  settings.PrintScale = 100;
   EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 4342);
   const PageBounds page = PagePlacement(a4Landscape, 10000);
   EXPECT_FLOAT_EQ(page.Width, 2770);
