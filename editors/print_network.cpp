@@ -44,6 +44,7 @@ bool PaintCopies(Workspace& ws, const ViewState& view, PrintSettings& settings, 
     if (copy > 0) printer.newPage();
     QPainterCanvas canvas(painter, area.size());
     canvas.SetPenScale(static_cast<float>(printer.resolution() / kScreenDotsPerInch));
+    canvas.SetMonochrome(!settings.Colour);
     DrawPrintPage(ws, view, settings, page, scale, canvas);
   }
   return painter.end();

@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <tuple>
 
 namespace galeris {
 namespace {
@@ -150,17 +151,34 @@ QImage DrawPicture(int picture, int pixelSize) {
   return image;
 }
 
+// Each pixel's grey at half its lightness, its cover kept: shapes that read on white paper.
+QImage DarkGreys(QImage image) {
+  image = image.convertToFormat(QImage::Format_ARGB32);
+  for (int y = 0; y < image.height(); ++y) {
+    auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < image.width(); ++x) {
+      const int grey = qGray(row[x]) / 2;
+      row[x] = qRgba(grey, grey, grey, qAlpha(row[x]));
+    }
+  }
+  return image;
+}
+
 }  // namespace
 
 QColor ToQColor(Colour colour) {
   return QColor(RedOf(colour), GreenOf(colour), BlueOf(colour));
 }
 
-const QImage& SymbolPicture(int picture, int pixelSize) {
-  static std::map<std::pair<int, int>, QImage> cache;
-  const auto key = std::make_pair(picture, pixelSize);
+const QImage& SymbolPicture(int picture, int pixelSize, bool monochrome) {
+  static std::map<std::tuple<int, int, bool>, QImage> cache;
+  const auto key = std::make_tuple(picture, pixelSize, monochrome);
   auto found = cache.find(key);
-  if (found == cache.end()) found = cache.emplace(key, DrawPicture(picture, pixelSize)).first;
+  if (found == cache.end()) {
+    QImage image = DrawPicture(picture, pixelSize);
+    if (monochrome) image = DarkGreys(image);
+    found = cache.emplace(key, image).first;
+  }
   return found->second;
 }
 
@@ -232,7 +250,7 @@ void QPainterCanvas::Bitmap(int picture, float left, float top, float width, flo
   target = target.normalized();
   const int side =
       std::clamp(static_cast<int>(std::ceil(std::max(target.width(), target.height()))), 2, 256);
-  painter_.drawImage(target, SymbolPicture(picture, side));
+  painter_.drawImage(target, SymbolPicture(picture, side, monochrome_));
 }
 
 void QPainterCanvas::Circle(float x, float y, float radius, Colour colour) {

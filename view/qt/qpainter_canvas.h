@@ -29,6 +29,8 @@ class QPainterCanvas : public Canvas {
 
   // Pen widths are screen pixels; a device of finer dots (a printer) widens them by this factor.
   void SetPenScale(float factor) { penScale_ = factor; }
+  // A black and white print: the symbol pictures in dark greys.
+  void SetMonochrome(bool on) { monochrome_ = on; }
 
  private:
   QPointF ToPixels(float x, float y) const;
@@ -41,11 +43,13 @@ class QPainterCanvas : public Canvas {
   QFont font_;
   float fontSize_ = -1;
   float penScale_ = 1;
+  bool monochrome_ = false;
 };
 
 QColor ToQColor(Colour colour);
 
-// The symbol picture of that position, drawn anew at the given pixel size (cached by size).
-const QImage& SymbolPicture(int picture, int pixelSize);
+// The symbol picture of that position, drawn anew at the given pixel size (cached by size), in
+// its colours or in dark greys.
+const QImage& SymbolPicture(int picture, int pixelSize, bool monochrome = false);
 
 }  // namespace galeris
