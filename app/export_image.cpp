@@ -33,10 +33,6 @@ struct ExportRequest {
   int dataType = 12;
 };
 
-void Complain(const std::string& text) {
-  std::fprintf(stderr, "galeris: %s\n", text.c_str());
-}
-
 std::optional<QSize> ParseSize(const std::string& text) {
   const std::size_t x = text.find_first_of("xX");
   if (x == std::string::npos) return std::nullopt;
@@ -99,8 +95,12 @@ std::string Lower(std::string text) {
   return text;
 }
 
-// A view by its name as listed, by its name without the " 3. " of the permanent views, or by
-// its slot number; 0 when none matches.
+}  // namespace
+
+void Complain(const std::string& text) {
+  std::fprintf(stderr, "galeris: %s\n", text.c_str());
+}
+
 int FindViewByName(const Network& net, const std::string& wanted) {
   const std::string key = Lower(wanted);
   for (int slot = 1; slot <= kLastUserView; ++slot) {
@@ -113,8 +113,6 @@ int FindViewByName(const Network& net, const std::string& wanted) {
   }
   return 0;
 }
-
-}  // namespace
 
 bool IsExportImageCommand(int argc, char** argv) {
   for (int k = 1; k < argc; ++k) {
@@ -131,6 +129,43 @@ bool ExportPicture(Workspace& ws, const ViewState& view, const QString& path, QS
   return false;
 }
 
+int LoadViewForExport(Workspace& ws, const char* program, const std::string& network,
+                      const std::string& viewName, QSize size, ViewState& view) {
+  ws.paths = FindProgramPaths(program ? program : "");
+  StartUp(ws);
+  ws.net.FileName = network;
+  ws.MergeBase = 1;
+  if (!LoadNetwork(ws)) {
+    Complain("could not load " + network);
+    return 2;
+  }
+  if (ws.net.ViewName[1].empty()) MakePermanentViews(ws.net);
+
+  view = MakeViewState(ws);
+  view.PixelWidth = size.width();
+  view.PixelHeight = size.height();
+  view.AspectRatio = static_cast<float>(view.PixelHeight) / static_cast<float>(view.PixelWidth);
+  // The picture is drawn as the user's windows draw it.
+  view.Declutter = QSettings("Galeris", "Galeris").value("View/Declutter", true).toBool();
+  BuildVisibleList(ws, view);
+
+  bool fit = true;
+  if (!viewName.empty()) {
+    const int slot = FindViewByName(ws.net, viewName);
+    if (slot == 0) {
+      Complain("Error - could not load view: " + viewName);
+      return 1;
+    }
+    LoadViewSlot(ws, view, slot);
+    fit = slot <= kPermanentViews || ws.net.ViewValue[slot][5] == 0;
+  } else {
+    fit = !LoadStartupView(ws, view);
+  }
+  ProjectNetwork(ws, view);
+  if (fit) FitNetwork(ws, view);
+  return 0;
+}
+
 int RunExportImage(int argc, char** argv) {
   const std::optional<ExportRequest> request = ParseRequest(argc, argv);
   if (!request) return 1;
@@ -145,39 +180,11 @@ int RunExportImage(int argc, char** argv) {
   HeadlessUi ui(HeadlessUi::Policy::AlwaysNo);
   ui.OnMessage([](const UiRecord& r) { Complain(r.title + ": " + r.text); });
   Workspace ws(ui);
-  ws.paths = FindProgramPaths(argc > 0 ? argv[0] : "");
-  StartUp(ws);
-  ws.net.FileName = request->network;
-  ws.MergeBase = 1;
-  if (!LoadNetwork(ws)) {
-    Complain("could not load " + request->network);
-    return 2;
-  }
-  if (ws.net.ViewName[1].empty()) MakePermanentViews(ws.net);
-
-  ViewState view = MakeViewState(ws);
-  view.PixelWidth = request->size.width();
-  view.PixelHeight = request->size.height();
-  view.AspectRatio = static_cast<float>(view.PixelHeight) / static_cast<float>(view.PixelWidth);
+  ViewState view;
+  if (const int failed = LoadViewForExport(ws, argc > 0 ? argv[0] : "", request->network,
+                                           request->viewName, request->size, view))
+    return failed;
   view.DataTypeCode = static_cast<std::int16_t>(request->dataType);
-  // The picture is drawn as the user's windows draw it.
-  view.Declutter = QSettings("Galeris", "Galeris").value("View/Declutter", true).toBool();
-  BuildVisibleList(ws, view);
-
-  bool fit = true;
-  if (!request->viewName.empty()) {
-    const int slot = FindViewByName(ws.net, request->viewName);
-    if (slot == 0) {
-      Complain("Error - could not load view: " + request->viewName);
-      return 1;
-    }
-    LoadViewSlot(ws, view, slot);
-    fit = slot <= kPermanentViews || ws.net.ViewValue[slot][5] == 0;
-  } else {
-    fit = !LoadStartupView(ws, view);
-  }
-  ProjectNetwork(ws, view);
-  if (fit) FitNetwork(ws, view);
   if (!ExportPicture(ws, view, QString::fromStdString(request->output), request->size)) return 3;
   return 0;
 }

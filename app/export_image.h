@@ -5,6 +5,7 @@
 
 #include <QSize>
 #include <QString>
+#include <string>
 
 #include "core/workspace.h"
 #include "view/view_state.h"
@@ -16,6 +17,17 @@ bool IsExportImageCommand(int argc, char** argv);
 // Runs the export and returns the process's exit code: 0 done, 1 bad arguments, 2 the network
 // did not load, 3 the picture could not be written.
 int RunExportImage(int argc, char** argv);
+
+// Shared by the exports without a window. A message "galeris: text" on stderr.
+void Complain(const std::string& text);
+// A view by its name as listed, by its name without the " 3. " of the permanent views, or by
+// its slot number; 0 when none matches.
+int FindViewByName(const Network& net, const std::string& wanted);
+// Loads the network into ws (settings from the program folder of `program`) and sets up the
+// view for a surface of `size` pixels: the view named, else the file's start-up view, else the
+// whole network fitted. 0 when ready; 1 for an unknown view, 2 when the network did not load.
+int LoadViewForExport(Workspace& ws, const char* program, const std::string& network,
+                      const std::string& viewName, QSize size, ViewState& view);
 
 // Saves the view as a picture file of the given size; the format follows the file's extension.
 bool ExportPicture(Workspace& ws, const ViewState& view, const QString& path, QSize size);

@@ -8,6 +8,7 @@
 #include "app/export_image.h"
 #include "app/frm_title.h"
 #include "app/main_form.h"
+#include "app/print_pdf.h"
 #include "app/qt_ui.h"
 #include "core/program_paths.h"
 #include "core/workspace.h"
@@ -36,6 +37,7 @@ void SaveScreenshot(galeris::MainForm& form, const QString& file) {
 int main(int argc, char** argv) {
   // The image export needs no screen and makes its own application object.
   if (galeris::IsExportImageCommand(argc, argv)) return galeris::RunExportImage(argc, argv);
+  if (galeris::IsPrintPdfCommand(argc, argv)) return galeris::RunPrintPdf(argc, argv);
 
   QApplication app(argc, argv);
   QApplication::setOrganizationName("Galeris");

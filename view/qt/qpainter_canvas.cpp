@@ -7,6 +7,7 @@
 #include <array>
 #include <cmath>
 #include <map>
+#include <tuple>
 
 namespace galeris {
 namespace {
@@ -150,17 +151,34 @@ QImage DrawPicture(int picture, int pixelSize) {
   return image;
 }
 
+// Each pixel's grey at half its lightness, its cover kept: shapes that read on white paper.
+QImage DarkGreys(QImage image) {
+  image = image.convertToFormat(QImage::Format_ARGB32);
+  for (int y = 0; y < image.height(); ++y) {
+    auto* row = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < image.width(); ++x) {
+      const int grey = qGray(row[x]) / 2;
+      row[x] = qRgba(grey, grey, grey, qAlpha(row[x]));
+    }
+  }
+  return image;
+}
+
 }  // namespace
 
 QColor ToQColor(Colour colour) {
   return QColor(RedOf(colour), GreenOf(colour), BlueOf(colour));
 }
 
-const QImage& SymbolPicture(int picture, int pixelSize) {
-  static std::map<std::pair<int, int>, QImage> cache;
-  const auto key = std::make_pair(picture, pixelSize);
+const QImage& SymbolPicture(int picture, int pixelSize, bool monochrome) {
+  static std::map<std::tuple<int, int, bool>, QImage> cache;
+  const auto key = std::make_tuple(picture, pixelSize, monochrome);
   auto found = cache.find(key);
-  if (found == cache.end()) found = cache.emplace(key, DrawPicture(picture, pixelSize)).first;
+  if (found == cache.end()) {
+    QImage image = DrawPicture(picture, pixelSize);
+    if (monochrome) image = DarkGreys(image);
+    found = cache.emplace(key, image).first;
+  }
   return found->second;
 }
 
@@ -188,13 +206,19 @@ const QFont& QPainterCanvas::FontOf(float size) {
   return font_;
 }
 
+// Measured as the painter draws on its own device: a printer's dots are not the screen's.
+QFontMetricsF QPainterCanvas::MetricsOf(float size) {
+  painter_.setFont(FontOf(size));
+  return QFontMetricsF(painter_.fontMetrics());
+}
+
 void QPainterCanvas::Clear(Colour background) {
   painter_.fillRect(QRect(QPoint(0, 0), pixels_), ToQColor(background));
 }
 
 void QPainterCanvas::Line(float x1, float y1, float x2, float y2, Colour colour, int penWidth,
                           LineStyle style) {
-  QPen pen(ToQColor(colour), std::max(1, penWidth));
+  QPen pen(ToQColor(colour), std::max(1, penWidth) * penScale_);
   pen.setCosmetic(true);
   if (style == LineStyle::Dash) pen.setStyle(Qt::DashLine);
   if (style == LineStyle::Dot) pen.setStyle(Qt::DotLine);
@@ -207,16 +231,16 @@ void QPainterCanvas::Text(float x, float y, std::string_view text, Colour colour
   painter_.setFont(font);
   painter_.setPen(ToQColor(colour));
   const QPointF at = ToPixels(x, y);
-  painter_.drawText(QPointF(at.x(), at.y() + QFontMetricsF(font).ascent()), ToQString(text));
+  painter_.drawText(QPointF(at.x(), at.y() + MetricsOf(size).ascent()), ToQString(text));
 }
 
 float QPainterCanvas::TextWidth(std::string_view text, float size) {
-  return static_cast<float>(QFontMetricsF(FontOf(size)).horizontalAdvance(ToQString(text)) /
+  return static_cast<float>(MetricsOf(size).horizontalAdvance(ToQString(text)) /
                             std::fabs(scaleX_));
 }
 
 float QPainterCanvas::TextHeight(std::string_view, float size) {
-  return static_cast<float>(QFontMetricsF(FontOf(size)).height() / std::fabs(scaleY_));
+  return static_cast<float>(MetricsOf(size).height() / std::fabs(scaleY_));
 }
 
 void QPainterCanvas::Bitmap(int picture, float left, float top, float width, float height) {
@@ -226,11 +250,11 @@ void QPainterCanvas::Bitmap(int picture, float left, float top, float width, flo
   target = target.normalized();
   const int side =
       std::clamp(static_cast<int>(std::ceil(std::max(target.width(), target.height()))), 2, 256);
-  painter_.drawImage(target, SymbolPicture(picture, side));
+  painter_.drawImage(target, SymbolPicture(picture, side, monochrome_));
 }
 
 void QPainterCanvas::Circle(float x, float y, float radius, Colour colour) {
-  QPen pen(ToQColor(colour));
+  QPen pen(ToQColor(colour), penScale_);
   pen.setCosmetic(true);
   painter_.setPen(pen);
   painter_.setBrush(Qt::NoBrush);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFont>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 #include <QSize>
@@ -26,20 +27,29 @@ class QPainterCanvas : public Canvas {
   void Circle(float x, float y, float radius, Colour colour) override;
   void FillRect(float left, float top, float width, float height, Colour colour) override;
 
+  // Pen widths are screen pixels; a device of finer dots (a printer) widens them by this factor.
+  void SetPenScale(float factor) { penScale_ = factor; }
+  // A black and white print: the symbol pictures in dark greys.
+  void SetMonochrome(bool on) { monochrome_ = on; }
+
  private:
   QPointF ToPixels(float x, float y) const;
   const QFont& FontOf(float size);
+  QFontMetricsF MetricsOf(float size);
 
   QPainter& painter_;
   QSize pixels_;
   float left_ = 0, top_ = 0, scaleX_ = 1, scaleY_ = 1;
   QFont font_;
   float fontSize_ = -1;
+  float penScale_ = 1;
+  bool monochrome_ = false;
 };
 
 QColor ToQColor(Colour colour);
 
-// The symbol picture of that position, drawn anew at the given pixel size (cached by size).
-const QImage& SymbolPicture(int picture, int pixelSize);
+// The symbol picture of that position, drawn anew at the given pixel size (cached by size), in
+// its colours or in dark greys.
+const QImage& SymbolPicture(int picture, int pixelSize, bool monochrome = false);
 
 }  // namespace galeris
