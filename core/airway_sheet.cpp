@@ -327,6 +327,7 @@ std::optional<SheetCell> SaveSheet(Workspace& ws, AirwaySheet& sheet) {
   sheet.SheetDirty = false;
   ws.sim.SimStatus = 0;
   if (any) {
+    RebuildNodes(net, ws.defaults, ws.ui);  // the surface rule and force bits on moved ends
     CloseUndoAction(ws.journal);
     MarkNetworkChanged(ws);
   }

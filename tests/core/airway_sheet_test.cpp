@@ -41,7 +41,7 @@ struct Sheet : ::testing::Test {
     ws.units = BuiltInUnits();
     ws.journal = &journal;
     for (int k = 0; k < 4; ++k) {
-      const int i = test::AddAirway(ws.net, 100 * k, 0, 0, 100 * k + 100, 0, 0);
+      const int i = test::AddAirway(ws.net, 100 * k, 0, -100, 100 * k + 100, 0, -100);
       ws.net.BranchName[i] = std::string(1, static_cast<char>('A' + k));
       ws.net.AirwayNo[i] = 20 - i;
       ws.net.WallType[i] = ws.net.ShockType[i] = kUserGiven;
@@ -180,7 +180,7 @@ TEST_F(Sheet, PasteLandsCellByCellAndAddsAirways) {
   EXPECT_EQ(PasteBlock(ws, sheet, 3, C::Name, "P\tn1\tn2\r\nQ\tn2\tn3\r\n"), 2);
   ASSERT_EQ(sheet.rows.size(), 5u);
   EXPECT_EQ(Cell(3, C::From), "n1");
-  for (int c = C::X1; c <= C::Z2; ++c) Cell(4, c) = c == C::X2 ? "50" : "0";
+  for (int c = C::X1; c <= C::Z2; ++c) Cell(4, c) = c == C::X2 ? "50" : (c == C::Z1 || c == C::Z2) ? "-100" : "0";
   Cell(4, C::Width) = "3";
   Cell(4, C::KFactor) = "0.01";
   ASSERT_FALSE(SaveSheet(ws, sheet));
