@@ -25,7 +25,8 @@ void MainForm::BuildSheetMenus() {
   edit->addSeparator();
   AddEntry(edit, "mnuSpreadSheet", "Spreadsheet...", [this, memory] {
     if (IsBusy()) return;
-    ShowSpreadSheet(ws_, memory->widths, [this] { RunSimulationCommand(0); }, this);
+    ShowSpreadSheet(
+        ws_, memory->widths, [this] { RunSimulationCommand(0); }, this);
     RefreshAfterNetworkChange();
   });
   AddEntry(edit, "mnuFanList", "Fan List...", [this] {

@@ -38,13 +38,29 @@ std::array<SheetColumnInfo, kSheetColumns + 1> BuildColumns() {
     const std::size_t last = field.find_last_not_of(' ');
     info.title = field.substr(first, last - first + 1);
   }
-  const std::array<int, kSheetColumns + 1> units{0, 0, 0, 0, 0, Unit::Length, Unit::Quantity,
-                                                  Unit::Velocity, Unit::Pressure,
-                                                  Unit::Resistance, Unit::FrictionFactor,
-                                                  Unit::Coordinates, 0, Unit::Pressure,
-                                                  Unit::Length, Unit::Length, 0, Unit::Length,
-                                                  Unit::Length, Unit::Length, Unit::Length,
-                                                  Unit::Length, Unit::Length};
+  const std::array<int, kSheetColumns + 1> units{0,
+                                                 0,
+                                                 0,
+                                                 0,
+                                                 0,
+                                                 Unit::Length,
+                                                 Unit::Quantity,
+                                                 Unit::Velocity,
+                                                 Unit::Pressure,
+                                                 Unit::Resistance,
+                                                 Unit::FrictionFactor,
+                                                 Unit::Coordinates,
+                                                 0,
+                                                 Unit::Pressure,
+                                                 Unit::Length,
+                                                 Unit::Length,
+                                                 0,
+                                                 Unit::Length,
+                                                 Unit::Length,
+                                                 Unit::Length,
+                                                 Unit::Length,
+                                                 Unit::Length,
+                                                 Unit::Length};
   for (int c = 1; c <= kSheetColumns; ++c) columns[c].unit = units[c];
   columns[C::No].editable = columns[C::Vel].editable = false;
   for (int c : {C::Length, C::Flow, C::Pdrop, C::Resistance, C::KFactor, C::Shock, C::FPres})
@@ -58,7 +74,9 @@ const std::array<SheetColumnInfo, kSheetColumns + 1>& Columns() {
   return columns;
 }
 
-bool IsNumeric(int column) { return !Columns()[column].text && column != C::No; }
+bool IsNumeric(int column) {
+  return !Columns()[column].text && column != C::No;
+}
 
 std::string Trimmed(const std::string& s) {
   const std::size_t first = s.find_first_not_of(' ');
@@ -136,7 +154,8 @@ void ApplyRow(Workspace& ws, SheetRow& row, int i, bool all) {
   Network& net = ws.net;
   const UnitTable& u = ws.units;
   auto changed = [&](int c) {
-    return all || row.cell[c] != row.original[c] || row.IsFixed(c) != ((row.originalFixed >> c) & 1U);
+    return all || row.cell[c] != row.original[c] ||
+           row.IsFixed(c) != ((row.originalFixed >> c) & 1U);
   };
   auto value = [&](int c) { return static_cast<float>(CellValue(u, row, c)); };
   auto setBit = [&](std::int32_t bit, bool on) {
@@ -319,8 +338,8 @@ std::optional<SheetCell> SaveSheet(Workspace& ws, AirwaySheet& sheet) {
   if (!deleted.empty()) CompactAirways(net);
   for (SheetRow& row : sheet.rows) {
     const bool refill = RowChanged(row);
-    row.airway -= static_cast<int>(
-        std::lower_bound(deleted.begin(), deleted.end(), row.airway) - deleted.begin());
+    row.airway -= static_cast<int>(std::lower_bound(deleted.begin(), deleted.end(), row.airway) -
+                                   deleted.begin());
     if (refill) row = FillRow(ws, row.airway);
   }
   sheet.deleted.clear();
@@ -370,11 +389,9 @@ void RecalcRow(const Workspace& ws, AirwaySheet& sheet, int r) {
   }
   const double total = length + shock;
   if (area <= 0 || total == 0) return;
-  double resistance =
-      k * total * perimeter * ws.defaults.AirDensity / (area * area * area * 1.2);
+  double resistance = k * total * perimeter * ws.defaults.AirDensity / (area * area * area * 1.2);
   if (resistance == 0) resistance = 1e-5;
-  if (!row.IsFixed(C::Resistance))
-    row.cell[C::Resistance] = CellText(u, resistance, C::Resistance);
+  if (!row.IsFixed(C::Resistance)) row.cell[C::Resistance] = CellText(u, resistance, C::Resistance);
 }
 
 void RecalcAll(const Workspace& ws, AirwaySheet& sheet) {
@@ -504,8 +521,7 @@ int PasteBlock(Workspace& ws, AirwaySheet& sheet, int row, int column, const std
   const CellBlock block = SplitCellBlock(text);
   if (block.empty() || row < 0 || column < 1) return 0;
   const int missing = row + static_cast<int>(block.size()) - static_cast<int>(sheet.rows.size());
-  if (missing > 0 && !InsertRows(ws, sheet, static_cast<int>(sheet.rows.size()), missing))
-    return 0;
+  if (missing > 0 && !InsertRows(ws, sheet, static_cast<int>(sheet.rows.size()), missing)) return 0;
   for (std::size_t r = 0; r < block.size(); ++r)
     for (std::size_t j = 0; j < block[r].size(); ++j) {
       const int c = column + static_cast<int>(j);

@@ -21,7 +21,11 @@ struct FanPoint {
   double ps = 0, pt = 0, q = 0, eff = 0;
 };
 
-std::string PlainNumber(int n) { return (n < 0 ? "" : " ") + std::to_string(n); }
+std::string PlainNumber(int n) {
+  std::string text = std::to_string(n);
+  if (n >= 0) text.insert(text.begin(), ' ');
+  return text;
+}
 
 }  // namespace
 
@@ -145,8 +149,7 @@ bool EstimateTotalCurve(Workspace& ws, int fan) {
 void FixZeroEfficiency(Workspace& ws, int fan) {
   if (!ValidFan(ws.net, fan)) return;
   auto& eff = ws.net.CurveEff[fan];
-  const int zeros =
-      static_cast<int>(std::count(eff.begin() + 1, eff.begin() + 1 + kFanPoints, 0));
+  const int zeros = static_cast<int>(std::count(eff.begin() + 1, eff.begin() + 1 + kFanPoints, 0));
   if (zeros < 1 || zeros >= kFanPoints) return;
   ws.ui.Inform("Your fan curve contains " + std::to_string(zeros) +
                " zero efficiency value(s)\nReplacing these with the default efficiency value!");

@@ -31,7 +31,9 @@ namespace {
 constexpr int kPointColumn = 0;
 constexpr std::array<int, FanColumn::Count> kShownWidth{80, 80, 80, 60};
 
-QString Q(const std::string& s) { return QString::fromStdString(s); }
+QString Q(const std::string& s) {
+  return QString::fromStdString(s);
+}
 
 }  // namespace
 

@@ -24,10 +24,14 @@ namespace {
 constexpr QRgb kFixedColour = 0xFFFF0000;  // CellColour 255: red
 constexpr int kRowHeight = 20;
 
-QString Q(const std::string& s) { return QString::fromStdString(s); }
+QString Q(const std::string& s) {
+  return QString::fromStdString(s);
+}
 
 // View column c shows sheet column c + 1.
-int SheetColumnAt(int viewColumn) { return viewColumn + 1; }
+int SheetColumnAt(int viewColumn) {
+  return viewColumn + 1;
+}
 
 // A busy pointer for the operations over all rows.
 struct Busy {
@@ -116,8 +120,7 @@ FrmSpreadSheet::FrmSpreadSheet(Workspace& ws, SheetColumnWidths& widths,
   Spreadsheet = new QTableView(this);
   Spreadsheet->setObjectName("Spreadsheet");
   Spreadsheet->setModel(model_);
-  Spreadsheet->setEditTriggers(QAbstractItemView::AnyKeyPressed |
-                               QAbstractItemView::DoubleClicked |
+  Spreadsheet->setEditTriggers(QAbstractItemView::AnyKeyPressed | QAbstractItemView::DoubleClicked |
                                QAbstractItemView::EditKeyPressed);
   // Fixed row heights: the view never measures 30 000 rows.
   Spreadsheet->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
@@ -137,10 +140,10 @@ FrmSpreadSheet::FrmSpreadSheet(Workspace& ws, SheetColumnWidths& widths,
   frozen_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   frozen_->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   frozen_->hide();
-  connect(Spreadsheet->verticalScrollBar(), &QScrollBar::valueChanged,
-          frozen_->verticalScrollBar(), &QScrollBar::setValue);
-  connect(frozen_->verticalScrollBar(), &QScrollBar::valueChanged,
-          Spreadsheet->verticalScrollBar(), &QScrollBar::setValue);
+  connect(Spreadsheet->verticalScrollBar(), &QScrollBar::valueChanged, frozen_->verticalScrollBar(),
+          &QScrollBar::setValue);
+  connect(frozen_->verticalScrollBar(), &QScrollBar::valueChanged, Spreadsheet->verticalScrollBar(),
+          &QScrollBar::setValue);
 
   BuildMenus();
   ApplyColumnWidths();
@@ -209,7 +212,8 @@ void FrmSpreadSheet::BuildMenus() {
   QMenu* fixColumns = cells->addMenu("Fix Columns");
   fixColumns->menuAction()->setObjectName("mnuFixC");
   for (int n = 1; n <= 4; ++n)
-    add(fixColumns, QString("mnu%1").arg(n), QString::number(n), [this, n] { SetFrozenColumns(n); });
+    add(fixColumns, QString("mnu%1").arg(n), QString::number(n),
+        [this, n] { SetFrozenColumns(n); });
   // The headings of this grid never scroll away: fixing and releasing them changes nothing.
   add(cells, "mnuFixR", "Fix Headings", [] {});
   add(cells, "mnuUnfixC", "Unfix Columns", [this] { SetFrozenColumns(0); });
@@ -245,7 +249,7 @@ void FrmSpreadSheet::BuildMenus() {
 
   QMenu* type = bar->addMenu("Additional");
   type->menuAction()->setObjectName("mnuType");
-  const char* additional[] = {"Air Velocity",  "Pressure Load", "Shock Length", "Friction Factor",
+  const char* additional[] = {"Air Velocity",   "Pressure Load", "Shock Length", "Friction Factor",
                               "Friction Power", "Fan/Fix Power", "Energy Loss",  "Fan/Fix Cost",
                               "Layers",         "Layer Names",   "Fire Values",  "Time Values"};
   for (int n = 0; n < 12; ++n) add(type, QString("mnuAdd(%1)").arg(n), additional[n], [] {});
@@ -291,7 +295,9 @@ FrmSpreadSheet::Block FrmSpreadSheet::Selection() const {
   return b;
 }
 
-int FrmSpreadSheet::CurrentRow() const { return Spreadsheet->currentIndex().row(); }
+int FrmSpreadSheet::CurrentRow() const {
+  return Spreadsheet->currentIndex().row();
+}
 
 int FrmSpreadSheet::CurrentColumn() const {
   const QModelIndex current = Spreadsheet->currentIndex();
@@ -311,7 +317,8 @@ void FrmSpreadSheet::Refill() {
 }
 
 bool FrmSpreadSheet::SaveChanges() {
-  if (QWidget* editor = QApplication::focusWidget(); editor && editor->parent() == Spreadsheet->viewport())
+  if (QWidget* editor = QApplication::focusWidget();
+      editor && editor->parent() == Spreadsheet->viewport())
     Spreadsheet->setFocus();  // the open cell editor commits first
   Busy busy(ws_.ui);
   if (const std::optional<SheetCell> bad = SaveSheet(ws_, sheet_)) {
@@ -395,8 +402,7 @@ void FrmSpreadSheet::Simulate() {
 }
 
 void FrmSpreadSheet::Print() {
-  const std::optional<std::string> size =
-      ws_.ui.Input("Font Size", "Enter Printer Font Size", "6");
+  const std::optional<std::string> size = ws_.ui.Input("Font Size", "Enter Printer Font Size", "6");
   if (!size) return;
   bool ok = false;
   const int fontSize = QString::fromStdString(*size).trimmed().toInt(&ok);
@@ -426,7 +432,8 @@ bool PrintSheet(const AirwaySheet& sheet, const std::vector<int>& columns, int f
   int at = 0;
   for (int c : columns) {
     x.push_back(at);
-    at += (std::max<int>(SheetColumnOf(c).widthHint, SheetColumnOf(c).title.size()) + 3) * charWidth;
+    at +=
+        (std::max<int>(SheetColumnOf(c).widthHint, SheetColumnOf(c).title.size()) + 3) * charWidth;
   }
   const int perPage = std::max(page.height() / lineHeight - 2, 1);
   for (std::size_t first = 0; first < sheet.rows.size() || first == 0; first += perPage) {
@@ -460,16 +467,15 @@ void FrmSpreadSheet::SetFrozenColumns(int count) {
     }
   }
   frozen_->setVisible(count > 0);
-  frozen_->setGeometry(Spreadsheet->verticalHeader()->width() + Spreadsheet->frameWidth(),
-                       Spreadsheet->frameWidth(), width + 1,
-                       Spreadsheet->viewport()->height() + Spreadsheet->horizontalHeader()->height());
+  frozen_->setGeometry(
+      Spreadsheet->verticalHeader()->width() + Spreadsheet->frameWidth(), Spreadsheet->frameWidth(),
+      width + 1, Spreadsheet->viewport()->height() + Spreadsheet->horizontalHeader()->height());
   frozen_->verticalScrollBar()->setValue(Spreadsheet->verticalScrollBar()->value());
 }
 
 void FrmSpreadSheet::reject() {
   // A refused cell keeps the form open on it.
-  if (sheet_.SheetDirty && ws_.ui.AskYesNo(kMsgSaveSheet, "Save changes") && !SaveChanges())
-    return;
+  if (sheet_.SheetDirty && ws_.ui.AskYesNo(kMsgSaveSheet, "Save changes") && !SaveChanges()) return;
   KeepColumnWidths();
   QDialog::reject();
 }

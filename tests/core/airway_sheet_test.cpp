@@ -68,9 +68,10 @@ TEST_F(Sheet, EditsReachTheStoreOnlyOnSaveAsOneAction) {
   EXPECT_EQ(ws.net.Coord2[2][1], 251);  // whole units
   EXPECT_FLOAT_EQ(ws.net.Length[2], 151);
   EXPECT_EQ(ws.net.BranchName[4].Trimmed(), "Return");
-  const std::vector<std::array<int, 3>> expected = {
-      {2, UndoJournal::kBefore, 7}, {2, UndoJournal::kAfter, 7},
-      {4, UndoJournal::kBefore, 7}, {4, UndoJournal::kAfter, 7}};
+  const std::vector<std::array<int, 3>> expected = {{2, UndoJournal::kBefore, 7},
+                                                    {2, UndoJournal::kAfter, 7},
+                                                    {4, UndoJournal::kBefore, 7},
+                                                    {4, UndoJournal::kAfter, 7}};
   EXPECT_EQ(journal.entries, expected);
   EXPECT_EQ(journal.closes, 1);
   EXPECT_FALSE(sheet.SheetDirty);
@@ -180,7 +181,8 @@ TEST_F(Sheet, PasteLandsCellByCellAndAddsAirways) {
   EXPECT_EQ(PasteBlock(ws, sheet, 3, C::Name, "P\tn1\tn2\r\nQ\tn2\tn3\r\n"), 2);
   ASSERT_EQ(sheet.rows.size(), 5u);
   EXPECT_EQ(Cell(3, C::From), "n1");
-  for (int c = C::X1; c <= C::Z2; ++c) Cell(4, c) = c == C::X2 ? "50" : (c == C::Z1 || c == C::Z2) ? "-100" : "0";
+  for (int c = C::X1; c <= C::Z2; ++c)
+    Cell(4, c) = c == C::X2 ? "50" : (c == C::Z1 || c == C::Z2) ? "-100" : "0";
   Cell(4, C::Width) = "3";
   Cell(4, C::KFactor) = "0.01";
   ASSERT_FALSE(SaveSheet(ws, sheet));
@@ -219,7 +221,7 @@ TEST_F(Sheet, FindAndReplaceInAColumn) {
   Cell(2, C::Name) = "xB";
   EXPECT_EQ(FindInColumn(ui, sheet, C::Name, "c"), -1);
   EXPECT_EQ(FindInColumn(ui, sheet, C::Name, "d"), 3);
-  EXPECT_EQ(sheet.findRow, 0);  // wrapped
+  EXPECT_EQ(sheet.findRow, 0);     // wrapped
   ui.QueueAnswer(MsgAnswer::No);   // "Do you mean Bx" for the partial match
   ui.QueueAnswer(MsgAnswer::Yes);  // "Do you mean xB"
   EXPECT_EQ(FindInColumn(ui, sheet, C::Name, "B"), 2);

@@ -35,9 +35,8 @@ TEST_F(FanGrid, StoresSortedRepeatedAndClamped) {
   std::string name = "-none-";
   // Rising pressure is stored reversed; row 3's empty Pt keeps row 2's; the zero rows 4..10
   // repeat the last real point.
-  FanGridText grid = Grid({{"500", "600", "40", "120"},
-                           {"1000", "1100", "20", "-5"},
-                           {"2000", "", "0", "70.5"}});
+  FanGridText grid =
+      Grid({{"500", "600", "40", "120"}, {"1000", "1100", "20", "-5"}, {"2000", "", "0", "70.5"}});
   for (int k = 4; k <= kFanPoints; ++k) grid[k] = {"0", "0", "0", "0"};
   const auto scale = StoreFanGrid(ws, 3, grid, false, name);
   ASSERT_TRUE(scale);

@@ -67,11 +67,12 @@ void SheetEditorsTest::SpreadSheetKeepsItsCopyUntilSaved() {
   int simulations = 0;
   FrmSpreadSheet form(mine.ws, widths, [&] { ++simulations; });
   form.show();
-  for (const char* name : {"mnuSaveChanges", "mnuPrint", "mnuExit", "mnuUndo", "mnuEditBox",
-                           "mnuInfo", "mnuClear", "mnuSelAll", "mnuInsert", "mnuInsert2",
-                           "mnuDelete", "mnuFind", "mnuAgain", "mnuReplace", "mnuFix", "mnuUnfix",
-                           "mnuRecalc", "mnuRecalcAll", "mnu4", "mnuFixR", "mnuUnfixC",
-                           "mnuUnfixR", "mnuHideC", "mnuShowC", "mnuShowAll", "mnuAdd(11)"})
+  for (const char* name :
+       {"mnuSaveChanges", "mnuPrint",   "mnuExit",   "mnuUndo",    "mnuEditBox", "mnuInfo",
+        "mnuClear",       "mnuSelAll",  "mnuInsert", "mnuInsert2", "mnuDelete",  "mnuFind",
+        "mnuAgain",       "mnuReplace", "mnuFix",    "mnuUnfix",   "mnuRecalc",  "mnuRecalcAll",
+        "mnu4",           "mnuFixR",    "mnuUnfixC", "mnuUnfixR",  "mnuHideC",   "mnuShowC",
+        "mnuShowAll",     "mnuAdd(11)"})
     QVERIFY2(form.findChild<QAction*>(name), name);
   SheetModel& model = form.Model();
   QCOMPARE(model.rowCount(), 2);
