@@ -109,7 +109,7 @@ void MainFormMenusTest::OnlyWorkingEntriesAreEnabled() {
         "mnuFixL",    "mnuUnFixL",        "mnuResetAir",     "mnuRevCoord",      "mnuReverse",
         "mnuremdup",  "mnuRmvFlow",       "mnuComment",      "mnuFBName",        "mnuFNName",
         "mnuImportData", "mnuExportData", "mnuDXFTrue",     "MnuDXFScreen",     "mnuUndo",
-        "mnuRedo"})
+        "mnuRedo", "mnuSpreadSheet", "mnuFanList"})
     QVERIFY2(frame.form.Action(name)->isEnabled(), name);
   for (const char* name : {"mnuSimp", "mnuRemote", "mnuFreeze"})
     QVERIFY2(!frame.form.Action(name)->isEnabled(), name);
