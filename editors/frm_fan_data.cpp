@@ -21,6 +21,7 @@
 #include "core/airway_edit.h"
 #include "core/grid_text.h"
 #include "editors/form_printing.h"
+#include "editors/grid_edit.h"
 #include "files/fan_database.h"
 #include "view/fan_chart.h"
 #include "view/qt/qpainter_canvas.h"
@@ -116,6 +117,7 @@ void FrmFanData::BuildControls() {
     Spreadsheet->setItem(k - 1, kPointColumn, item);
   }
   Spreadsheet->installEventFilter(this);
+  InstallGridEdit(Spreadsheet);
   Spreadsheet->setMinimumWidth(400);
   middle->addWidget(Spreadsheet);
   auto* buttons = new QHBoxLayout;
@@ -302,7 +304,7 @@ void FrmFanData::DeleteFan() {
 }
 
 void FrmFanData::ExitFan() {
-  if (QWidget* editor = Spreadsheet->indexWidget(Spreadsheet->currentIndex())) editor->clearFocus();
+  CommitOpenEditor(Spreadsheet);
   if (!StoreGrid()) return;
   FixZeroEfficiency(ws_, currentFan_);
   if (FanChanged) MarkNetworkChanged(ws_);

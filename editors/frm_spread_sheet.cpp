@@ -17,6 +17,7 @@
 
 #include "editors/frm_air_edit.h"
 #include "editors/frm_air_info.h"
+#include "editors/grid_edit.h"
 
 namespace galeris {
 namespace {
@@ -127,6 +128,7 @@ FrmSpreadSheet::FrmSpreadSheet(Workspace& ws, SheetColumnWidths& widths,
   Spreadsheet->verticalHeader()->setDefaultSectionSize(kRowHeight);
   Spreadsheet->horizontalHeader()->setSectionResizeMode(QHeaderView::Interactive);
   Spreadsheet->installEventFilter(this);
+  InstallGridEdit(Spreadsheet);
   layout->addWidget(Spreadsheet);
 
   frozen_ = new QTableView(Spreadsheet);
@@ -317,9 +319,7 @@ void FrmSpreadSheet::Refill() {
 }
 
 bool FrmSpreadSheet::SaveChanges() {
-  if (QWidget* editor = QApplication::focusWidget();
-      editor && editor->parent() == Spreadsheet->viewport())
-    Spreadsheet->setFocus();  // the open cell editor commits first
+  CommitOpenEditor(Spreadsheet);
   Busy busy(ws_.ui);
   if (const std::optional<SheetCell> bad = SaveSheet(ws_, sheet_)) {
     if (bad->row >= 0) GoTo(bad->row, bad->column);
