@@ -90,9 +90,12 @@ bool SheetModel::setData(const QModelIndex& index, const QVariant& value, int ro
   const int column = SheetColumnAt(index.column());
   if (!SheetColumnOf(column).editable) return false;
   CommitCell(ws_, sheet_, index.row(), column, value.toString().toStdString());
-  // A node name spreads to other rows, a recalculation to other cells of the row.
-  emit dataChanged(this->index(0, 0), this->index(rowCount() - 1, kSheetColumns - 1));
+  CellsChanged();  // a node name spreads to other rows, a recalculation to the row's cells
   return true;
+}
+
+void SheetModel::CellsChanged() {
+  if (rowCount() > 0) emit dataChanged(index(0, 0), index(rowCount() - 1, kSheetColumns - 1));
 }
 
 void SheetModel::Refresh() {
@@ -182,7 +185,7 @@ void FrmSpreadSheet::BuildMenus() {
   add(edit, "mnuClear", "Clear  <del>", [this] {
     const Block b = Selection();
     ClearBlock(sheet_, b.top, b.bottom, b.left, b.right);
-    model_->Refresh();
+    model_->CellsChanged();
   });
   add(edit, "mnuSelAll", "Select All", [this] { Spreadsheet->selectAll(); });
   edit->addSeparator();
@@ -206,7 +209,7 @@ void FrmSpreadSheet::BuildMenus() {
   auto fix = [this](bool on) {
     const Block b = Selection();
     SetFixedBlock(sheet_, b.top, b.bottom, b.left, b.right, on);
-    model_->Refresh();
+    model_->CellsChanged();
   };
   add(cells, "mnuFix", "Fix", [fix] { fix(true); });
   add(cells, "mnuUnfix", "Unfix", [fix] { fix(false); });
@@ -241,11 +244,11 @@ void FrmSpreadSheet::BuildMenus() {
     if (row < 0) return;
     RecalcRow(ws_, sheet_, row);
     sheet_.SheetDirty = true;
-    model_->Refresh();
+    model_->CellsChanged();
   });
   add(calc, "mnuRecalcAll", "Recalc all", [this] {
     RecalcAll(ws_, sheet_);
-    model_->Refresh();
+    model_->CellsChanged();
   });
   add(calc, "mnuSim", "Simulate <F5>", [this] { Simulate(); });
 
@@ -348,7 +351,7 @@ void FrmSpreadSheet::Replace() {
       ws_.ui.Input("Replace", "Enter replacement text", "");
   if (!replacement) return;
   const int count = ReplaceInColumn(sheet_, CurrentColumn(), *search, *replacement);
-  model_->Refresh();
+  model_->CellsChanged();
   ws_.ui.Inform(std::to_string(count) + " replacements made", "Replace");
 }
 

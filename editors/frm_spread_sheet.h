@@ -36,8 +36,10 @@ class SheetModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
   Qt::ItemFlags flags(const QModelIndex& index) const override;
   bool setData(const QModelIndex& index, const QVariant& value, int role) override;
-  // After the copy changed under the model.
+  // After the copy changed under the model: rows added, removed or all replaced.
   void Refresh();
+  // After cell texts or fix marks changed: the selection stays.
+  void CellsChanged();
 
  private:
   Workspace& ws_;

@@ -4,6 +4,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QClipboard>
+#include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
 #include <QTableView>
@@ -91,6 +92,16 @@ void SheetEditorsTest::SpreadSheetKeepsItsCopyUntilSaved() {
   QCOMPARE(mine.ws.net.Dim[1][2], 5.0f);
   QCOMPARE(QString::fromStdString(mine.ws.net.BranchName[2].Trimmed()), QString("Gamma"));
   QCOMPARE(int(mine.ws.net.BranchCount), 3);
+
+  // The in-place editor: Enter puts the text in the cell and moves down.
+  form.Grid().setCurrentIndex(model.index(0, C::Comments - 1));
+  form.Grid().edit(form.Grid().currentIndex());
+  QWidget* editor = form.Grid().viewport()->findChild<QLineEdit*>();
+  QVERIFY(editor);
+  QTest::keyClicks(editor, "wet");
+  QTest::keyClick(editor, Qt::Key_Return);
+  QCOMPARE(model.data(model.index(0, C::Comments - 1), Qt::DisplayRole).toString(), QString("wet"));
+  QCOMPARE(form.Grid().currentIndex().row(), 1);
 
   form.Grid().setCurrentIndex(model.index(0, C::Name - 1));
   Trigger(form, "mnuDescend");
