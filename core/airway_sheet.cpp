@@ -346,7 +346,11 @@ std::optional<SheetCell> SaveSheet(Workspace& ws, AirwaySheet& sheet) {
   sheet.SheetDirty = false;
   ws.sim.SimStatus = 0;
   if (any) {
-    RebuildNodes(net, ws.defaults, ws.ui);  // the surface rule and force bits on moved ends
+    // The surface rule and force bits on moved ends; an airway with an end at the origin is
+    // dropped there, and then the rows no longer match the positions.
+    const int count = net.BranchCount;
+    RebuildNodes(net, ws.defaults, ws.ui);
+    if (net.BranchCount != count) sheet.rows = FillSheet(ws).rows;
     CloseUndoAction(ws.journal);
     MarkNetworkChanged(ws);
   }

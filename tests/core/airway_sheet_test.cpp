@@ -194,6 +194,17 @@ TEST_F(Sheet, PasteLandsCellByCellAndAddsAirways) {
   EXPECT_GT(ws.net.Resistance[5], 0);
   EXPECT_EQ(sheet.rows[4].airway, 5);
 
+  // A new row left without coordinates, below the surface, is dropped by the node rebuild;
+  // the rows follow.
+  ws.net.RLBound[1][2] = 1000;
+  ASSERT_TRUE(InsertRows(ws, sheet, 0, 1));
+  Cell(0, C::Name) = "Nowhere";
+  ASSERT_FALSE(SaveSheet(ws, sheet));
+  EXPECT_EQ(ws.net.BranchCount, 5);
+  ASSERT_EQ(sheet.rows.size(), 5u);
+  for (const SheetRow& row : sheet.rows)
+    EXPECT_EQ(row.cell[C::Name], ws.net.BranchName[row.airway].Trimmed());
+
   // More than the store holds: refused whole, with the capacity message.
   ui.ClearRecords();
   EXPECT_EQ(PasteBlock(ws, sheet, 4, C::Name, "x\r\ny\r\nz"), 0);
