@@ -142,6 +142,7 @@ class MainForm : public QMainWindow {
   void BuildWindowMenu();
   void BuildHelpMenu();
   void BuildLevelMenus();
+  void BuildSheetMenus();  // main_form_sheets.cpp
   QAction* AddEntry(QMenu* menu, const QString& name, const QString& caption,
                     std::function<void()> run = {});
   void BuildToolbars();

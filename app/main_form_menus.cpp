@@ -38,6 +38,7 @@ void MainForm::BuildMenus() {
   BuildWindowMenu();
   BuildHelpMenu();
   BuildLevelMenus();
+  BuildSheetMenus();
 }
 
 void MainForm::BuildFileMenu() {

@@ -111,7 +111,8 @@ void MainFormMenusTest::OnlyWorkingEntriesAreEnabled() {
         "mnuRevCoord",     "mnuReverse",      "mnuremdup",        "mnuRmvFlow",
         "mnuComment",      "mnuFBName",       "mnuFNName",        "mnuImportData",
         "mnuExportData",   "mnuDXFTrue",      "MnuDXFScreen",     "mnuUndo",
-        "mnuRedo",         "mnuSimp",         "mnuPrintNetwork"})
+        "mnuRedo",         "mnuSimp",         "mnuPrintNetwork",
+        "mnuSpreadSheet",  "mnuFanList"})
     QVERIFY2(frame.form.Action(name)->isEnabled(), name);
   for (const char* name : {"mnuRemote", "mnuFreeze"})
     QVERIFY2(!frame.form.Action(name)->isEnabled(), name);

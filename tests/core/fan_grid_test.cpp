@@ -1,0 +1,129 @@
+// The fan list editor's rules: the stored grid (order, repeats, clamps, refusals), the curve
+// estimates against Int(Pt - VP) and Int(Ps + VP), and the zero-efficiency check.
+#include "core/fan_grid.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "core/headless_ui.h"
+
+namespace galeris {
+namespace {
+
+struct FanGrid : ::testing::Test {
+  FanGrid() : ws(ui) { ws.units = BuiltInUnits(); }
+  // A grid of rows {Ps, Pt, Q, Eff}; later rows stay empty.
+  static FanGridText Grid(std::vector<std::array<std::string, 4>> rows) {
+    FanGridText grid{};
+    for (std::size_t k = 0; k < rows.size(); ++k) grid[k + 1] = rows[k];
+    return grid;
+  }
+  void SetCurve(int fan, float diameter) {
+    ws.net.FanDiameter[fan] = diameter;
+    for (int k = 1; k <= kFanPoints; ++k) {
+      ws.net.CurveQ[fan][k] = 10.0f * k;
+      ws.net.CurveP[fan][k][1] = 3000.0f - 250 * k;
+      ws.net.CurveP[fan][k][2] = 3200.0f - 250 * k;
+    }
+  }
+  HeadlessUi ui;
+  Workspace ws;
+};
+
+TEST_F(FanGrid, StoresSortedRepeatedAndClamped) {
+  std::string name = "-none-";
+  // Rising pressure is stored reversed; row 3's empty Pt keeps row 2's; the zero rows 4..10
+  // repeat the last real point.
+  FanGridText grid =
+      Grid({{"500", "600", "40", "120"}, {"1000", "1100", "20", "-5"}, {"2000", "", "0", "70.5"}});
+  for (int k = 4; k <= kFanPoints; ++k) grid[k] = {"0", "0", "0", "0"};
+  const auto scale = StoreFanGrid(ws, 3, grid, false, name);
+  ASSERT_TRUE(scale);
+  EXPECT_EQ(name, "Fan #3");
+  EXPECT_EQ(ws.net.FanName[3], "Fan #3");
+  const Network& n = ws.net;
+  const float expectQ[] = {0, 20, 40, 40};
+  const float expectPs[] = {2000, 1000, 500, 500};
+  const float expectPt[] = {1100, 1100, 600, 600};
+  const int expectEff[] = {70, 0, 100, 100};  // 70.5 rounds half to even
+  for (int k = 1; k <= 4; ++k) {
+    EXPECT_EQ(n.CurveQ[3][k], expectQ[k - 1]) << k;
+    EXPECT_EQ(n.CurveP[3][k][1], expectPs[k - 1]) << k;
+    EXPECT_EQ(n.CurveP[3][k][2], expectPt[k - 1]) << k;
+    EXPECT_EQ(n.CurveEff[3][k], expectEff[k - 1]) << k;
+  }
+  EXPECT_EQ(n.CurveQ[3][10], 40);
+  EXPECT_EQ(n.CurveP[3][10][1], 500);
+  EXPECT_DOUBLE_EQ(scale->MaxQ, 40);
+  EXPECT_DOUBLE_EQ(scale->MaxP, 2000);
+}
+
+TEST_F(FanGrid, RefusedGridsLeaveTheSlotAlone) {
+  SetCurve(2, 1.5f);
+  const Network before = ws.net;
+  struct Case {
+    FanGridText grid;
+    const char* message;
+  } cases[] = {
+      {Grid({{"1000", "1100", "ten", "50"}}), kMsgNumberFormat},
+      // Pressure falls while the flow falls too.
+      {Grid({{"2000", "2100", "30", "50"}, {"1000", "1100", "10", "60"}}), kMsgFallingFlows},
+  };
+  for (const Case& c : cases) {
+    ui.ClearRecords();
+    std::string name = "Main";
+    EXPECT_FALSE(StoreFanGrid(ws, 2, c.grid, false, name));
+    EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{c.message});
+    EXPECT_EQ(ws.net.CurveQ[2], before.CurveQ[2]);
+    EXPECT_EQ(ws.net.CurveP[2], before.CurveP[2]);
+    EXPECT_EQ(ws.net.FanName[2], before.FanName[2]);
+  }
+}
+
+TEST_F(FanGrid, EstimatesFollowTheVelocityPressure) {
+  ws.defaults.AirDensity = 1.2f;
+  for (const float diameter : {0.0f, 2.0f}) {
+    SetCurve(1, diameter);
+    const double area = diameter * diameter * 3.141592654 / 4;
+    auto vp = [&](double q) { return area == 0 ? 0 : (q / area) * (q / area) * 1.2 / 2; };
+    EstimateStaticCurve(ws, 1);
+    for (int k = 1; k <= kFanPoints; ++k)
+      EXPECT_EQ(ws.net.CurveP[1][k][1],
+                static_cast<float>(std::floor(ws.net.CurveP[1][k][2] - vp(10.0 * k))));
+    ui.ClearRecords();
+    const float totalBefore = ws.net.CurveP[1][5][2];
+    EXPECT_EQ(EstimateTotalCurve(ws, 1), diameter != 0);
+    if (diameter == 0) {
+      EXPECT_EQ(ws.net.CurveP[1][5][2], totalBefore);
+      ASSERT_EQ(ui.MessageTexts().size(), 1u);
+      EXPECT_EQ(ui.MessageTexts()[0].rfind("No fan diameter has been entered for Fan 1.", 0), 0u);
+    } else {
+      for (int k = 1; k <= kFanPoints; ++k)
+        EXPECT_EQ(ws.net.CurveP[1][k][2],
+                  static_cast<float>(std::floor(ws.net.CurveP[1][k][1] + vp(10.0 * k))));
+    }
+  }
+  ui.ClearRecords();
+  EXPECT_FALSE(EstimateTotalCurve(ws, 7));  // an empty fan: nothing, silently
+  EXPECT_TRUE(ui.MessageTexts().empty());
+}
+
+TEST_F(FanGrid, ZeroEfficienciesReplacedUnlessAllZero) {
+  ws.defaults.FanEffDefault = 0.8f;
+  for (const int zeros : {10, 9, 0}) {
+    ui.ClearRecords();
+    for (int k = 1; k <= kFanPoints; ++k)
+      ws.net.CurveEff[4][k] = static_cast<std::int16_t>(k <= zeros ? 0 : 65);
+    FixZeroEfficiency(ws, 4);
+    const bool replaced = zeros > 0 && zeros < kFanPoints;
+    EXPECT_EQ(ws.net.CurveEff[4][1], replaced ? 80 : (zeros ? 0 : 65)) << zeros;
+    EXPECT_EQ(ui.MessageTexts().size(), replaced ? 1u : 0u) << zeros;
+  }
+  EXPECT_EQ(FanListRow(ws.net, 4), " 4 -none-");
+  EXPECT_EQ(FanDiameterText(ws.units, 0), "n/a");
+  EXPECT_EQ(ReadFanDiameter(ws.units, "n/a"), 0.0f);
+}
+
+}  // namespace
+}  // namespace galeris
