@@ -5,6 +5,7 @@
 
 #include "app/frm_error.h"
 #include "app/main_form.h"
+#include "app/solver_choice.h"
 #include "app/tool_palette.h"
 #include "simulate/simulate.h"
 
@@ -36,6 +37,7 @@ void MainForm::RunSimulationCommand(int simMode) {
       ErrorForm().ShowList(ws_.net.Errorlist, outcome.ErrorListCaption);
     else if (frmError_)
       frmError_->hide();
+    ShowSolutionCheck(this, ws_.sim);
   }
   RefreshSimStatus();
   RedrawViews();
