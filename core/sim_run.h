@@ -19,24 +19,26 @@ struct SolutionCheck {
 };
 
 struct SimRun {
-  std::int16_t SimMode = 0;       // 0 simulate, -1 non-converging, 1..4 diagnostics
-  std::int16_t SimStatus = 0;     // 0 clean, 1 failed or stopped, 2 warnings
-  std::uint8_t SimCancel = 0;     // 255: stop at the next test
-  std::uint8_t ShowProgress = 1;  // 1 show the progress form; 0 a quiet run
+  std::int16_t SimMode = 0;      // 0 simulate, -1 non-converging, 1..4 diagnostics
+  std::int16_t SimStatus = 0;    // 0 clean, 1 failed or stopped, 2 warnings
+  std::uint8_t SimCancel = 0;    // 255: stop at the next test
+  std::uint8_t ShowProgress = 1; // 1 show the progress form; 0 a quiet run
   std::int16_t MeshCount = 0;
-  std::int32_t Sweeps = 0;  // sweeps of the last balancing
-  bool Converged = false;   // the last balancing ended with every mesh within MaxError
+  std::int32_t Sweeps = 0;       // sweeps of the last balancing
+  bool Converged = false;        // the last balancing ended with every mesh within MaxError
   bool RestrictionFound = false;
   bool AirwayReversed = false;
-  bool Running = false;                  // a run is under way: no other simulation may start
+  bool Running = false;          // a run is under way: no other simulation may start
   const char* FormCaption = "Simulate";  // the progress form's caption as the run left it
-  std::int16_t SimCurveCount = 0;        // fan curve slots built for this run
-  std::int16_t SimFanCount = 0;          // airways with a fan in this run
+  std::int16_t SimCurveCount = 0;  // fan curve slots built for this run
+  std::int16_t SimFanCount = 0;    // airways with a fan in this run
   // The last mesh correction; it carries over to the next mesh and the next run, so that a
   // dead mesh receives its neighbour's correction.
   float SimCorr = 0;
-  SolverMethod Method = SolverMethod::HardyCross;  // the user's choice, kept outside the files
-  SolutionCheck Check;                             // of the last run that reached its results
+  // The user's choice, kept outside the network and defaults files.
+  SolverMethod Method = SolverMethod::HardyCross;
+  // The self-check of the last run that reached its results.
+  SolutionCheck Check;
 };
 
 }  // namespace galeris
