@@ -42,6 +42,8 @@ class FrmSimForm : public QDialog {
   void SetPercent(int percent);
   // The balancing shows its attempt number and largest correction once per sweep.
   void SetLabels(const QString& attempt, const QString& error);
+  // Stays open after the run with the self-check of its flows in LblCheck.
+  void ShowCheck(const QString& text);
   void PressCancel();
 
  protected:
@@ -57,6 +59,7 @@ class FrmSimForm : public QDialog {
   QLabel* lblItt_;
   QLabel* lbl2_;
   QLabel* lblError_;
+  QLabel* lblCheck_;
   QPushButton* command1_;
   std::function<void()> cancel_;
   std::function<bool()> pending_;

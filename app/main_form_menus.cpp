@@ -10,6 +10,7 @@
 #include "app/data_types.h"
 #include "app/frm_window.h"
 #include "app/main_form.h"
+#include "app/solver_choice.h"
 #include "app/tool_palette.h"
 
 namespace galeris {
@@ -174,6 +175,7 @@ void MainForm::BuildSimulateMenu() {
            [this] { RunSimulationCommand(3); });
   AddEntry(simulate, "mnuDupAir", "Find Duplicate Airways", [this] { RunSimulationCommand(4); });
   AddEntry(simulate, "mnuResetAirflows", "Re-seed Airflows", [this] { ReseedAirflowsCommand(); });
+  AddSolverMenu(simulate, ws_.sim);
   simulate->addSeparator();
   AddEntry(simulate, "mnuFire", "Smoke Simulation");
   AddEntry(simulate, "mnuTrace", "Sourcing Simulation");

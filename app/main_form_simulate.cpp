@@ -6,6 +6,7 @@
 #include "app/frm_error.h"
 #include "app/frm_window.h"
 #include "app/main_form.h"
+#include "app/solver_choice.h"
 #include "app/tool_palette.h"
 #include "simulate/simulate.h"
 #include "view/fence_tools.h"
@@ -38,6 +39,7 @@ void MainForm::RunSimulationCommand(int simMode) {
       ErrorForm().ShowList(ws_.net.Errorlist, outcome.ErrorListCaption);
     else if (frmError_)
       frmError_->hide();
+    ShowSolutionCheck(this, ws_.sim);
   }
   RefreshSimStatus();
   RedrawViews();

@@ -65,7 +65,9 @@ MsgAnswer FromQtAnswer(int pressed, MsgButtons buttons) {
 
 QtUi::QtUi(UiPort* boxes) : boxes_(boxes) {}
 
-QtUi::~QtUi() = default;
+QtUi::~QtUi() {
+  delete simForm_.data();
+}
 
 MsgAnswer QtUi::Message(const std::string& text, MsgButtons buttons, MsgIcon icon,
                         const std::string& title) {
@@ -110,7 +112,7 @@ void QtUi::SetBusy(bool busy) {
 
 FrmSimForm& QtUi::SimForm() {
   if (!simForm_) {
-    simForm_ = std::make_unique<FrmSimForm>(parent_);
+    simForm_ = new FrmSimForm(parent_);
     simForm_->OnCancel([this] {
       if (run_) run_->SimCancel = 255;
       if (afterCancel_) afterCancel_();

@@ -2,6 +2,7 @@
 // the override cursor for the busy pointer and frmSimForm for progress.
 #pragma once
 
+#include <QPointer>
 #include <functional>
 #include <memory>
 
@@ -48,7 +49,8 @@ class QtUi : public UiPort {
   QWidget* parent_ = nullptr;
   SimRun* run_ = nullptr;
   std::function<void()> afterCancel_;
-  std::unique_ptr<FrmSimForm> simForm_;
+  // Owned here, unless the frame (its parent) goes first and takes it along.
+  QPointer<FrmSimForm> simForm_;
   int busyDepth_ = 0;
 };
 

@@ -6,6 +6,7 @@
 #include "files/network_file.h"
 #include "simulate/mesh_builder.h"
 #include "simulate/network_checks.h"
+#include "simulate/solution_check.h"
 #include "simulate/sort_airways.h"
 
 namespace galeris::cli {
@@ -40,14 +41,19 @@ int RunCheck(CliContext& c) {
   const bool clean = CheckAndMesh(ws);
   for (const std::string& line : ws.net.Errorlist) c.out << line << "\n";
   c.out << "airways " << ws.net.BranchCount << " nodes " << ws.net.NodeCount << " meshes "
-        << ws.sim.MeshCount << "\n";
+        << ws.sim.MeshCount;
+  // The flows standing in the file, as a solved file left them.
+  if (ws.net.BranchCount > 1) c.out << " " << SolutionCheckText(CheckSolution(ws));
+  c.out << "\n";
   return clean ? kExitOk : kExitFailed;
 }
 
-const RegisterCommand kCheck{{"check", "check IN",
-                              "checks and meshes a network; lists faults as \"AirwayNo<TAB>"
-                              "label\" and ends with \"airways N nodes N meshes N\"",
-                              RunCheck}};
+const RegisterCommand kCheck{
+    {"check", "check IN",
+     "checks and meshes a network; lists faults as \"AirwayNo<TAB>"
+     "label\" and ends with \"airways N nodes N meshes N continuity X m3/s loop Y Pa\", the "
+     "self-check of the flows standing in the file",
+     RunCheck}};
 
 }  // namespace
 }  // namespace galeris::cli

@@ -36,6 +36,18 @@ bool ParseMode(const std::string& text, std::int16_t& mode) {
   return false;
 }
 
+bool ParseMethod(const std::string& text, SolverMethod& method) {
+  if (text.empty() || text == "hardy-cross") {
+    method = SolverMethod::HardyCross;
+    return true;
+  }
+  if (text == "newton") {
+    method = SolverMethod::Newton;
+    return true;
+  }
+  return false;
+}
+
 bool ParseCount(const std::string& text, int& value) {
   if (text.empty()) return true;
   const char* end = text.data() + text.size();
@@ -75,11 +87,15 @@ int RunSolve(CliContext& c) {
   const std::string out = TakeOption(c.args, "-o");
   const std::string modeText = TakeOption(c.args, "--mode");
   const std::string roundsText = TakeOption(c.args, "--max-rounds");
+  const std::string methodText = TakeOption(c.args, "--method");
   std::int16_t mode = kModeSimulate;
   int maxRounds = kDefaultMaxRounds;
-  if (c.args.size() != 1 || !ParseMode(modeText, mode) || !ParseCount(roundsText, maxRounds)) {
+  SolverMethod method = SolverMethod::HardyCross;
+  if (c.args.size() != 1 || !ParseMode(modeText, mode) || !ParseCount(roundsText, maxRounds) ||
+      !ParseMethod(methodText, method)) {
     c.err << "usage: galeris-sim solve IN [-o OUT] [--mode simulate|converge|find-bulkheads|"
-             "remove-bulkheads|restrictive-fans|duplicates] [--max-rounds N]\n";
+             "remove-bulkheads|restrictive-fans|duplicates] [--max-rounds N] "
+             "[--method hardy-cross|newton]\n";
     return kExitBadInput;
   }
   Workspace& ws = c.ws;
@@ -87,10 +103,13 @@ int RunSolve(CliContext& c) {
   BoundConvergenceAnswers(c, maxRounds);
   ws.sim.ShowProgress = 0;
   ws.sim.SimMode = mode;
+  ws.sim.Method = method;
   const SimOutcome outcome = RunSimulation(ws);
   for (const auto& line : ws.net.Errorlist) c.out << line << "\n";
   c.out << "airways " << ws.net.BranchCount << " meshes " << ws.sim.MeshCount << " sweeps "
-        << ws.sim.Sweeps << " status " << StatusWord(outcome, ws.sim) << "\n";
+        << ws.sim.Sweeps << " status " << StatusWord(outcome, ws.sim);
+  if (ws.sim.Check.Done) c.out << " " << SolutionCheckText(ws.sim.Check);
+  c.out << "\n";
   if (!out.empty()) {
     ws.net.FileName = out;
     if (!SaveNetwork(ws)) {
@@ -103,9 +122,13 @@ int RunSolve(CliContext& c) {
 
 const RegisterCommand kSolve({"solve",
                               "solve IN [-o OUT] [--mode simulate|converge|find-bulkheads|"
-                              "remove-bulkheads|restrictive-fans|duplicates] [--max-rounds N]",
+                              "remove-bulkheads|restrictive-fans|duplicates] [--max-rounds N] "
+                              "[--method hardy-cross|newton]",
                               "Simulates the airflow of IN (or runs a diagnostic), prints the "
-                              "error list and a summary; -o writes the solved network.\n"
+                              "error list and a summary with the self-check of the flows; -o "
+                              "writes the solved network.\n"
+                              "      --method newton balances by Newton's method instead of "
+                              "Hardy Cross (diagnostics keep Hardy Cross).\n"
                               "      --max-rounds N bounds the \"yes\" answers to \"Convergence "
                               "Warning\" (default 10).",
                               RunSolve});

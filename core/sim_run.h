@@ -6,6 +6,18 @@
 
 namespace galeris {
 
+// How the flows are balanced: Hardy Cross mesh corrections (the standard), or Newton's method
+// on the nodal equations. The diagnostic modes always use Hardy Cross.
+enum class SolverMethod : std::uint8_t { HardyCross, Newton };
+
+// The physics of the flows a run left: the largest imbalance of flow at a node (m3/s) and the
+// largest pressure mismatch round a loop (Pa). Done is false when the run left no solution.
+struct SolutionCheck {
+  bool Done = false;
+  double Continuity = 0;
+  double Loop = 0;
+};
+
 struct SimRun {
   std::int16_t SimMode = 0;      // 0 simulate, -1 non-converging, 1..4 diagnostics
   std::int16_t SimStatus = 0;    // 0 clean, 1 failed or stopped, 2 warnings
@@ -23,6 +35,10 @@ struct SimRun {
   // The last mesh correction; it carries over to the next mesh and the next run, so that a
   // dead mesh receives its neighbour's correction.
   float SimCorr = 0;
+  // The user's choice, kept outside the network and defaults files.
+  SolverMethod Method = SolverMethod::HardyCross;
+  // The self-check of the last run that reached its results.
+  SolutionCheck Check;
 };
 
 }  // namespace galeris

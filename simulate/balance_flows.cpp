@@ -23,12 +23,13 @@ void ListNonConvergence(Network& net, SimRun& run, int m, float correction) {
   run.SimStatus = 1;
 }
 
+}  // namespace
+
 void ShowSweep(Workspace& ws, int sweeps, float worst) {
   const double shown = std::floor(static_cast<double>(worst) * 100.0) / 100.0;
   ws.ui.SetProgressLabels(std::to_string(sweeps), FormatNumber(shown, "0.00") + " m3/s");
 }
 
-// "Convergence Warning": true when the user wants more sweeps.
 bool KeepOnSimulating(Workspace& ws, int meshCount, int unconverged) {
   int percent = 100;
   if (meshCount > 0)
@@ -41,8 +42,6 @@ bool KeepOnSimulating(Workspace& ws, int meshCount, int unconverged) {
                        MsgButtons::YesNo, MsgIcon::Question,
                        "Convergence Warning") == MsgAnswer::Yes;
 }
-
-}  // namespace
 
 void SuperposeStartFlows(Network& net, int meshCount) {
   float* q = net.Quantity.data();

@@ -15,6 +15,11 @@ void BalanceFlows(Workspace& ws);
 // node whatever stood in the store. A locked chord pushes its fixed flow.
 void SuperposeStartFlows(Network& net, int meshCount);
 
+// The attempt number and the largest correction, shown once per unconverged sweep.
+void ShowSweep(Workspace& ws, int sweeps, float worst);
+// Sets Converged; below 100% asks "Convergence Warning": true when the user wants more sweeps.
+bool KeepOnSimulating(Workspace& ws, int meshCount, int unconverged);
+
 // What one sweep found: meshes still moving by more than MaxError, the largest correction, and
 // whether a Cancel stopped it halfway.
 struct SweepResult {

@@ -67,7 +67,11 @@ bool SolveFlows(Workspace& ws) {
   ShowSimProgress(ws, 60);
   SetSimCaption(ws, "Balancing airflows");
   // A run that ended balancing with SimStatus 1 goes on, so the user sees the best flows.
-  BalanceFlows(ws);
+  // The diagnostic listing of non-converging airways is a Hardy Cross question.
+  if (ws.sim.Method == SolverMethod::Newton && ws.sim.SimMode == kModeSimulate)
+    NewtonFlows(ws);
+  else
+    BalanceFlows(ws);
   ShowSimProgress(ws, 70);
   if (Cancelled(ws)) return false;
   ResolveFanLoads(ws);
@@ -86,6 +90,7 @@ void ResolveResults(Workspace& ws) {
   ApplyFixedDirections(ws);
   BuildNodeLinks(ws);
   ShowSimProgress(ws, 100);
+  ws.sim.Check = CheckSolution(ws);
   if (ws.sim.SimStatus == 0 && ws.sim.SimMode == kModeNonConverging)
     ws.ui.Inform("There are NO major convergence problems");
   ws.net.NetworkBalanced = -1;
@@ -137,6 +142,7 @@ SimOutcome RunSimulation(Workspace& ws) {
   run.SimStatus = 0;
   run.MeshCount = 0;
   run.Sweeps = 0;
+  run.Check = SolutionCheck{};
   net.Errorlist.clear();
   run.FormCaption = "Simulate";
   if (run.ShowProgress == 1) ws.ui.ShowProgress("Simulate");

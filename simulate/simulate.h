@@ -7,8 +7,10 @@
 #include "simulate/balance_flows.h"
 #include "simulate/fan_curves.h"
 #include "simulate/mesh_builder.h"
+#include "simulate/newton_flows.h"
 #include "simulate/network_checks.h"
 #include "simulate/pressures.h"
+#include "simulate/solution_check.h"
 #include "simulate/sort_airways.h"
 
 namespace galeris {

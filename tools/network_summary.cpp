@@ -7,6 +7,7 @@
 #include "core/number_format.h"
 #include "simulate/fan_curves.h"
 #include "simulate/pressures.h"
+#include "simulate/solution_check.h"
 
 namespace galeris {
 namespace {
@@ -80,6 +81,9 @@ std::vector<SummaryRow> SummaryRows(const Workspace& ws, const NetworkSums& sums
   rows.push_back({"LblNA", "Number of Airways", std::to_string(ws.net.BranchCount), ""});
   rows.push_back(InUnits(ws, "LblLA", "Length of Airways", sums.TotalLength, Unit::Coordinates));
   rows.push_back({"LblNF", "Number of Fans", std::to_string(sums.FanCount), ""});
+  // The self-check of the run that produced the flows shown, while they stand.
+  if (ws.sim.Check.Done && ws.net.NetworkBalanced != 0)
+    rows.push_back({"LblCheck", "Solution Check", SolutionCheckText(ws.sim.Check), ""});
   return rows;
 }
 

@@ -1,6 +1,7 @@
 // The network's totals as "Network Summary" shows them: airflow from the surface, air power,
 // the power put in by fans and fixed quantities, efficiency, mine resistance, yearly power
-// cost, and the counts and length of the airways. The dialog and the command line share it.
+// cost, the counts and length of the airways, and the self-check of the last run. The dialog
+// and the command line share it.
 #pragma once
 
 #include <string>

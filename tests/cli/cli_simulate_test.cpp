@@ -32,7 +32,15 @@ TEST(CliSimulate, GeneratedMineChecksSolvesAndResolvesInOneSweep) {
 
   const CliOutcome again = RunSim("solve '" + dir + "solved.sim'");
   EXPECT_EQ(again.status, 0);
-  EXPECT_NE(LastLine(again.out).find("sweeps 1 status clean"), std::string::npos) << again.out;
+  EXPECT_NE(LastLine(again.out).find("sweeps 1 status clean continuity "), std::string::npos)
+      << again.out;
+  EXPECT_NE(LastLine(RunSim("check '" + dir + "solved.sim'").out).find(" m3/s loop "),
+            std::string::npos);
+
+  const CliOutcome newton = RunSim("solve '" + dir + "mine.sim' --method newton");
+  EXPECT_EQ(newton.status, 0) << newton.err;
+  EXPECT_NE(LastLine(newton.out).find("status clean continuity "), std::string::npos) << newton.out;
+  EXPECT_EQ(RunSim("solve '" + dir + "mine.sim' --method gauss").status, 3);
 }
 
 TEST(CliSimulate, ExampleMineSolvesClean) {

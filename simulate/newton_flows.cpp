@@ -1,0 +1,274 @@
+// Newton balancing. Unknowns are the flows of the free airways and the pressures of the nodes;
+// each airway's law rise(Q) = fan(Q) - R Q|Q| is linearised about the present flow with the
+// derivative D, and eliminating the flows leaves the weighted node Laplacian (weights 1/D),
+// symmetric positive definite once one node per connected part is held at pressure 0. Its
+// pattern is analysed once; each iteration refills the values and factorises again.
+#include "simulate/newton_flows.h"
+
+#include <Eigen/SparseCholesky>
+#include <Eigen/SparseCore>
+#include <algorithm>
+#include <cmath>
+#include <cstdlib>
+#include <numeric>
+#include <vector>
+
+#include "simulate/balance_flows.h"
+#include "simulate/fan_curves.h"
+
+namespace galeris {
+namespace {
+
+constexpr std::uint8_t kCancel = 255;
+// Below this flow the square law's derivative is taken at this flow, so that an airway
+// without flow still conducts in the linear system.
+constexpr double kFlowFloor = 1e-3;
+// The smallest derivative: a resistance-free airway without a fan.
+constexpr double kDerivativeFloor = 1e-6;
+
+using SparseMatrix = Eigen::SparseMatrix<double>;
+
+// The network as the iteration sees it: free airways between unknown nodes (index -1 for a
+// node held at pressure 0), and the value slots of each airway in the matrix.
+struct NodalSystem {
+  std::vector<int> airways;      // free airways
+  std::vector<int> entry, exit;  // unknown index of each end, per free airway; -1 held
+  std::vector<double*> diagEntry, diagExit, offDiagonal;
+  std::vector<double> fixedInflow;  // per unknown: flow the locked chords bring in
+  SparseMatrix matrix;
+};
+
+int FindRoot(std::vector<int>& parent, int v) {
+  while (parent[v] != v) v = parent[v] = parent[parent[v]];
+  return v;
+}
+
+bool LockedChord(const Network& net, int i) {
+  return net.EntryNodeNo[i] < 0 && net.ExitNodeNo[i] < 0;
+}
+
+NodalSystem BuildSystem(const Network& net) {
+  NodalSystem sys;
+  const int nodeCount = net.NodeCount;
+  const auto node = [&net](int i, bool atEntry) {
+    return std::abs(atEntry ? net.EntryNodeNo[i] : net.ExitNodeNo[i]);
+  };
+  // One node of every part joined by free airways stays at pressure 0: it takes up what the
+  // others' continuity leaves, and fixes the level of the pressures.
+  std::vector<int> parent(nodeCount + 1);
+  std::iota(parent.begin(), parent.end(), 0);
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    if (LockedChord(net, i)) continue;
+    sys.airways.push_back(i);
+    parent[FindRoot(parent, node(i, true))] = FindRoot(parent, node(i, false));
+  }
+  std::vector<int> unknown(nodeCount + 1, -1);
+  int count = 0;
+  for (int v = 1; v <= nodeCount; ++v)
+    if (FindRoot(parent, v) != v) unknown[v] = count++;
+  sys.fixedInflow.assign(count, 0.0);
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    if (!LockedChord(net, i)) continue;
+    const int a = unknown[node(i, true)], b = unknown[node(i, false)];
+    if (a >= 0) sys.fixedInflow[a] -= net.Quantity[i];
+    if (b >= 0) sys.fixedInflow[b] += net.Quantity[i];
+  }
+
+  std::vector<Eigen::Triplet<double>> pattern;
+  pattern.reserve(count + sys.airways.size());
+  for (int k = 0; k < count; ++k) pattern.emplace_back(k, k, 0.0);
+  const std::size_t m = sys.airways.size();
+  sys.entry.resize(m);
+  sys.exit.resize(m);
+  for (std::size_t k = 0; k < m; ++k) {
+    const int i = sys.airways[k];
+    sys.entry[k] = unknown[node(i, true)];
+    sys.exit[k] = unknown[node(i, false)];
+    const int a = sys.entry[k], b = sys.exit[k];
+    if (a >= 0 && b >= 0 && a != b) pattern.emplace_back(std::max(a, b), std::min(a, b), 0.0);
+  }
+  sys.matrix.resize(count, count);
+  sys.matrix.setFromTriplets(pattern.begin(), pattern.end());
+  sys.matrix.makeCompressed();
+  sys.diagEntry.assign(m, nullptr);
+  sys.diagExit.assign(m, nullptr);
+  sys.offDiagonal.assign(m, nullptr);
+  for (std::size_t k = 0; k < m; ++k) {
+    const int a = sys.entry[k], b = sys.exit[k];
+    if (a == b) continue;  // a loop on one node carries no pressure difference to solve for
+    if (a >= 0) sys.diagEntry[k] = &sys.matrix.coeffRef(a, a);
+    if (b >= 0) sys.diagExit[k] = &sys.matrix.coeffRef(b, b);
+    if (a >= 0 && b >= 0) sys.offDiagonal[k] = &sys.matrix.coeffRef(std::max(a, b), std::min(a, b));
+  }
+  return sys;
+}
+
+// What one iteration did: the largest flow change, and the meshes whose chord moved by more
+// than MaxError.
+struct Step {
+  bool Solved = true;
+  double Largest = 0;
+  int Unconverged = 0;
+};
+
+class NewtonIteration {
+ public:
+  NewtonIteration(Workspace& ws, NodalSystem& sys) : ws_(ws), net_(ws.net), sys_(sys) {
+    const std::size_t m = sys.airways.size();
+    flow_.resize(m);
+    for (std::size_t k = 0; k < m; ++k) flow_[k] = net_.Quantity[sys.airways[k]];
+    rise_.resize(m);
+    weight_.resize(m);
+    change_.resize(m);
+    trialFlow_.resize(m);
+    rhs_.resize(sys.matrix.rows());
+    pressure_ = Eigen::VectorXd::Zero(sys.matrix.rows());
+    solver_.analyzePattern(sys.matrix);
+  }
+
+  // One Newton step, shortened by halves while it doesn't lower the squared pressure
+  // mismatches: a fan that the full step would throw past the end of its curve and back
+  // otherwise goes round in a cycle. A shortened step keeps continuity, as the full one does.
+  Step Iterate() {
+    Step step;
+    Linearise();
+    solver_.factorize(sys_.matrix);
+    if (solver_.info() != Eigen::Success) {
+      step.Solved = false;
+      return step;
+    }
+    const Eigen::VectorXd target = solver_.solve(rhs_);
+    const float maxError = ws_.defaults.MaxError;
+    for (std::size_t k = 0; k < flow_.size(); ++k) {
+      // rise + p(entry) - p(exit) = 0 is the airway's law; the step closes its linear model.
+      change_[k] = weight_[k] * (rise_[k] + At(target, sys_.entry[k]) - At(target, sys_.exit[k]));
+      const double size = std::fabs(change_[k]);
+      step.Largest = std::max(step.Largest, size);
+      if (size > maxError && net_.EntryNodeNo[sys_.airways[k]] < 0) ++step.Unconverged;
+    }
+    const double before = Mismatch(flow_, pressure_, false);
+    double share = 1;
+    Eigen::VectorXd trialPressure;
+    for (;;) {
+      for (std::size_t k = 0; k < flow_.size(); ++k) trialFlow_[k] = flow_[k] + share * change_[k];
+      trialPressure = pressure_ + share * (target - pressure_);
+      if (share < kShortestStep || Mismatch(trialFlow_, trialPressure, true) <= before) break;
+      share /= 2;
+    }
+    flow_.swap(trialFlow_);
+    pressure_ = std::move(trialPressure);
+    return step;
+  }
+
+  void Store() {
+    for (std::size_t k = 0; k < flow_.size(); ++k)
+      net_.Quantity[sys_.airways[k]] = static_cast<float>(flow_[k]);
+  }
+
+ private:
+  static constexpr double kShortestStep = 1.0 / 64;
+
+  static double At(const Eigen::VectorXd& p, int node) { return node >= 0 ? p[node] : 0.0; }
+
+  // The pressure an airway adds along itself at a flow, and the slope of its fan there.
+  double Rise(int i, double q, double* fanSlope) const {
+    double fanP = 0, slope = 0;
+    const float slot = net_.FanSlot[i];
+    if (slot != 0) {
+      const FanPoint fan = EvaluateFanCurve(net_, static_cast<int>(slot), static_cast<float>(q), i,
+                                            net_.Pressure[i]);
+      fanP = fan.FanP;
+      // Off the curve and at a fixed pressure the pressure doesn't change with the flow: the
+      // fixed slopes that damp the mesh corrections would only slow Newton down.
+      if (fan.State == FanOnCurve && slot != kFixedPressureSlot) slope = fan.Slope;
+    }
+    if (fanSlope) *fanSlope = slope;
+    return fanP - double{net_.Resistance[i]} * q * std::fabs(q);
+  }
+
+  // The sum of squared pressure mismatches of the airway laws at these flows and pressures.
+  // Without `evaluate` the rises of the last linearisation stand for the flows.
+  double Mismatch(const std::vector<double>& flow, const Eigen::VectorXd& p, bool evaluate) const {
+    double sum = 0;
+    for (std::size_t k = 0; k < flow.size(); ++k) {
+      const double rise = evaluate ? Rise(sys_.airways[k], flow[k], nullptr) : rise_[k];
+      const double e = rise + At(p, sys_.entry[k]) - At(p, sys_.exit[k]);
+      sum += e * e;
+    }
+    return sum;
+  }
+
+  // Refills the matrix and the right-hand side about the present flows.
+  void Linearise() {
+    std::fill(sys_.matrix.valuePtr(), sys_.matrix.valuePtr() + sys_.matrix.nonZeros(), 0.0);
+    for (int k = 0; k < rhs_.size(); ++k) rhs_[k] = sys_.fixedInflow[k];
+    const float* r = net_.Resistance.data();
+    for (std::size_t k = 0; k < flow_.size(); ++k) {
+      const int i = sys_.airways[k];
+      const double q = flow_[k];
+      double slope = 0;
+      rise_[k] = Rise(i, q, &slope);
+      // A rising stretch of a curve would make the system indefinite: its slope is left out,
+      // which slows the step there but not where it ends.
+      const double derivative =
+          std::max(2.0 * r[i] * std::max(std::fabs(q), kFlowFloor) + std::max(-slope, 0.0),
+                   kDerivativeFloor);
+      const double w = 1.0 / derivative;
+      weight_[k] = w;
+      const double y = q + w * rise_[k];
+      if (sys_.entry[k] >= 0) rhs_[sys_.entry[k]] -= y;
+      if (sys_.exit[k] >= 0) rhs_[sys_.exit[k]] += y;
+      if (sys_.diagEntry[k]) *sys_.diagEntry[k] += w;
+      if (sys_.diagExit[k]) *sys_.diagExit[k] += w;
+      if (sys_.offDiagonal[k]) *sys_.offDiagonal[k] -= w;
+    }
+  }
+
+  Workspace& ws_;
+  Network& net_;
+  NodalSystem& sys_;
+  std::vector<double> flow_, rise_, weight_, change_, trialFlow_;
+  Eigen::VectorXd rhs_, pressure_;
+  Eigen::SimplicialLDLT<SparseMatrix, Eigen::Lower> solver_;
+};
+
+}  // namespace
+
+void NewtonFlows(Workspace& ws) {
+  SimRun& run = ws.sim;
+  const int maxIter = std::max<int>(ws.defaults.MaxIter, 1);
+  // The same start as the mesh balancing: continuity at every node, locked chords at their flow.
+  SuperposeStartFlows(ws.net, run.MeshCount);
+  run.Sweeps = 0;
+  run.Converged = false;
+  NodalSystem sys = BuildSystem(ws.net);
+  NewtonIteration newton(ws, sys);
+  // Newton's last step is within MaxError only when it was already close, so its flows stand
+  // nearer the answer than the mesh balancing's at the same MaxError.
+  const double tolerance = ws.defaults.MaxError;
+  for (;;) {
+    int iteration = 0;
+    Step last;
+    for (;;) {
+      last = newton.Iterate();
+      if (!last.Solved) {
+        run.SimStatus = 1;
+        return;
+      }
+      newton.Store();
+      ++iteration;
+      ++run.Sweeps;
+      if (last.Largest <= tolerance) break;
+      if (run.ShowProgress == 1) ShowSweep(ws, iteration, static_cast<float>(last.Largest));
+      ws.ui.Yield();
+      if (run.SimCancel == kCancel) {
+        run.SimStatus = 1;
+        return;
+      }
+      if (iteration >= maxIter) break;
+    }
+    if (!KeepOnSimulating(ws, run.MeshCount, last.Unconverged)) return;
+  }
+}
+
+}  // namespace galeris
