@@ -32,6 +32,7 @@ class FrmError;
 class FrmFileNote;
 class FrmHelp;
 class FrmWindow;
+class RealtimeCommands;
 class ToolCommands;
 class ToolPalette;
 
@@ -122,6 +123,8 @@ class MainForm : public QMainWindow {
   bool CommandRunning() const { return ws_.sim.Running; }
   // The contaminant and whole-network commands (main_form_tools.cpp).
   ToolCommands& NetworkTools() const { return *toolCommands_; }
+  // Stations and output of the real-time menu (main_form_realtime.cpp).
+  RealtimeCommands& Realtime() const { return *realtimeCommands_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -129,6 +132,7 @@ class MainForm : public QMainWindow {
 
  private:
   friend class ToolCommands;
+  friend class RealtimeCommands;
   void BuildMenus();
   void BuildFileMenu();
   void BuildEditMenu();
@@ -213,6 +217,7 @@ class MainForm : public QMainWindow {
   QtEditDialogs dialogs_{ws_, this};
   bool refreshDue_ = false;  // a change of the network waits for the windows to follow
   ToolCommands* toolCommands_ = nullptr;
+  RealtimeCommands* realtimeCommands_ = nullptr;
 };
 
 }  // namespace galeris

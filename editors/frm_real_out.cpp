@@ -29,8 +29,8 @@ FrmRealOut::FrmRealOut(Workspace& ws, Browse browse, QWidget* parent)
   fileRow->addWidget(TxtRealOut);
   fileRow->addWidget(browseButton);
   layout->addRow("Output Data File", fileRow);
-  TxtTimer = new QLineEdit(
-      QString::fromStdString(FormatGeneralSingle(ws.remote.OutputInterval)), this);
+  TxtTimer =
+      new QLineEdit(QString::fromStdString(FormatGeneralSingle(ws.remote.OutputInterval)), this);
   TxtTimer->setObjectName("TxtTimer");
   layout->addRow("Sampling (Sec)", TxtTimer);
   auto* ok = new QPushButton("OK", this);

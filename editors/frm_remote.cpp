@@ -17,8 +17,12 @@ namespace {
 
 constexpr const char* kRemoteFilter = "Galeris Remote Files (*.rem)|*.rem|All Files (*.*)|*.*";
 
-QString Q(const std::string& s) { return QString::fromStdString(s); }
-std::string S(const QLineEdit* box) { return box->text().toStdString(); }
+QString Q(const std::string& s) {
+  return QString::fromStdString(s);
+}
+std::string S(const QLineEdit* box) {
+  return box->text().toStdString();
+}
 
 }  // namespace
 
@@ -151,7 +155,9 @@ StationFields FrmRemote::Fields() const {
   return f;
 }
 
-void FrmRemote::Store() { StoreStationFields(ws_.remote, shown_, Fields()); }
+void FrmRemote::Store() {
+  StoreStationFields(ws_.remote, shown_, Fields());
+}
 
 void FrmRemote::ShowStation(int station) {
   Store();

@@ -20,7 +20,8 @@ namespace galeris {
 class FrmRemote : public QDialog {
   Q_OBJECT
  public:
-  // browse gets the filter as "Description|pattern|..." pairs and returns the chosen path, empty when cancelled.
+  // browse gets the filter as "Description|pattern|..." pairs and returns the chosen path, empty
+  // when cancelled.
   using Browse = std::function<QString(const QString& filter)>;
   FrmRemote(Workspace& ws, Browse browse, QWidget* parent = nullptr);
 
