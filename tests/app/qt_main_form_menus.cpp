@@ -111,7 +111,7 @@ void MainFormMenusTest::OnlyWorkingEntriesAreEnabled() {
         "mnuImportData", "mnuExportData", "mnuDXFTrue",     "MnuDXFScreen",     "mnuUndo",
         "mnuRedo"})
     QVERIFY2(frame.form.Action(name)->isEnabled(), name);
-  for (const char* name : {"mnuSimp", "mnuRemote", "mnuFreeze"})
+  for (const char* name : {"mnuSimp", "mnuFreeze"})
     QVERIFY2(!frame.form.Action(name)->isEnabled(), name);
 }
 
