@@ -16,6 +16,7 @@
 #include "realtime/monitor.h"
 #include "realtime/realtime_output.h"
 #include "realtime/remotes_file.h"
+#include "realtime/station_form.h"
 #include "realtime/stations.h"
 #include "tests/support/test_support.h"
 
@@ -92,6 +93,25 @@ TEST_F(Realtime, RemotesDatRoundTripKeepsEveryFieldAndTheLastSettings) {
   LoadRemotes(short_);
   EXPECT_TRUE(short_.remote.StationName[3].empty());
   EXPECT_EQ(short_.remote.OutputInterval, 7);
+}
+
+TEST_F(Realtime, StationFieldsShowZeroLimitsEmptyAndStoreOnlyNumbers) {
+  st.AlarmHigh[1][9] = 4;
+  StationFields f = ShowStationFields(st, 9);
+  EXPECT_EQ(f.Channels.Low[1], "");
+  EXPECT_EQ(f.Channels.High[1], "4");
+  f.Channels.High[1] = "";    // empty keeps the limit
+  f.Channels.Low[1] = "abc";  // not a number keeps it too
+  f.Channels.Mult[1] = "0.5";
+  f.RemoteInterval = "0";  // no interval of nothing
+  StoreStationFields(st, 9, f);
+  EXPECT_EQ(st.AlarmHigh[1][9], 4);
+  EXPECT_EQ(st.AlarmLow[1][9], 0);
+  EXPECT_EQ(st.ChannelMult[1][9], 0.5f);
+  EXPECT_EQ(st.RemoteInterval, 10);
+  ApplyRealOut(st, "flows", "2");
+  EXPECT_EQ(st.OutputFile, "flows.txt");
+  EXPECT_EQ(st.OutputInterval, 2);
 }
 
 TEST_F(Realtime, BadStationFilesKeepTheLastGoodReadings) {
