@@ -9,8 +9,12 @@
 namespace galeris {
 namespace {
 
-std::string Shown(float value) { return FormatGeneralSingle(value); }
-std::string ShownLimit(float value) { return value == 0 ? std::string() : Shown(value); }
+std::string Shown(float value) {
+  return FormatGeneralSingle(value);
+}
+std::string ShownLimit(float value) {
+  return value == 0 ? std::string() : Shown(value);
+}
 
 // A number field is stored only when it holds a number; an empty one keeps the old value.
 void Store(const std::string& text, float& target) {
