@@ -2,6 +2,7 @@
 // 33..39 the settings of monitoring and of the output file.
 #include "realtime/remotes_file.h"
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
 #include <fstream>
@@ -11,8 +12,6 @@
 
 namespace galeris {
 namespace {
-
-constexpr float kRemotesVersion = 3.1f;  // tab-joined lines
 
 const char* Truth(bool on) {
   return on ? "-1" : "0";
@@ -57,8 +56,14 @@ std::string FormatRemotes(const RemoteStations& st) {
 }
 
 void ReadRemotesLine(RemoteStations& st, int s, const std::string& line) {
+  // Split by Tab alone: the file's names and paths keep their commas.
   FieldTable f;
-  SplitLine(kRemotesVersion, line, f);
+  std::size_t start = 0;
+  for (int n = 1; n <= kSplitFields && start <= line.size(); ++n) {
+    const std::size_t tab = std::min(line.find('\t', start), line.size());
+    f[n] = line.substr(start, tab - start);
+    start = tab + 1;
+  }
   for (int k = 1; k <= kStationChannels; ++k) {
     st.ChannelName[k][s] = f[k];
     st.ChannelAbbrev[k][s] = f[5 + k];

@@ -10,10 +10,12 @@
 namespace galeris {
 namespace {
 
-const std::string kExample = "'" + test::SourcePath("examples/example_mine.sim") + "'";
+std::string Example() {
+  return "'" + test::SourcePath("examples/example_mine.sim") + "'";
+}
 
 TEST(CliMonitor, RefusesBadUsage) {
-  const std::string monitor = "monitor " + kExample;
+  const std::string monitor = "monitor " + Example();
   for (const std::string& args : {std::string("monitor"), monitor, monitor + " --every 0",
                                   monitor + " --every x", monitor + " --every 1 --ticks 0"})
     EXPECT_EQ(RunSim(args).status, 3) << args;
@@ -23,7 +25,7 @@ TEST(CliMonitor, TicksUntilToldThenStopsOnSigtermWithTheFileWhole) {
   const std::string dir = test::ScratchDir();
   test::WriteFile(dir + "st.rem", "Q\r\nu\r\n1\ta\tb\t30\t0\t0\t0\t0\r\n");
   const std::string files = " --stations '" + dir + "st.rem' --output '" + dir + "flows.txt'";
-  const CliOutcome two = RunSim("monitor " + kExample + " --every 0.05 --ticks 2" + files);
+  const CliOutcome two = RunSim("monitor " + Example() + " --every 0.05 --ticks 2" + files);
   EXPECT_EQ(two.status, 0) << two.err;
   EXPECT_EQ(two.out,
             "tick 1 stations 1 fixed 0 status clean\n"
@@ -31,7 +33,7 @@ TEST(CliMonitor, TicksUntilToldThenStopsOnSigtermWithTheFileWhole) {
 
   const char* home = std::getenv("GALERIS_HOME");
   const std::string command = "timeout --preserve-status -s TERM 1 '" + std::string(home) +
-                              "/galeris-sim' monitor " + kExample + " --every 0.1" + files +
+                              "/galeris-sim' monitor " + Example() + " --every 0.1" + files +
                               " --home '" + dir + "' >'" + dir + "out.txt' 2>&1";
   const int raw = std::system(command.c_str());
   ASSERT_TRUE(WIFEXITED(raw));
@@ -39,6 +41,7 @@ TEST(CliMonitor, TicksUntilToldThenStopsOnSigtermWithTheFileWhole) {
   const std::string out = test::ReadFile(dir + "out.txt");
   EXPECT_GE(std::count(out.begin(), out.end(), '\n'), 3) << out;
   const std::string flows = test::ReadFile(dir + "flows.txt");
+  ASSERT_GE(flows.size(), 2u);
   EXPECT_EQ(flows.substr(flows.size() - 2), "\r\n");
   EXPECT_FALSE(std::filesystem::exists(dir + "flows.txt.partial"));
 }

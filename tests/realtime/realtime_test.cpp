@@ -70,7 +70,7 @@ TEST_F(Realtime, RemotesDatRoundTripKeepsEveryFieldAndTheLastSettings) {
   st.UpdateQ[3] = -1;
   st.RemoteResim = st.AlarmsOn = true;
   st.RemoteInterval = 2.5f;
-  st.OutputFile = dir + "out.txt";
+  st.OutputFile = dir + "out, new.txt";
   st.OutputInterval = 7;
   ASSERT_TRUE(SaveRemotes(ws));
   const std::string written = test::ReadFile(dir + kRemotesFileName);
@@ -84,6 +84,7 @@ TEST_F(Realtime, RemotesDatRoundTripKeepsEveryFieldAndTheLastSettings) {
   LoadRemotes(again);
   EXPECT_EQ(FormatRemotes(again.remote), written);
   EXPECT_EQ(again.remote.ChannelName[1][7], "Quantity");
+  EXPECT_EQ(again.remote.OutputFile, dir + "out, new.txt");
 
   // Reading stops at a blank line; the settings of the last line read stand.
   test::WriteFile(dir + kRemotesFileName, lines[0] + "\n" + lines[1] + "\n\n" + lines[2] + "\n");
