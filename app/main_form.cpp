@@ -26,6 +26,7 @@
 #include "app/frm_help.h"
 #include "app/frm_window.h"
 #include "app/main_form_print.h"
+#include "app/main_form_realtime.h"
 #include "app/main_form_tools.h"
 #include "app/recent_files.h"
 #include "app/rotator_button.h"
@@ -53,6 +54,7 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
   BuildStatusBar();
   toolCommands_ = new ToolCommands(*this);
   printCommands_ = new PrintCommands(*this);
+  realtimeCommands_ = new RealtimeCommands(*this);
   autosave_ = new QTimer(this);
   autosave_->setObjectName("Autosave");
   connect(autosave_, &QTimer::timeout, this, &MainForm::AutosaveTimerTick);

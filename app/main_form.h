@@ -33,6 +33,7 @@ class FrmFileNote;
 class FrmHelp;
 class FrmWindow;
 class PrintCommands;
+class RealtimeCommands;
 class ToolCommands;
 class ToolPalette;
 
@@ -125,6 +126,8 @@ class MainForm : public QMainWindow {
   ToolCommands& NetworkTools() const { return *toolCommands_; }
   // Printing and simplification (main_form_print.cpp).
   PrintCommands& Printing() const { return *printCommands_; }
+  // Stations and output of the real-time menu (main_form_realtime.cpp).
+  RealtimeCommands& Realtime() const { return *realtimeCommands_; }
 
  protected:
   void closeEvent(QCloseEvent* event) override;
@@ -133,6 +136,7 @@ class MainForm : public QMainWindow {
  private:
   friend class ToolCommands;
   friend class PrintCommands;
+  friend class RealtimeCommands;
   void BuildMenus();
   void BuildFileMenu();
   void BuildEditMenu();
@@ -219,6 +223,7 @@ class MainForm : public QMainWindow {
   bool refreshDue_ = false;  // a change of the network waits for the windows to follow
   ToolCommands* toolCommands_ = nullptr;
   PrintCommands* printCommands_ = nullptr;
+  RealtimeCommands* realtimeCommands_ = nullptr;
 };
 
 }  // namespace galeris

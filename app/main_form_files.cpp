@@ -14,6 +14,7 @@
 #include "app/frm_help.h"
 #include "app/frm_window.h"
 #include "app/main_form.h"
+#include "app/main_form_realtime.h"
 #include "app/recent_files.h"
 #include "files/lifecycle.h"
 #include "files/network_file.h"
@@ -28,6 +29,7 @@ void MainForm::Load(const std::string& commandFile) {
   LoadRecentFiles(ws_);
   RefreshRecentMenu();
   StartUp(ws_);
+  realtimeCommands_->Start();
   undo_.ResetUndoFile();
   RefreshLevelList();
   NewViewWindow();

@@ -10,6 +10,7 @@
 #include "core/defaults.h"
 #include "core/network_store.h"
 #include "core/program_paths.h"
+#include "core/remote_stations.h"
 #include "core/sim_run.h"
 #include "core/ui_port.h"
 #include "core/undo_journal_port.h"
@@ -26,6 +27,7 @@ struct Workspace {
   ProgramPaths paths;
   UiPort& ui;
   SimRun sim;
+  RemoteStations remote;  // real-time stations and output (Remotes.dat)
   UndoJournal* journal = nullptr;  // the undo journal; none in tests and the command line
 
   // Recent files 1..9, newest first; StoreRecentFiles saves them (the desktop program sets it).

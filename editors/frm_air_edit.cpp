@@ -464,7 +464,11 @@ void FrmAirEdit::LoadFields() {
 
   txtRemote->clear();
   txtRemote->addItem("none");
-  for (int k = 1; k <= kStations; ++k) txtRemote->addItem(QString::number(k));
+  // A station without a name shows its number.
+  for (int k = 1; k <= kStations; ++k) {
+    const std::string& name = ws_.remote.StationName[k];
+    txtRemote->addItem(name.empty() ? QString::number(k) : Q(name));
+  }
   txtRemote->setCurrentIndex(f.RemoteStation);
   OptShowData->setChecked(f.ShowData);
   ChkSurfaceEntry->setChecked(f.SurfaceEntry);

@@ -9,6 +9,7 @@
 
 #include "core/units.h"
 #include "view/labels.h"
+#include "view/station_box.h"
 
 namespace galeris {
 namespace {
@@ -741,6 +742,8 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
                       p.symY - 0.9f * pinSize, pinSize, pinSize);
       }
     }
+
+    if (p.midOn) ShowStations(ws, canvas, i, p.midX, p.midY, nameSize, nameStep);
 
     float textBottom = p.midY;
     if (ws.defaults.Fonts[1].Size != 0 && p.midOn && (bits & Show::DataValues) && !nodeData &&

@@ -114,7 +114,7 @@ void MainFormMenusTest::OnlyWorkingEntriesAreEnabled() {
         "mnuRedo",         "mnuSimp",         "mnuPrintNetwork",
         "mnuSpreadSheet",  "mnuFanList"})
     QVERIFY2(frame.form.Action(name)->isEnabled(), name);
-  for (const char* name : {"mnuRemote", "mnuFreeze"})
+  for (const char* name : {"mnuFreeze"})
     QVERIFY2(!frame.form.Action(name)->isEnabled(), name);
 }
 
