@@ -166,16 +166,17 @@ int LoadViewForExport(Workspace& ws, const char* program, const std::string& net
   return 0;
 }
 
+std::unique_ptr<QGuiApplication> GuiForFonts(int& argc, char** argv) {
+  if (QCoreApplication::instance() != nullptr) return nullptr;
+  if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  return std::make_unique<QGuiApplication>(argc, argv);
+}
+
 int RunExportImage(int argc, char** argv) {
   const std::optional<ExportRequest> request = ParseRequest(argc, argv);
   if (!request) return 1;
 
-  // Fonts need a GUI application; with no display the off-screen platform serves.
-  std::unique_ptr<QGuiApplication> app;
-  if (QCoreApplication::instance() == nullptr) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    app = std::make_unique<QGuiApplication>(argc, argv);
-  }
+  const std::unique_ptr<QGuiApplication> app = GuiForFonts(argc, argv);
 
   HeadlessUi ui(HeadlessUi::Policy::AlwaysNo);
   ui.OnMessage([](const UiRecord& r) { Complain(r.title + ": " + r.text); });

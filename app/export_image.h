@@ -3,8 +3,10 @@
 // [--data CODE]`.
 #pragma once
 
+#include <QGuiApplication>
 #include <QSize>
 #include <QString>
+#include <memory>
 #include <string>
 
 #include "core/workspace.h"
@@ -20,6 +22,10 @@ int RunExportImage(int argc, char** argv);
 
 // Shared by the exports without a window. A message "galeris: text" on stderr.
 void Complain(const std::string& text);
+
+// The application a windowless command needs for its fonts: none when one runs already, else
+// one on the off-screen platform unless another is asked for.
+std::unique_ptr<QGuiApplication> GuiForFonts(int& argc, char** argv);
 // A view by its name as listed, by its name without the " 3. " of the permanent views, or by
 // its slot number; 0 when none matches.
 int FindViewByName(const Network& net, const std::string& wanted);

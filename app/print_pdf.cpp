@@ -91,11 +91,7 @@ bool IsPrintPdfCommand(int argc, char** argv) {
 int RunPrintPdf(int argc, char** argv) {
   std::optional<PrintRequest> request = ParseRequest(argc, argv);
   if (!request) return 1;
-  std::unique_ptr<QGuiApplication> app;
-  if (QCoreApplication::instance() == nullptr) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
-    app = std::make_unique<QGuiApplication>(argc, argv);
-  }
+  const std::unique_ptr<QGuiApplication> app = GuiForFonts(argc, argv);
 
   HeadlessUi ui(HeadlessUi::Policy::AlwaysNo);
   ui.OnMessage([](const UiRecord& r) { Complain(r.title + ": " + r.text); });
