@@ -4,7 +4,9 @@
 
 #include <QCoreApplication>
 #include <QGuiApplication>
+#include <QFileInfo>
 #include <QImage>
+#include <QSaveFile>
 #include <QSettings>
 #include <cstdio>
 #include <cstring>
@@ -124,7 +126,12 @@ bool IsExportImageCommand(int argc, char** argv) {
 bool ExportPicture(Workspace& ws, const ViewState& view, const QString& path, QSize size) {
   if (size.width() < 1 || size.height() < 1) size = kDefaultSize;
   const QImage image = RenderViewImage(ws, view, size);
-  if (image.save(path)) return true;
+  // Through a partial file, so a failed export leaves an older picture of that name whole.
+  QSaveFile file(path);
+  const QByteArray format = QFileInfo(path).suffix().toLatin1();
+  if (file.open(QIODevice::WriteOnly) &&
+      image.save(&file, format.isEmpty() ? nullptr : format.constData()) && file.commit())
+    return true;
   ws.ui.Inform("Could not write the picture " + path.toStdString());
   return false;
 }

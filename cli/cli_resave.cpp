@@ -1,10 +1,10 @@
 // galeris-sim resave: reads a network file of any version and writes it in today's format,
 // its note left as it was (a conversion, not a user's save).
-#include <fstream>
 #include <ostream>
 
 #include "cli/cli_command.h"
 #include "files/network_file.h"
+#include "files/whole_file.h"
 
 namespace galeris::cli {
 namespace {
@@ -17,10 +17,7 @@ int Resave(CliContext& c) {
   }
   if (!LoadInput(c, c.args[0])) return kExitBadInput;
   const std::string bytes = FormatNetworkFile(c.ws);
-  std::ofstream out(output, std::ios::binary | std::ios::trunc);
-  out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-  out.close();
-  if (!out) {
+  if (!WriteWholeFile(output, bytes)) {
     c.err << "galeris-sim: cannot write " << output << "\n";
     return kExitFailed;
   }

@@ -8,6 +8,7 @@
 
 #include "exchange/text_exchange.h"
 #include "files/text_format.h"
+#include "files/whole_file.h"
 #include "view/drawing.h"
 #include "view/labels.h"
 

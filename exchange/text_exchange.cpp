@@ -9,6 +9,7 @@
 #include "exchange/import_file.h"
 #include "exchange/import_run.h"
 #include "files/text_format.h"
+#include "files/whole_file.h"
 
 namespace galeris {
 namespace {

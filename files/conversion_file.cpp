@@ -4,6 +4,7 @@
 
 #include "files/conversion_file.h"
 #include "files/text_format.h"
+#include "files/whole_file.h"
 
 namespace galeris {
 namespace {
@@ -83,10 +84,7 @@ void SaveConversion(const UnitTable& units, const std::string& path, UiPort& ui)
   }
   text += std::string(kEndLine) + "\r\n";
 
-  std::ofstream out(path, std::ios::binary | std::ios::trunc);
-  out << text;
-  out.close();
-  if (!out) ui.Inform(kSaveFailed);
+  if (!WriteWholeFile(path, text)) ui.Inform(kSaveFailed);
 }
 
 }  // namespace galeris

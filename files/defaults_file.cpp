@@ -13,6 +13,7 @@
 
 #include "core/number_format.h"
 #include "files/conversion_file.h"
+#include "files/whole_file.h"
 
 namespace galeris {
 namespace {
@@ -585,14 +586,10 @@ void LoadDefaults(Workspace& ws) {
 }
 
 void SaveDefaults(Workspace& ws) {
-  {
-    std::ofstream out(ws.paths.InProgram(kDefaultsFileName), std::ios::binary | std::ios::trunc);
-    out << DefaultsHeadLine() << "\r\n" << FormatDefaultsBlock(ws);
-    out.close();
-    if (!out) {
-      ws.ui.Inform(kSaveFailed);
-      return;
-    }
+  if (!WriteWholeFile(ws.paths.InProgram(kDefaultsFileName),
+                      DefaultsHeadLine() + "\r\n" + FormatDefaultsBlock(ws))) {
+    ws.ui.Inform(kSaveFailed);
+    return;
   }
   SaveConversion(ws.units, ws.paths.InProgram(kConversionFileName), ws.ui);
   ws.DefaultsSaved = 0xFF;

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "core/number_format.h"
+#include "files/whole_file.h"
 
 namespace galeris {
 namespace {
@@ -195,20 +196,7 @@ bool SaveFanDatabase(Workspace& ws) {
     AppendPointLines(out, net, slot);
   }
   const std::string path = ws.paths.InProgram(kFanDatabaseName);
-  const std::string partial = path + ".partial";
-  {
-    std::ofstream file(partial, std::ios::binary | std::ios::trunc);
-    file.write(out.data(), static_cast<std::streamsize>(out.size()));
-    file.close();
-    if (!file) {
-      std::error_code ec;
-      std::filesystem::remove(partial, ec);
-      return false;
-    }
-  }
-  std::error_code ec;
-  std::filesystem::rename(partial, path, ec);
-  return !ec;
+  return WriteWholeFile(path, out);
 }
 
 std::string FormatNetworkFanList(const Network& net) {

@@ -19,6 +19,7 @@
 #include "files/defaults_file.h"
 #include "files/fan_database.h"
 #include "files/lifecycle.h"
+#include "files/whole_file.h"
 
 namespace galeris {
 namespace {

@@ -278,23 +278,4 @@ bool LineReader::ReadLine(std::string& line) {
   return true;
 }
 
-bool WriteWholeFile(const std::string& path, const std::string& bytes) {
-  const std::string partial = path + ".partial";
-  {
-    std::ofstream out(partial, std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    if (!out) {
-      std::error_code ec;
-      std::filesystem::remove(partial, ec);
-      return false;
-    }
-  }
-  std::error_code ec;
-  std::filesystem::rename(partial, path, ec);
-  if (ec) std::filesystem::remove(partial, ec);
-  return !ec;
-}
-
 }  // namespace galeris

@@ -75,8 +75,4 @@ class LineReader {
   std::size_t start_ = 0, end_ = 0;
 };
 
-// Writes the bytes beside the target first and renames them into place, so that a failed write
-// leaves the old file as it was. False when the file could not be written.
-bool WriteWholeFile(const std::string& path, const std::string& bytes);
-
 }  // namespace galeris

@@ -1,5 +1,6 @@
 // The real-time output file. Numbers are plain and in SI units, names trimmed, fields joined
 // by Tab.
+#include "files/whole_file.h"
 #include "realtime/realtime_output.h"
 
 #include <algorithm>
@@ -74,7 +75,7 @@ std::string FormatRealtimeOutput(const Network& net) {
 
 bool WriteRealtimeOutput(Workspace& ws) {
   RemoteStations& st = ws.remote;
-  if (!st.OutputFile.empty() && WriteFileWhole(st.OutputFile, FormatRealtimeOutput(ws.net))) {
+  if (!st.OutputFile.empty() && WriteWholeFile(st.OutputFile, FormatRealtimeOutput(ws.net))) {
     st.OutputFailed = false;
     return true;
   }

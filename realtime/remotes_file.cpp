@@ -1,5 +1,6 @@
 // Remotes.dat: fields 1..30 the channel tables, 31 the station's name, 32 its airflow switch,
 // 33..39 the settings of monitoring and of the output file.
+#include "files/whole_file.h"
 #include "realtime/remotes_file.h"
 
 #include <algorithm>
@@ -92,25 +93,7 @@ void LoadRemotes(Workspace& ws) {
 }
 
 bool SaveRemotes(const Workspace& ws) {
-  return WriteFileWhole(ws.paths.InProgram(kRemotesFileName), FormatRemotes(ws.remote));
-}
-
-bool WriteFileWhole(const std::string& path, const std::string& bytes) {
-  const std::string partial = path + ".partial";
-  std::error_code ec;
-  {
-    std::ofstream out(partial, std::ios::binary | std::ios::trunc);
-    if (!out) return false;
-    out.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    out.close();
-    if (!out) {
-      std::filesystem::remove(partial, ec);
-      return false;
-    }
-  }
-  std::filesystem::rename(partial, path, ec);
-  if (ec) std::filesystem::remove(partial, ec);
-  return !ec;
+  return WriteWholeFile(ws.paths.InProgram(kRemotesFileName), FormatRemotes(ws.remote));
 }
 
 }  // namespace galeris

@@ -20,8 +20,4 @@ void LoadRemotes(Workspace& ws);
 // Writes Remotes.dat whole; false when it could not be written.
 bool SaveRemotes(const Workspace& ws);
 
-// Writes bytes beside the target and renames them over it, so that a reader never sees half
-// a file; false (the old file kept) when that fails.
-bool WriteFileWhole(const std::string& path, const std::string& bytes);
-
 }  // namespace galeris
