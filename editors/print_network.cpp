@@ -3,12 +3,12 @@
 #include "editors/print_network.h"
 
 #include <QFile>
-#include <QFileInfo>
 #include <QPageLayout>
 #include <QPageSize>
 #include <QPainter>
 #include <QPrinter>
 #include <QPrinterInfo>
+#include <cstdio>
 #include <exception>
 
 #include "view/qt/qpainter_canvas.h"
@@ -113,7 +113,8 @@ bool PrintNetwork(Workspace& ws, const ViewState& view, PrintSettings& settings)
   }
   if (part.isEmpty()) return true;
   const QString final = QString::fromStdString(settings.OutputFile);
-  if ((QFileInfo::exists(final) && !QFile::remove(final)) || !QFile::rename(part, final)) {
+  // One rename replaces an older file of the name, so there is no moment without either.
+  if (std::rename(QFile::encodeName(part).constData(), QFile::encodeName(final).constData()) != 0) {
     QFile::remove(part);
     ws.ui.Inform(kMsgCheckPrinter);
     return false;
