@@ -842,6 +842,7 @@ bool SaveNetwork(Workspace& ws, int tempMode) {
   const bool temp = tempMode == 1;
   if (!temp && ws.MasterMode && !ws.ui.AskYesNo(kMsgMasterSave, "Master File", MsgIcon::Question))
     return false;
+  const std::string note = ws.net.FileNote;
   if (!temp) {
     StampNote(ws.net.FileNote);
     if (ws.net.FileName.empty()) return false;
@@ -849,6 +850,7 @@ bool SaveNetwork(Workspace& ws, int tempMode) {
   }
   const std::string path = temp ? ws.paths.InTemp(kRecoveryFileName) : ws.net.FileName;
   if (!WriteWholeFile(path, FormatNetworkFile(ws, temp))) {
+    ws.net.FileNote = note;  // nothing was saved, so the note says no more than before
     if (!temp) ws.ui.Message(kMsgSaveFailed, MsgButtons::OK, MsgIcon::Exclamation);
     return false;
   }

@@ -41,24 +41,28 @@ class SmallDisk {
 struct Writer {
   const char* file;
   const char* told;  // the message shown; empty where the caller is told by a false
-  std::function<bool(Workspace&, const std::string& path)> write;
+  std::function<bool(Workspace&, const std::string& path)> write;  // false: not written
 };
 
 const Writer kWriters[] = {
     {"mine.sim", kMsgSaveFailed,
      [](Workspace& ws, const std::string& path) {
        ws.net.FileName = path;
-       return SaveNetwork(ws, 0);
+       const std::string note = ws.net.FileNote;
+       return SaveNetwork(ws, 0) || ws.net.FileNote != note;  // a failed save stamps nothing
      }},
     {"Defaults.dat", "Error saving defaults",
      [](Workspace& ws, const std::string&) {
+       ws.DefaultsSaved = 0;
        SaveDefaults(ws);
-       return true;
+       return ws.DefaultsSaved != 0;
      }},
     {"Conversion.dat", "Error savings conversion values",
      [](Workspace& ws, const std::string& path) {
-       SaveConversion(ws.units, path, ws.ui);
-       return true;
+       HeadlessUi& ui = dynamic_cast<HeadlessUi&>(ws.ui);
+       const std::size_t told = ui.MessageTexts().size();
+       SaveConversion(ws.units, path, ui);
+       return ui.MessageTexts().size() == told;
      }},
     {"fansdata.dat", "", [](Workspace& ws, const std::string&) { return SaveFanDatabase(ws); }},
     {"Remotes.dat", "", [](Workspace& ws, const std::string&) { return SaveRemotes(ws); }},
@@ -91,10 +95,8 @@ TEST(FullDisk, EveryWriterLeavesTheOldFileWholeAndTellsTheUser) {
     }
     EXPECT_EQ(test::ReadFile(path), old);
     EXPECT_FALSE(std::filesystem::exists(path + ".partial"));
-    if (*w.told)
-      EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{w.told});
-    else
-      EXPECT_FALSE(written);
+    EXPECT_FALSE(written);
+    if (*w.told) EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{w.told});
 
     // With room on the disk the same writer replaces the file.
     EXPECT_TRUE(w.write(ws, path));
