@@ -96,7 +96,9 @@ TEST(FullDisk, EveryWriterLeavesTheOldFileWholeAndTellsTheUser) {
     EXPECT_EQ(test::ReadFile(path), old);
     EXPECT_FALSE(std::filesystem::exists(path + ".partial"));
     EXPECT_FALSE(written);
-    if (*w.told) EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{w.told});
+    if (*w.told) {
+      EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{w.told});
+    }
 
     // With room on the disk the same writer replaces the file.
     EXPECT_TRUE(w.write(ws, path));
