@@ -9,6 +9,7 @@
 #include <QtTest>
 #include <functional>
 #include <memory>
+#include <type_traits>
 
 #include "app/frm_window.h"
 #include "app/main_form.h"
@@ -62,7 +63,7 @@ inline void AddVentilatedNetwork(Network& net, int size = 100) {
 
 // Acts on the modal dialog the next command opens, once its event loop runs.
 template <class Dialog = QDialog>
-void OnNextDialog(std::function<void(Dialog&)> act) {
+void OnNextDialog(std::type_identity_t<std::function<void(Dialog&)>> act) {
   QTimer::singleShot(0, [act] {
     auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
     QVERIFY(dialog);
