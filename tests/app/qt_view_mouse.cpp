@@ -65,19 +65,6 @@ class ViewMouseTest : public QObject, test::FrameFixture {
     QCOMPARE(View().ScaleWidth, width);
   }
 
-  void ZoomDragTakesTheRectangle() {
-    const QPoint from(40, 40), to(view->width() / 2, view->height() / 2);
-    const QPointF a = view->WindowPoint(from), b = view->WindowPoint(to);
-    float expected = static_cast<float>(std::fabs(b.x() - a.x()));
-    const float height = static_cast<float>(std::fabs(b.y() - a.y()));
-    if (View().AspectRatio * expected < height) expected = height / View().AspectRatio;
-    QTest::mousePress(view, Qt::LeftButton, {}, from);
-    QTest::mouseMove(view, (from + to) / 2);
-    QTest::mouseMove(view, to);
-    QTest::mouseRelease(view, Qt::LeftButton, {}, to);
-    QVERIFY(std::fabs(View().ScaleWidth - expected) <= expected * 1e-4f);
-  }
-
   void BothButtonsDragTurnsThePicture() {
     const QImage before = view->grab().toImage();
     const QPoint start = Centre(), end = start + QPoint(view->width() / 4, 0);

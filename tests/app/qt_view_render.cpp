@@ -205,18 +205,6 @@ class ViewRenderTest : public QObject {
     QVERIFY(LitPixels(decluttered) < LitPixels(cluttered));
   }
 
-  void ColoursFollowTheNetworksTable() {
-    Mine mine;
-    for (int k = 1; k <= 8; ++k) mine.ws.defaults.ColourTable[k] = RGBColour(0, 0, 200);
-    const ViewState view = mine.FittedView([](Workspace&, ViewState& v) { v.DisplayBits = 0; });
-    const QImage picture = RenderViewImage(mine.ws, view, kPictureSize);
-    bool sawBlue = false;
-    for (int y = 0; y < picture.height() && !sawBlue; ++y)
-      for (int x = 0; x < picture.width() && !sawBlue; ++x)
-        sawBlue = picture.pixel(x, y) == qRgb(0, 0, 200);
-    QVERIFY(sawBlue);
-  }
-
   void ViewWindowPaintsAndFollowsItsSize() {
     Window w;
     QVERIFY(QTest::qWaitForWindowExposed(&w.window));

@@ -242,21 +242,6 @@ TEST_F(ViewStateTest, PanFollowsThePivotUnlessHeld) {
   EXPECT_FALSE(view.PanHold);
 }
 
-TEST_F(ViewStateTest, ViewKindKnowsEdgeOn) {
-  const struct {
-    std::int16_t is3D;
-    float tilt;
-    int kind;
-  } cases[] = {
-      {0, 0, 0},      {1, 0.3f, 1}, {1, kPi / 2, 2}, {1, 3 * kPi / 2, 2}, {1, kPi / 2 + 2 * kPi, 1},
-      {0, kPi / 2, 0}};
-  for (const auto& c : cases) {
-    view.Is3D = c.is3D;
-    view.TiltAngle = c.tilt;
-    EXPECT_EQ(ViewKind(view), c.kind) << c.is3D << " " << c.tilt;
-  }
-}
-
 TEST_F(ViewStateTest, RotatorTurnsByThePositionInTheButton) {
   Add(1, 0, 0, 100, 0, 0);
   BuildVisibleList(ws, view);
@@ -313,10 +298,6 @@ class SavedViewTest : public ViewStateTest {
 TEST_F(SavedViewTest, PermanentViewsHaveTheirAnglesMirroredOnlyInTiltAndAskForAFit) {
   ASSERT_EQ(ViewNames(ws.net).size(), 5u);
   EXPECT_EQ(ws.net.ViewName[3], " 3. Long Section");
-  EXPECT_FLOAT_EQ(ws.net.ViewValue[4][1], kPi / 2);
-  EXPECT_FLOAT_EQ(ws.net.ViewValue[4][2], -kPi / 2);
-  EXPECT_FLOAT_EQ(ws.net.ViewValue[5][2], -0.391f);
-  EXPECT_EQ(ws.net.ViewValue[1][14], 0);
   ws.net.AxisSignY = -1;
   LoadViewSlot(ws, view, 3);
   EXPECT_FLOAT_EQ(view.TiltAngle, -kPi / 2);
