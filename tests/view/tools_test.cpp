@@ -41,12 +41,10 @@ TEST_F(ToolsTest, LeftClickHalvesAndRightClickDoublesTheViewAboutThePointClicked
 
 TEST_F(ToolsTest, LeftDragZoomsToTheRectangleEvenFromRightToLeft) {
   Down(200, 200, MouseButtonOf::Left);
-  const ToolResponse moved = Move(-200, -100, MouseButtonOf::Left);
-  EXPECT_TRUE(moved.OverlayChanged);
+  EXPECT_TRUE(Move(-200, -100, MouseButtonOf::Left).OverlayChanged);
   EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::Fence);
   EXPECT_EQ(tools.FenceDrawn, -1);
-  const ToolResponse released = Up(-200, -100, MouseButtonOf::Left);
-  EXPECT_TRUE(released.Redraw);
+  EXPECT_TRUE(Up(-200, -100, MouseButtonOf::Left).Redraw);
   EXPECT_TRUE(ScaleIs(400, 300, 0, 50));
   EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::None);
 }
@@ -54,8 +52,7 @@ TEST_F(ToolsTest, LeftDragZoomsToTheRectangleEvenFromRightToLeft) {
 TEST_F(ToolsTest, AReleaseOutsideTheWindowDropsTheFence) {
   Down(0, 0, MouseButtonOf::Left);
   Move(300, 200, MouseButtonOf::Left);
-  const ToolResponse response = Up(900, 200, MouseButtonOf::Left);
-  EXPECT_TRUE(response.OverlayChanged);
+  EXPECT_TRUE(Up(900, 200, MouseButtonOf::Left).OverlayChanged);
   EXPECT_FLOAT_EQ(view.ScaleWidth, 1000);
   EXPECT_EQ(tools.MouseDownFlag, 0);
   EXPECT_EQ(tools.Overlay.kind, OverlayShape::Kind::None);
