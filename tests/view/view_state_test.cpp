@@ -351,7 +351,7 @@ TEST_F(SavedViewTest, OldStyleSlotKeepsItsPanInTheCorner) {
 }
 
 TEST_F(SavedViewTest, NamesAreCheckedBeforeSaving) {
-  for (const std::optional<std::string> name :
+  for (const std::optional<std::string>& name :
        {std::optional<std::string>("north,south"), {"say \"hi\""}, {"\tTab"}, {}}) {
     ui.QueueInput(name);
     EXPECT_EQ(SaveNamedView(ws, view), 0);
