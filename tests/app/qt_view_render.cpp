@@ -1,10 +1,12 @@
 // The view's pictures: small mines built in code are rendered off screen in plan, iso, long
 // section and edge-on, with levels, layers, selections and data text, and compared with the
-// reference pictures beside this file. Also the view window itself and the picture export.
+// reference pictures beside this file. Also the view window itself, its rotation button and the
+// picture export.
 #include <QImage>
 #include <cmath>
 
 #include "app/export_image.h"
+#include "app/rotator_button.h"
 #include "files/network_file.h"
 #include "tests/app/qt_test_support.h"
 #include "tools/mine_generator.h"
@@ -111,6 +113,7 @@ struct Window : Mine {
     window.show();
   }
   FrmWindow window;
+  RotatorButton rotator{[this] { return &window; }};
 };
 
 }  // namespace
@@ -283,6 +286,47 @@ class ViewRenderTest : public QObject {
     std::string program = "galeris", network = "missing.sim";
     char* plain[] = {program.data(), network.data()};
     QVERIFY(!IsExportImageCommand(2, plain));
+  }
+
+  // The rotation button: held left of centre it spins the active view into 3-D, the pointer's
+  // distance sets the speed, a left release stops it and a right release leaves it spinning.
+  void RotatorLeftHoldSpinsIntoThreeDAndReleaseStops() {
+    Window w;
+    RotatorButton& rotator = w.rotator;
+    rotator.show();
+    QCOMPARE(w.window.View().Is3D, 0);
+    QTest::mousePress(&rotator, Qt::LeftButton, {}, QPoint(7, 28));  // left of centre
+    QVERIFY(rotator.Turning());
+    QTRY_VERIFY_WITH_TIMEOUT(w.window.View().SpinAngle != 0, 2000);
+    QVERIFY(w.window.View().Is3D != 0);
+    QCOMPARE(w.window.View().TiltAngle, 0.0f);  // on the centre line: no tilt
+    QTest::mouseRelease(&rotator, Qt::LeftButton, {}, QPoint(7, 28));
+    QVERIFY(!rotator.Turning());
+    const float spin = w.window.View().SpinAngle;
+    QTest::qWait(150);
+    QCOMPARE(w.window.View().SpinAngle, spin);
+  }
+
+  void RotatorRightReleaseKeepsSpinningWithoutTilt() {
+    Window w;
+    RotatorButton& rotator = w.rotator;
+    rotator.show();
+    QTest::mousePress(&rotator, Qt::RightButton, {}, QPoint(40, 10));
+    QTest::mouseRelease(&rotator, Qt::RightButton, {}, QPoint(40, 10));
+    QVERIFY(rotator.Turning());
+    const float tilt = w.window.View().TiltAngle;
+    const float spin = w.window.View().SpinAngle;
+    QTRY_VERIFY_WITH_TIMEOUT(w.window.View().SpinAngle != spin, 2000);
+    QCOMPARE(w.window.View().TiltAngle, tilt);
+    QTest::mouseClick(&rotator, Qt::LeftButton, {}, QPoint(22, 28));
+    QVERIFY(!rotator.Turning());
+  }
+
+  void RotatorWithoutAWindowDoesNotTurn() {
+    RotatorButton lonely([] { return static_cast<FrmWindow*>(nullptr); });
+    lonely.show();
+    QTest::mousePress(&lonely, Qt::LeftButton, {}, QPoint(5, 5));
+    QVERIFY(!lonely.Turning());
   }
 };
 
