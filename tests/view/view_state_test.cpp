@@ -14,25 +14,17 @@ using test::ViewFixture;
 
 class ViewStateTest : public ::testing::Test, public ViewFixture {
  protected:
-  // The window point where the projection puts a world point: projected, panned, axis-signed.
-  void WindowPointOf(int i, float& x, float& y) {
-    ProjectAirway(ws, view, i);
-    x = (ws.net.ViewEnd1[i][0] - view.PanX) * ws.net.AxisSignX;
-    y = (ws.net.ViewEnd1[i][1] - view.PanY) * ws.net.AxisSignY;
-  }
-
+  // Projects a world point to the window (panned, unsigned) and back.
   void ExpectRoundTrip(int x, int y, int z) {
     const int i = Add(x, y, z, x + 10, y, z);
-    float wx = 0, wy = 0;
-    if (view.Is3D == 0) {
-      wx = (x - view.PanX) * ws.net.AxisSignX;
-      wy = (y - view.PanY) * ws.net.AxisSignY;
-    } else {
-      WindowPointOf(i, wx, wy);
+    float wx = float(x), wy = float(y);
+    if (view.Is3D != 0) {
+      ProjectAirway(ws, view, i);
+      wx = ws.net.ViewEnd1[i][0];
+      wy = ws.net.ViewEnd1[i][1];
     }
     double worldZ = z, worldX = 0, worldY = 0;
-    UnprojectPoint(ws.net, view, wx * ws.net.AxisSignX, wy * ws.net.AxisSignY, worldZ, worldX,
-                   worldY);
+    UnprojectPoint(ws.net, view, wx - view.PanX, wy - view.PanY, worldZ, worldX, worldY);
     EXPECT_NEAR(worldX, x, 1.0) << "at " << x << "," << y << "," << z;
     EXPECT_NEAR(worldY, y, 1.0) << "at " << x << "," << y << "," << z;
     EXPECT_EQ(worldZ, z);
@@ -54,8 +46,7 @@ TEST_F(ViewStateTest, ThreeDPointsUnprojectToThemselves) {
     ws.net.AxisSignY = static_cast<std::int16_t>(sign);
     view.TiltAngle = 0.6f * sign;
     view.SpinAngle = 1.1f;
-    view.PanX = 250;
-    view.PanY = -75;
+    SetScale(view, 1000, 750, 250, -75);
     view.Cs = std::cos(view.SpinAngle);
     view.Ss = std::sin(view.SpinAngle);
     view.Ct = std::cos(view.TiltAngle);
@@ -84,14 +75,13 @@ TEST_F(ViewStateTest, HeldButtonMovesFromThePickInTheFacingPlane) {
   view.Is3D = 1;
   view.TiltAngle = 0.5f;
   view.SpinAngle = kPi / 6;
-  UnprojectInput input;
-  input.ShiftHeld = true;
-  input.ButtonHeld = true;
-  input.PickX = 1000;
-  input.PickY = 2000;
-  input.PickZ = 300;
-  input.PressX = 5;
-  input.PressY = 5;
+  const UnprojectInput input{.ShiftHeld = true,
+                             .ButtonHeld = true,
+                             .PickX = 1000,
+                             .PickY = 2000,
+                             .PickZ = 300,
+                             .PressX = 5,
+                             .PressY = 5};
   double z = 0, x = 0, y = 0;
   UnprojectPoint(ws.net, view, 25, 5, z, x, y, input);
   EXPECT_NEAR(x, 1000 + 20 * std::cos(kPi / 6), 1e-3);
