@@ -1,39 +1,22 @@
 // The program's life through the frame: the command-line file, the recovery offer, New, Open,
-// Save As to a Master file, bad names, the file dialogs' filters, the note window and exit.
+// Save As to a Master file, bad names, the file dialogs' filters, the note window and exit; and
+// the recent-file list: its settings keys, the order after saves and reopening, the menu texts,
+// the older Galeris.old list, and the last folder of the file dialogs.
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
 #include <QPlainTextEdit>
-#include <QTimer>
-#include <QtTest>
+#include <QSettings>
 
 #include "app/frm_file_note.h"
 #include "app/frm_title.h"
-#include "app/frm_window.h"
-#include "app/main_form.h"
-#include "core/headless_ui.h"
-#include "core/workspace.h"
+#include "app/recent_files.h"
 #include "files/network_file.h"
-#include "tests/support/test_support.h"
+#include "tests/app/qt_test_support.h"
 
 using namespace galeris;
 
 namespace {
-
-struct Frame {
-  explicit Frame(UiPort& ui, const std::string& commandFile = "") : ws(ui), form(ws) {
-    ws.paths = FindProgramPaths(QCoreApplication::applicationFilePath().toStdString());
-    form.SetFileChooser([this](const FileDialogRequest& request) {
-      requests.push_back(request);
-      return answer;
-    });
-    form.Load(commandFile);
-  }
-  Workspace ws;
-  MainForm form;
-  QString answer;  // what the file dialog returns
-  std::vector<FileDialogRequest> requests;
-};
 
 // Three airways with their node keys, as drawing them would leave them.
 void AddSmallNetwork(Workspace& ws) {
@@ -43,289 +26,281 @@ void AddSmallNetwork(Workspace& ws) {
   RebuildNodes(ws.net, ws.defaults, ws.ui);
 }
 
-std::string RecoveryFile(const Workspace& ws) {
-  return ws.paths.InTemp("tempsim.sim");
-}
-
 // A saved network of three airways, written by the frame's Save As.
 QString SavedNetwork(const QString& name) {
   HeadlessUi ui(HeadlessUi::Policy::AlwaysYes);
-  Frame frame(ui);
+  test::Frame frame(ui);
   AddSmallNetwork(frame.ws);
   frame.answer = QString::fromStdString(test::ScratchDir()) + name;
-  if (!frame.form.SaveAs()) return {};
-  return frame.answer;
+  return frame.form.SaveAs() ? frame.answer : QString();
+}
+
+QString StoredName(int n) {
+  return QSettings("Galeris", "Galeris").value(QString("Files/Name%1").arg(n)).toString();
 }
 
 }  // namespace
 
-class MainFormFilesTest : public QObject {
+class MainFormFilesTest : public QObject, test::FrameFixture {
   Q_OBJECT
+  MainForm& form() { return frame->form; }
+  QString Title() { return form().windowTitle(); }
+  int Airways() { return frame->ws.net.BranchCount; }
+  QString Recovery() { return QString::fromStdString(frame->ws.paths.InTemp("tempsim.sim")); }
+  QString Recent(int n) { return QString::fromStdString(frame->ws.RecentFiles[n]); }
+  // Saves a small network under each name in turn; returns the folder.
+  QString SaveAs(const QStringList& names) {
+    const QString folder = QString::fromStdString(test::ScratchDir());
+    ui->SetPolicy(HeadlessUi::Policy::AlwaysYes);
+    AddSmallNetwork(frame->ws);
+    for (const QString& name : names) {
+      frame->answer = folder + name;
+      if (!form().SaveAs()) return {};
+    }
+    return folder;
+  }
+
  private slots:
-  void cleanup();
-  void CommandLineNamesOnlyNetworkFiles();
-  void CommandLineFileIsLoadedAndCaptioned();
-  void RecoveryYesReloadsWithoutAName();
-  void RecoveryNoKeepsTheFile();
-  void NewAsksWhenDataIsPresent();
-  void SaveAsMasterFileIsConfirmed();
-  void SaveAsAddsTheExtensionAndUsesTheFilter();
-  void BadNameIsRefused();
-  void OpenAsksToSaveChangesFirst();
-  void ExitAsksAndRemovesTheRecoveryFile();
-  void NoteWindowFollowsTheNetwork();
-  void AutosaveWritesTheRecoveryFileEveryEleventhTick();
-  void CaptionIsTheFileNameCutAtAHundred();
-  void ExampleOpensAtItsStartupLevelOthersFitted();
+  void init() {
+    QSettings("Galeris", "Galeris").remove("Files");
+    Start();
+  }
+  void cleanup() { QFile::remove(Recovery()); }
+
+  void CommandLineNamesOnlyNetworkFiles() {
+    const std::pair<QStringList, std::string> cases[] = {
+        {{"galeris", "/mines/My", "Mine.Sim"}, "/mines/My Mine.Sim"},
+        {{"galeris", "\"/mines/quoted.sim\""}, "/mines/quoted.sim"},
+        {{"galeris", "/mines/notes.txt"}, ""},
+        {{"galeris"}, ""},
+        // a name relative to the start folder is kept whole, so the recent list works anywhere
+        {{"galeris", "mines/west.sim"},
+         QDir::current().absoluteFilePath("mines/west.sim").toStdString()}};
+    for (const auto& [arguments, file] : cases) QCOMPARE(CommandFileFrom(arguments), file);
+  }
+
+  void CommandLineFileIsLoadedAndCaptioned() {
+    const QString path = SavedNetwork("north.sim");
+    Start(path.toStdString());
+    QCOMPARE(Airways(), 3);
+    QCOMPARE(Title(), QString("north.sim"));
+    QCOMPARE(frame->ws.net.FileName, path.toStdString());
+    QCOMPARE(frame->ws.RecentFiles[1], path.toStdString());
+  }
+
+  // The engine decides the offer; the frame shows what it loaded under the scratch name.
+  void RecoveryOfferedAtStart() {
+    AddSmallNetwork(frame->ws);
+    QVERIFY(SaveNetwork(frame->ws, 1));
+    Start("", HeadlessUi::Policy::AlwaysYes);
+    QVERIFY(ui->Said("An autosaved recovery file exists - do you wish to load this file"));
+    QCOMPARE(Airways(), 3);
+    QCOMPARE(Title(), QString("tempsim.sim"));
+  }
+
+  void NewAsksWhenDataIsPresent() {
+    AddSmallNetwork(frame->ws);
+    ui->QueueAnswer(MsgAnswer::Cancel);
+    form().NewFile();
+    QCOMPARE(ui->MessageTexts(), std::vector<std::string>{"Current Data will be lost ?"});
+    QCOMPARE(ui->Records().back().title, std::string("Data Exists"));
+    QCOMPARE(ui->Records().back().buttons, MsgButtons::OKCancel);
+    QCOMPARE(Airways(), 3);
+    ui->QueueAnswer(MsgAnswer::OK);
+    form().NewFile();
+    QCOMPARE(Airways(), 0);
+    QCOMPARE(Title(), QString("Galeris"));
+  }
+
+  void SaveAsMasterFileIsConfirmed() {
+    AddSmallNetwork(frame->ws);
+    frame->answer = QString::fromStdString(test::ScratchDir()) + "reference.smm";
+    ui->QueueAnswer(MsgAnswer::No);
+    QVERIFY(!form().SaveAs());
+    QVERIFY(ui->Said("You are about to save as a Master file - are you sure ?"));
+    QVERIFY(ui->Said("Master File"));
+    QVERIFY(!QFile::exists(frame->answer));
+    ui->QueueAnswer(MsgAnswer::Yes);
+    QVERIFY(form().SaveAs());
+    QVERIFY(QFile::exists(frame->answer));
+    QCOMPARE(Title(), QString("reference.smm"));
+    QCOMPARE(int(frame->ws.net.NetworkSaved), 0xFF);
+  }
+
+  void SaveAsAddsTheExtensionAndUsesTheFilter() {
+    ui->SetPolicy(HeadlessUi::Policy::AlwaysYes);
+    AddSmallNetwork(frame->ws);
+    const QString folder = QString::fromStdString(test::ScratchDir());
+    frame->answer = folder + "plain";
+    QVERIFY(form().SaveFile());  // no name yet: Save As
+    QCOMPARE(frame->requests.size(), std::size_t(1));
+    QVERIFY(frame->requests[0].save);
+    QCOMPARE(frame->requests[0].filter,
+             QString("Data Files (*.sim);;Master Files (*.smm);;All files (*.*)"));
+    QVERIFY(QFile::exists(folder + "plain.sim"));
+    QCOMPARE(Title(), QString("plain.sim"));
+    // With a name, Save writes without a dialog.
+    frame->ws.net.NetworkSaved = 0;
+    QVERIFY(form().SaveFile());
+    QCOMPARE(frame->requests.size(), std::size_t(1));
+    QCOMPARE(int(frame->ws.net.NetworkSaved), 0xFF);
+  }
+
+  void BadNameIsRefused() {
+    AddSmallNetwork(frame->ws);
+    frame->answer = QString::fromStdString(test::ScratchDir()) + "no/such/folder/x.sim";
+    QVERIFY(!form().SaveAs());
+    QCOMPARE(ui->MessageTexts().back(), std::string("Error Save File - Check Name"));
+    // A cancelled dialog says nothing.
+    ui->ClearRecords();
+    frame->answer.clear();
+    QVERIFY(!form().SaveAs());
+    QVERIFY(ui->MessageTexts().empty());
+  }
+
+  void OpenAsksToSaveChangesFirst() {
+    const QString path = SavedNetwork("south.sim");
+    AddSmallNetwork(frame->ws);
+    frame->ws.net.NetworkSaved = 0;
+    ui->QueueAnswer(MsgAnswer::Cancel);
+    form().OpenFile();
+    QVERIFY(ui->Said("Network Data is not saved - Save it?"));
+    QVERIFY(frame->requests.empty());
+    ui->QueueAnswer(MsgAnswer::No);
+    frame->answer = path;
+    form().OpenFile();
+    QCOMPARE(frame->requests.size(), std::size_t(1));
+    QCOMPARE(frame->requests[0].filter,
+             QString("Galeris Data (*.sim);;Master Files (*.smm);;All Files (*.*)"));
+    QVERIFY(!frame->requests[0].save);
+    QCOMPARE(Title(), QString("south.sim"));
+    QCOMPARE(Airways(), 3);
+  }
+
+  void ExitAsksAndRemovesTheRecoveryFile() {
+    form().show();
+    AddSmallNetwork(frame->ws);
+    QVERIFY(SaveNetwork(frame->ws, 1));
+    frame->ws.net.NetworkSaved = 0;
+    ui->QueueAnswer(MsgAnswer::Cancel);
+    QVERIFY(!form().close());
+    QVERIFY(ui->Said("Galeris data is not saved - Save it?"));
+    QVERIFY(form().isVisible());
+    QVERIFY(QFile::exists(Recovery()));
+    ui->QueueAnswer(MsgAnswer::No);
+    QVERIFY(form().close());
+    QVERIFY(!QFile::exists(Recovery()));
+  }
+
+  void NoteWindowFollowsTheNetwork() {
+    frame->ws.net.FileNote = "Ventilation survey\r\nMarch readings";
+    form().ShowFileNote();
+    FrmFileNote& note = form().FileNoteForm();
+    QVERIFY(note.isVisible());
+    QCOMPARE(note.Text(), QString("Ventilation survey\nMarch readings"));
+    QCOMPARE(int(frame->ws.net.NetworkSaved), 0xFF);  // showing is not editing
+    note.findChild<QPlainTextEdit*>("TxtNote")->setPlainText("Fan 2 stopped\nfor repair");
+    QCOMPARE(frame->ws.net.FileNote, std::string("Fan 2 stopped\r\nfor repair"));
+    QCOMPARE(int(frame->ws.net.NetworkSaved), 0);
+    QVERIFY(form().Action("mnuMessage")->isEnabled());
+  }
+
+  void AutosaveWritesTheRecoveryFileEveryEleventhTick() {
+    auto* autosave = form().findChild<QTimer*>("Autosave");
+    QVERIFY(!autosave->isActive());  // AutoSaveMinutes 0: no auto-save
+    frame->ws.defaults.AutoSaveMinutes = 2;
+    form().NewFile();
+    QVERIFY(autosave->isActive());
+    QCOMPARE(autosave->interval(), 12000);
+    AddSmallNetwork(frame->ws);
+    for (int tick = 1; tick <= 11; ++tick) QMetaObject::invokeMethod(autosave, "timeout");
+    QVERIFY(QFile::exists(Recovery()));
+    QVERIFY(frame->ws.net.FileName.empty());  // temp mode leaves the name alone
+  }
+
+  void CaptionIsTheFileNameCutAtAHundred() {
+    frame->ws.net.FileName = "/mines/" + std::string(120, 'n') + ".sim";
+    form().RefreshCaption();
+    QCOMPARE(Title(), QString(100, 'n'));
+    frame->ws.net.FileName = "C:\\Mines\\West.sim";
+    form().RefreshCaption();
+    QCOMPARE(Title(), QString("West.sim"));
+  }
+
+  // The shipped example stores a start-up view of one level in plan, so that its names and
+  // values are readable at once; a file without one still opens on every level, fitted.
+  void ExampleOpensAtItsStartupLevelOthersFitted() {
+    Start(test::SourcePath("examples/example_mine.sim"));
+    QCOMPARE(frame->View().LevelMode, LevelModeOf::Single);
+    QCOMPARE(frame->View().LevelTop, 950.0f);
+    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->currentText(), QString("900 Level"));
+    Start(SavedNetwork("west.sim").toStdString());
+    QCOMPARE(frame->View().LevelMode, LevelModeOf::All);
+    QCOMPARE(frame->View().VisibleCount, 3);
+  }
+
+  void SavesFillTheMenuAndReopeningMovesToTheHead() {
+    QStringList names;
+    for (int k = 1; k <= 10; ++k) names << QString("net%1.sim").arg(k);
+    const QString folder = SaveAs(names);
+    for (int n = 1; n <= 9; ++n) {  // newest first; the tenth drops the oldest
+      const QString expected = folder + names[10 - n];
+      QCOMPARE(Recent(n), expected);
+      QCOMPARE(StoredName(n), expected);
+      QAction* entry = form().Action(QString("mnuOld(%1)").arg(n));
+      QVERIFY(entry->isVisible());
+      QCOMPARE(entry->text(), RecentMenuText(n, expected.toStdString()));
+    }
+    form().Action("mnuOld(3)")->trigger();
+    QCOMPARE(form().windowTitle(), names[7]);
+    QCOMPARE(
+        (QStringList{Recent(1), Recent(2), Recent(3), StoredName(1)}),
+        (QStringList{folder + names[7], folder + names[9], folder + names[8], folder + names[7]}));
+  }
+
+  void ListSurvivesARestart() {
+    QSettings("Galeris", "Galeris").setValue("Files/Name1", "/mines/one.sim");
+    QSettings("Galeris", "Galeris").setValue("Files/Name2", "/mines/two.sim");
+    Start();
+    QCOMPARE(Recent(1), QString("/mines/one.sim"));
+    QCOMPARE(form().Action("mnuOld(2)")->text(), QString("&2 /mines/two.sim"));
+    QVERIFY(!form().Action("mnuOld(3)")->isVisible());
+  }
+
+  void OldListFileIsReadOnceAndDeleted() {
+    HeadlessUi ui;
+    Workspace ws(ui);
+    ws.paths.ProgramFolder = test::ScratchDir();
+    ws.paths.TempFolder = test::ScratchDir();
+    test::WriteFile(ws.paths.InProgram("Galeris.old"),
+                    "/old/one.sim\r\n/old/two.sim\r\n/old/three.sim\r\n/old/four.sim\r\n");
+    QSettings("Galeris", "Galeris").setValue("Files/Name1", "/newer/ignored.sim");
+    LoadRecentFiles(ws);
+    QCOMPARE(ws.RecentFiles[1], std::string("/old/one.sim"));
+    QCOMPARE(ws.RecentFiles[4], std::string("/old/four.sim"));
+    QVERIFY(!QFile::exists(QString::fromStdString(ws.paths.InProgram("Galeris.old"))));
+  }
+
+  void MenuTextsAreShortenedAndEscaped() {
+    QCOMPARE(ShortenedPath("/mines/a.sim"), QString("/mines/a.sim"));
+    const QString longPath = "/home/engineer/projects/north_mine/ventilation/2024/march/north.sim";
+    const QString shortened = ShortenedPath(longPath);
+    QVERIFY(shortened.size() <= 40);
+    QVERIFY(shortened.startsWith("/home/.."));
+    QVERIFY(shortened.endsWith("/north.sim"));
+    QCOMPARE(ShortenedPath("C:\\Mines\\Deep\\Very\\Long\\Folder\\Names\\Here\\and\\more\\mine.sim"),
+             QString("C:\\Mines\\..\\Names\\Here\\and\\more\\mine.sim"));
+    QCOMPARE(RecentMenuText(2, "/mines/R&D/test.sim"), QString("&2 /mines/R&&D/test.sim"));
+  }
+
+  void DialogFolderIsRemembered() {
+    const QString folder = SaveAs({"kept.sim"});
+    QCOMPARE(StoredDefaultDir() + "/", folder);
+    form().MergeFile();
+    QCOMPARE(frame->requests.size(), std::size_t(2));
+    QCOMPARE(frame->requests.back().startFolder + "/", folder);
+  }
 };
-
-void MainFormFilesTest::cleanup() {
-  HeadlessUi ui;
-  Workspace ws(ui);
-  ws.paths = FindProgramPaths(QCoreApplication::applicationFilePath().toStdString());
-  QFile::remove(QString::fromStdString(RecoveryFile(ws)));
-}
-
-void MainFormFilesTest::CommandLineNamesOnlyNetworkFiles() {
-  QCOMPARE(CommandFileFrom({"galeris", "/mines/North.SIM"}), std::string("/mines/North.SIM"));
-  QCOMPARE(CommandFileFrom({"galeris", "/mines/north.smm"}), std::string("/mines/north.smm"));
-  QCOMPARE(CommandFileFrom({"galeris", "/mines/My", "Mine.Sim"}),
-           std::string("/mines/My Mine.Sim"));
-  QCOMPARE(CommandFileFrom({"galeris", "\"/mines/quoted.sim\""}), std::string("/mines/quoted.sim"));
-  QCOMPARE(CommandFileFrom({"galeris", "/mines/notes.txt"}), std::string());
-  QCOMPARE(CommandFileFrom({"galeris"}), std::string());
-  // a name relative to the start folder is kept whole, so the recent list works from anywhere
-  QCOMPARE(CommandFileFrom({"galeris", "mines/west.sim"}),
-           QDir::current().absoluteFilePath("mines/west.sim").toStdString());
-}
-
-void MainFormFilesTest::CommandLineFileIsLoadedAndCaptioned() {
-  const QString path = SavedNetwork("north.sim");
-  QVERIFY(!path.isEmpty());
-  HeadlessUi ui;
-  Frame frame(ui, path.toStdString());
-  QCOMPARE(int(frame.ws.net.BranchCount), 3);
-  QCOMPARE(frame.form.windowTitle(), QString("north.sim"));
-  QCOMPARE(frame.ws.net.FileName, path.toStdString());
-  QCOMPARE(frame.ws.RecentFiles[1], path.toStdString());
-}
-
-void MainFormFilesTest::RecoveryYesReloadsWithoutAName() {
-  {
-    HeadlessUi ui;
-    Frame frame(ui);
-    AddSmallNetwork(frame.ws);
-    QVERIFY(SaveNetwork(frame.ws, 1));
-    QVERIFY(QFile::exists(QString::fromStdString(RecoveryFile(frame.ws))));
-  }
-  // Every box of the start is answered Yes; the recovery question is the only Yes/No one.
-  HeadlessUi ui(HeadlessUi::Policy::AlwaysYes);
-  Frame frame(ui);
-  QVERIFY(ui.Said("An autosaved recovery file exists - do you wish to load this file"));
-  QVERIFY(ui.Said("Auto save recovery"));
-  QCOMPARE(int(frame.ws.net.BranchCount), 3);
-  QVERIFY(frame.ws.net.FileName.empty());
-  QCOMPARE(int(frame.ws.net.NetworkSaved), 0xFF);
-  QCOMPARE(frame.form.windowTitle(), QString("tempsim.sim"));
-}
-
-void MainFormFilesTest::RecoveryNoKeepsTheFile() {
-  {
-    HeadlessUi ui;
-    Frame frame(ui);
-    AddSmallNetwork(frame.ws);
-    QVERIFY(SaveNetwork(frame.ws, 1));
-  }
-  HeadlessUi ui(HeadlessUi::Policy::AlwaysNo);
-  Frame frame(ui);
-  QVERIFY(ui.Said("An autosaved recovery file exists - do you wish to load this file"));
-  QCOMPARE(int(frame.ws.net.BranchCount), 0);
-  QCOMPARE(frame.form.windowTitle(), QString("Galeris"));
-  QVERIFY(QFile::exists(QString::fromStdString(RecoveryFile(frame.ws))));
-}
-
-void MainFormFilesTest::NewAsksWhenDataIsPresent() {
-  HeadlessUi ui;
-  Frame frame(ui);
-  ui.ClearRecords();
-  frame.form.NewFile();  // nothing there: no question
-  QVERIFY(ui.MessageTexts().empty());
-
-  AddSmallNetwork(frame.ws);
-  ui.QueueAnswer(MsgAnswer::Cancel);
-  frame.form.NewFile();
-  QCOMPARE(ui.MessageTexts(), std::vector<std::string>{"Current Data will be lost ?"});
-  QCOMPARE(ui.Records().back().title, std::string("Data Exists"));
-  QCOMPARE(ui.Records().back().buttons, MsgButtons::OKCancel);
-  QCOMPARE(int(frame.ws.net.BranchCount), 3);
-
-  ui.QueueAnswer(MsgAnswer::OK);
-  frame.form.NewFile();
-  QCOMPARE(int(frame.ws.net.BranchCount), 0);
-  QCOMPARE(frame.form.windowTitle(), QString("Galeris"));
-}
-
-void MainFormFilesTest::SaveAsMasterFileIsConfirmed() {
-  HeadlessUi ui;
-  Frame frame(ui);
-  AddSmallNetwork(frame.ws);
-  frame.answer = QString::fromStdString(test::ScratchDir()) + "reference.smm";
-
-  ui.QueueAnswer(MsgAnswer::No);
-  QVERIFY(!frame.form.SaveAs());
-  QVERIFY(ui.Said("You are about to save as a Master file - are you sure ?"));
-  QVERIFY(ui.Said("Master File"));
-  QVERIFY(!QFile::exists(frame.answer));
-
-  ui.QueueAnswer(MsgAnswer::Yes);
-  QVERIFY(frame.form.SaveAs());
-  QVERIFY(QFile::exists(frame.answer));
-  QCOMPARE(frame.form.windowTitle(), QString("reference.smm"));
-  QCOMPARE(int(frame.ws.net.NetworkSaved), 0xFF);
-}
-
-void MainFormFilesTest::SaveAsAddsTheExtensionAndUsesTheFilter() {
-  HeadlessUi ui(HeadlessUi::Policy::AlwaysYes);
-  Frame frame(ui);
-  AddSmallNetwork(frame.ws);
-  const QString folder = QString::fromStdString(test::ScratchDir());
-  frame.answer = folder + "plain";
-  QVERIFY(frame.form.SaveFile());  // no name yet: Save As
-  QCOMPARE(frame.requests.size(), std::size_t(1));
-  QVERIFY(frame.requests[0].save);
-  QCOMPARE(frame.requests[0].filter,
-           QString("Data Files (*.sim);;Master Files (*.smm);;All files (*.*)"));
-  QVERIFY(QFile::exists(folder + "plain.sim"));
-  QCOMPARE(frame.form.windowTitle(), QString("plain.sim"));
-
-  // With a name, Save writes without a dialog.
-  frame.ws.net.NetworkSaved = 0;
-  QVERIFY(frame.form.SaveFile());
-  QCOMPARE(frame.requests.size(), std::size_t(1));
-  QCOMPARE(int(frame.ws.net.NetworkSaved), 0xFF);
-}
-
-void MainFormFilesTest::BadNameIsRefused() {
-  HeadlessUi ui;
-  Frame frame(ui);
-  AddSmallNetwork(frame.ws);
-  for (const QString& bad : {QString::fromStdString(test::ScratchDir()) + "no/such/folder/x.sim",
-                             QString::fromStdString(test::ScratchDir()) + "what?.sim"}) {
-    ui.ClearRecords();
-    frame.answer = bad;
-    QVERIFY(!frame.form.SaveAs());
-    QCOMPARE(ui.MessageTexts(), std::vector<std::string>{"Error Save File - Check Name"});
-  }
-  // A cancelled dialog says nothing.
-  ui.ClearRecords();
-  frame.answer.clear();
-  QVERIFY(!frame.form.SaveAs());
-  QVERIFY(ui.MessageTexts().empty());
-}
-
-void MainFormFilesTest::OpenAsksToSaveChangesFirst() {
-  const QString path = SavedNetwork("south.sim");
-  HeadlessUi ui;
-  Frame frame(ui);
-  AddSmallNetwork(frame.ws);
-  frame.ws.net.NetworkSaved = 0;
-  ui.QueueAnswer(MsgAnswer::Cancel);
-  frame.form.OpenFile();
-  QVERIFY(ui.Said("Network Data is not saved - Save it?"));
-  QVERIFY(frame.requests.empty());
-
-  ui.QueueAnswer(MsgAnswer::No);
-  frame.answer = path;
-  frame.form.OpenFile();
-  QCOMPARE(frame.requests.size(), std::size_t(1));
-  QCOMPARE(frame.requests[0].filter,
-           QString("Galeris Data (*.sim);;Master Files (*.smm);;All Files (*.*)"));
-  QVERIFY(!frame.requests[0].save);
-  QCOMPARE(frame.form.windowTitle(), QString("south.sim"));
-  QCOMPARE(int(frame.ws.net.BranchCount), 3);
-}
-
-void MainFormFilesTest::ExitAsksAndRemovesTheRecoveryFile() {
-  HeadlessUi ui;
-  Frame frame(ui);
-  frame.form.show();
-  AddSmallNetwork(frame.ws);
-  QVERIFY(SaveNetwork(frame.ws, 1));
-  frame.ws.net.NetworkSaved = 0;
-
-  ui.QueueAnswer(MsgAnswer::Cancel);
-  QVERIFY(!frame.form.close());
-  QVERIFY(ui.Said("Galeris data is not saved - Save it?"));
-  QVERIFY(frame.form.isVisible());
-  QVERIFY(QFile::exists(QString::fromStdString(RecoveryFile(frame.ws))));
-
-  ui.QueueAnswer(MsgAnswer::No);
-  QVERIFY(frame.form.close());
-  QVERIFY(!QFile::exists(QString::fromStdString(RecoveryFile(frame.ws))));
-}
-
-void MainFormFilesTest::NoteWindowFollowsTheNetwork() {
-  HeadlessUi ui;
-  Frame frame(ui);
-  frame.ws.net.FileNote = "Ventilation survey\r\nMarch readings";
-  frame.form.ShowFileNote();
-  FrmFileNote& note = frame.form.FileNoteForm();
-  QVERIFY(note.isVisible());
-  QCOMPARE(note.Text(), QString("Ventilation survey\nMarch readings"));
-  QCOMPARE(int(frame.ws.net.NetworkSaved), 0xFF);  // showing is not editing
-
-  note.findChild<QPlainTextEdit*>("TxtNote")->setPlainText("Fan 2 stopped\nfor repair");
-  QCOMPARE(frame.ws.net.FileNote, std::string("Fan 2 stopped\r\nfor repair"));
-  QCOMPARE(int(frame.ws.net.NetworkSaved), 0);
-  QVERIFY(frame.form.Action("mnuMessage")->isEnabled());
-}
-
-void MainFormFilesTest::AutosaveWritesTheRecoveryFileEveryEleventhTick() {
-  HeadlessUi ui;
-  Frame frame(ui);
-  auto* autosave = frame.form.findChild<QTimer*>("Autosave");
-  QVERIFY(autosave);
-  QVERIFY(!autosave->isActive());  // AutoSaveMinutes 0: no auto-save
-
-  frame.ws.defaults.AutoSaveMinutes = 2;
-  frame.form.NewFile();
-  QVERIFY(autosave->isActive());
-  QCOMPARE(autosave->interval(), 12000);
-  AddSmallNetwork(frame.ws);
-  const QString recovery = QString::fromStdString(RecoveryFile(frame.ws));
-  for (int tick = 1; tick <= 10; ++tick) QMetaObject::invokeMethod(autosave, "timeout");
-  QVERIFY(!QFile::exists(recovery));
-  QMetaObject::invokeMethod(autosave, "timeout");
-  QVERIFY(QFile::exists(recovery));
-  // Temp mode leaves the name and the saved flag alone.
-  QVERIFY(frame.ws.net.FileName.empty());
-}
-
-void MainFormFilesTest::CaptionIsTheFileNameCutAtAHundred() {
-  HeadlessUi ui;
-  Frame frame(ui);
-  frame.ws.net.FileName = "/mines/" + std::string(120, 'n') + ".sim";
-  frame.form.RefreshCaption();
-  QCOMPARE(frame.form.windowTitle(), QString(100, 'n'));
-  frame.ws.net.FileName = "C:\\Mines\\West.sim";
-  frame.form.RefreshCaption();
-  QCOMPARE(frame.form.windowTitle(), QString("West.sim"));
-}
-
-// The shipped example stores a start-up view of one level in plan, so that its names and values
-// are readable at once; a file without one still opens on every level, fitted.
-void MainFormFilesTest::ExampleOpensAtItsStartupLevelOthersFitted() {
-  HeadlessUi ui;
-  Frame frame(ui, test::SourcePath("examples/example_mine.sim"));
-  const ViewState& view = frame.form.CurrentView()->View();
-  QCOMPARE(view.LevelMode, LevelModeOf::Single);
-  QCOMPARE(view.LevelTop, 950.0f);
-  QCOMPARE(frame.form.findChild<QComboBox*>("CmbRL")->currentText(), QString("900 Level"));
-
-  Frame other(ui, SavedNetwork("west.sim").toStdString());
-  QCOMPARE(other.form.CurrentView()->View().LevelMode, LevelModeOf::All);
-  QCOMPARE(other.form.CurrentView()->View().VisibleCount, 3);
-}
 
 QTEST_MAIN(MainFormFilesTest)
 #include "qt_main_form_files.moc"

@@ -1,34 +1,32 @@
 // The view's pictures: small mines built in code are rendered off screen in plan, iso, long
 // section and edge-on, with levels, layers, selections and data text, and compared with the
-// reference pictures beside this file (GALERIS_UPDATE_REFERENCES=1 writes them anew). Also the
-// view window itself and the picture export.
-#include <QDir>
-#include <QFile>
+// reference pictures beside this file. Also the view window itself, its rotation button and the
+// picture export.
 #include <QImage>
-#include <QtTest>
 #include <cmath>
-#include <functional>
-#include <memory>
 
 #include "app/export_image.h"
-#include "app/frm_window.h"
-#include "core/headless_ui.h"
-#include "core/workspace.h"
+#include "app/rotator_button.h"
 #include "files/network_file.h"
-#include "tests/support/test_support.h"
+#include "tests/app/qt_test_support.h"
 #include "tools/mine_generator.h"
 #include "view/drawing.h"
 #include "view/labels.h"
 #include "view/qt/view_image.h"
-#include "view/view_state.h"
 
 using namespace galeris;
+using test::LitPixels;
 
 namespace {
 
 const QSize kPictureSize(480, 360);
-constexpr int kChannelTolerance = 60;      // anti-aliased glyph edges differ between font builds
-constexpr double kDifferingShare = 0.004;  // share of pixels allowed beyond that tolerance
+
+void CompareWithReference(const QImage& picture, const QString& name) {
+  QVERIFY2(LitPixels(picture) > 500, qPrintable(name + " is empty"));
+  // Anti-aliased glyph edges differ between font builds: 60 per channel on 0.4% of pixels.
+  test::CompareWithReference(picture, "tests/app/view_reference/" + name.toStdString() + ".png", 60,
+                             0.004);
+}
 
 struct Mine {
   Mine() : ws(ui) {
@@ -45,32 +43,30 @@ struct Mine {
     ws.net.RLName[3] = "800 Level";
     ws.net.RLBound[3] = {0, 820, 780};
     MakePermanentViews(ws.net);
-
-    const int intake = Add(1000, 1000, 1000, 1000, 1000, 900, "Intake shaft", "SURF", "S900", 60);
-    ws.net.BranchCode[intake] |= 1024;
+    Network& n = ws.net;
+    n.BranchCode[Add(1000, 1000, 1000, 1000, 1000, 900, "Intake shaft", "SURF", "S900", 60)] |=
+        1024;
     Add(1000, 1000, 900, 1400, 1000, 900, "900 East drive", "S900", "E900", 40);
     const int door = Add(1400, 1000, 900, 1400, 1300, 900, "900 crosscut", "E900", "X900", 40);
-    ws.net.ResType[door] = 2;
-    ws.net.Resistance[door] = 10;
+    n.ResType[door] = 2;
+    n.Resistance[door] = 10;
     Add(1000, 1000, 900, 1000, 1000, 800, "Shaft bottom", "S900", "S800", 20);
     Add(1000, 1000, 800, 1500, 1100, 800, "800 drive", "S800", "E800", 20);
     const int stope = Add(1500, 1100, 800, 1400, 1300, 900, "Stope raise", "E800", "X900", 20);
-    ws.net.SecondLayer[stope] = 2;
-    ws.net.SmokeData[stope][1] = 1;
-    const int exhaustDrive =
-        Add(1400, 1300, 900, 1700, 1300, 900, "Return drive", "X900", "R900", 60);
-    ws.net.BranchCode[exhaustDrive] |= 512;
-    ws.net.SecondLayer[exhaustDrive] = 2;
+    n.SecondLayer[stope] = 2;
+    n.SmokeData[stope][1] = 1;
+    const int back = Add(1400, 1300, 900, 1700, 1300, 900, "Return drive", "X900", "R900", 60);
+    n.BranchCode[back] |= 512;
+    n.SecondLayer[back] = 2;
     const int fan = Add(1700, 1300, 900, 1700, 1300, 1000, "Exhaust shaft", "R900", "SURF", 60);
-    ws.net.BranchCode[fan] |= 512;
-    ws.net.FanNumber[fan] = 1;
-    ws.net.FanSlot[fan] = 1200;
-    ws.net.Pressure[fan] = 1200;
-    const int source = Add(1000, 1000, 800, 900, 1300, 800, "Workshop", "S800", "W800", 5);
-    ws.net.BranchCode[source] |= Bit::ContaminantSource;
-    ws.net.TextUsed[1] = -1;
-    ws.net.TextString[1] = "Main fan";
-    ws.net.TextCoord[1] = {0, 1720, 1340, 1000};
+    n.BranchCode[fan] |= 512;
+    n.FanNumber[fan] = 1;
+    n.FanSlot[fan] = n.Pressure[fan] = 1200;
+    n.BranchCode[Add(1000, 1000, 800, 900, 1300, 800, "Workshop", "S800", "W800", 5)] |=
+        Bit::ContaminantSource;
+    n.TextUsed[1] = -1;
+    n.TextString[1] = "Main fan";
+    n.TextCoord[1] = {0, 1720, 1340, 1000};
   }
 
   int Add(int x1, int y1, int z1, int x2, int y2, int z2, const char* name, const char* from,
@@ -79,21 +75,18 @@ struct Mine {
     Network& n = ws.net;
     n.EntryNodeId[i] = NodeKey(x1, y1, z1);
     n.ExitNodeId[i] = NodeKey(x2, y2, z2);
-    const double dx = x2 - x1, dy = y2 - y1, dz = z2 - z1;
-    n.Length[i] = static_cast<float>(std::sqrt(dx * dx + dy * dy + dz * dz));
+    n.Length[i] = static_cast<float>(std::hypot(double(x2 - x1), double(y2 - y1), double(z2 - z1)));
     n.BranchName[i] = name;
     n.EntryNodeName[i] = from;
     n.ExitNodeName[i] = to;
     n.Quantity[i] = quantity;
-    n.PrimaryLayer[i] = 1;
-    n.SecondLayer[i] = 1;
+    n.PrimaryLayer[i] = n.SecondLayer[i] = 1;
     n.AirwayNo[i] = 100 + i;
-    n.ParallelCount[i] = 1;
     return i;
   }
 
   // A view of this mine fitted to the picture, after the changes made by `setUp`.
-  ViewState FittedView(const std::function<void(ViewState&)>& setUp, int slot = 0) {
+  ViewState FittedView(const std::function<void(Workspace&, ViewState&)>& setUp, int slot = 0) {
     ViewState view = MakeViewState(ws);
     view.PixelWidth = kPictureSize.width();
     view.PixelHeight = kPictureSize.height();
@@ -101,7 +94,7 @@ struct Mine {
     view.DisplayBits = Show::NodeNames | Show::AirwayNames | Show::DataValues |
                        Show::ResistanceSymbols | Show::FanSymbols | Show::NodeSymbols |
                        Show::Arrows | Show::Contaminants | Show::FloatingText;
-    setUp(view);
+    setUp(ws, view);
     BuildVisibleList(ws, view);
     if (slot != 0) LoadViewSlot(ws, view, slot);
     ProjectNetwork(ws, view);
@@ -113,328 +106,229 @@ struct Mine {
   Workspace ws;
 };
 
-QString ReferencePath(const QString& name) {
-  return QString::fromStdString(test::SourcePath("tests/app/view_reference/")) + name + ".png";
-}
-
-// Share of pixels whose channels differ by more than the tolerance; 1 for a size mismatch.
-double DifferingShare(const QImage& a, const QImage& b) {
-  if (a.size() != b.size()) return 1;
-  const QImage x = a.convertToFormat(QImage::Format_RGB32);
-  const QImage y = b.convertToFormat(QImage::Format_RGB32);
-  qint64 differing = 0;
-  for (int row = 0; row < x.height(); ++row) {
-    const QRgb* p = reinterpret_cast<const QRgb*>(x.constScanLine(row));
-    const QRgb* q = reinterpret_cast<const QRgb*>(y.constScanLine(row));
-    for (int col = 0; col < x.width(); ++col) {
-      if (std::abs(qRed(p[col]) - qRed(q[col])) > kChannelTolerance ||
-          std::abs(qGreen(p[col]) - qGreen(q[col])) > kChannelTolerance ||
-          std::abs(qBlue(p[col]) - qBlue(q[col])) > kChannelTolerance) {
-        ++differing;
-      }
-    }
+// A shown view window of the mine.
+struct Window : Mine {
+  Window() : window(ws) {
+    window.resize(400, 300);
+    window.show();
   }
-  return double(differing) / (double(x.width()) * x.height());
-}
-
-int LitPixels(const QImage& image) {
-  int lit = 0;
-  const QImage x = image.convertToFormat(QImage::Format_RGB32);
-  for (int row = 0; row < x.height(); ++row) {
-    const QRgb* p = reinterpret_cast<const QRgb*>(x.constScanLine(row));
-    for (int col = 0; col < x.width(); ++col) lit += (p[col] & 0xFFFFFF) != 0;
-  }
-  return lit;
-}
-
-void CompareWithReference(const QImage& picture, const QString& name) {
-  QVERIFY(!picture.isNull());
-  QVERIFY2(LitPixels(picture) > 500, qPrintable(name + " is empty"));
-  const QString scratch = QString::fromStdString(test::ScratchDir());
-  picture.save(scratch + name + ".png");
-  const QString reference = ReferencePath(name);
-  if (qEnvironmentVariable("GALERIS_UPDATE_REFERENCES") == "1") {
-    QVERIFY(picture.save(reference));
-    return;
-  }
-  const QImage expected(reference);
-  QVERIFY2(!expected.isNull(), qPrintable("no reference picture " + reference +
-                                          " (run with GALERIS_UPDATE_REFERENCES=1)"));
-  const double share = DifferingShare(picture, expected);
-  QVERIFY2(share <= kDifferingShare,
-           qPrintable(QString("%1 differs from its reference in %2% of pixels; see %3")
-                          .arg(name)
-                          .arg(share * 100, 0, 'f', 2)
-                          .arg(scratch + name + ".png")));
-}
+  FrmWindow window;
+  RotatorButton rotator{[this] { return &window; }};
+};
 
 }  // namespace
 
 class ViewRenderTest : public QObject {
   Q_OBJECT
  private slots:
-  void PlanOfAllLevels();
-  void SingleLevelPlan();
-  void MultipleLevelPlan();
-  void IsoView();
-  void LongSectionShowsTheLevelScale();
-  void CrossSectionEdgeOn();
-  void PlanWithGrid();
-  void DimLayers();
-  void InvisibleLayers();
-  void SelectedAndProblemAirways();
-  void DataTextOfSeveralTypes_data();
-  void DataTextOfSeveralTypes();
-  void ColoursFollowTheNetworksTable();
-  void ViewWindowPaintsAndFollowsItsSize();
-  void ViewWindowLevelsAndViews();
-  void ExportPictureWritesTheFile();
-  void ExportCommandRefusesBadArguments();
-  void ExportCommandRendersASavedNetwork();
-  void WindowStateGoesToItsSlot();
-  void LargeMineAtFitScaleWithAndWithoutDeclutter();
-};
-
-void ViewRenderTest::PlanOfAllLevels() {
-  Mine mine;
-  const ViewState view = mine.FittedView([](ViewState&) {});
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "plan_all_levels");
-}
-
-void ViewRenderTest::SingleLevelPlan() {
-  Mine mine;
-  ViewState view = mine.FittedView([](ViewState&) {});
-  SelectLevel(mine.ws, view, 2);
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "plan_single_level");
-}
-
-void ViewRenderTest::MultipleLevelPlan() {
-  Mine mine;
-  const ViewState view = mine.FittedView([](ViewState& v) {
-    v.LevelMode = LevelModeOf::Multiple;
-    v.SelectedLevels = {2, 3};
-  });
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "plan_multiple_levels");
-}
-
-void ViewRenderTest::IsoView() {
-  Mine mine;
-  const ViewState view = mine.FittedView([](ViewState&) {}, 5);
-  QCOMPARE(ViewKind(view), 1);
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "iso_view");
-}
-
-void ViewRenderTest::LongSectionShowsTheLevelScale() {
-  Mine mine;
-  mine.ws.defaults.GridSpacing = 50;
-  const ViewState view = mine.FittedView([](ViewState&) {}, 3);
-  QCOMPARE(ViewKind(view), 2);
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "long_section");
-}
-
-void ViewRenderTest::CrossSectionEdgeOn() {
-  Mine mine;
-  mine.ws.net.AxisSignY = -1;
-  MakePermanentViews(mine.ws.net);
-  const ViewState view = mine.FittedView([](ViewState&) {}, 4);
-  QCOMPARE(ViewKind(view), 2);
-  QVERIFY(view.TiltAngle < 0);
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "cross_section");
-}
-
-void ViewRenderTest::PlanWithGrid() {
-  Mine mine;
-  mine.ws.defaults.GridSpacing = 100;
-  const ViewState view = mine.FittedView([](ViewState& v) { v.GridOn = true; });
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "plan_grid");
-}
-
-void ViewRenderTest::DimLayers() {
-  Mine mine;
-  mine.ws.net.SecondLayerShow[2] = 0;
-  const ViewState view = mine.FittedView([](ViewState& v) { v.DisplayFlags = LineOpt::Dim; });
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "dim_layers");
-}
-
-void ViewRenderTest::InvisibleLayers() {
-  Mine mine;
-  mine.ws.net.SecondLayerShow[2] = 0;
-  const ViewState view = mine.FittedView([](ViewState& v) { v.DisplayFlags = LineOpt::Invisible; });
-  QCOMPARE(view.VisibleCount, 7);
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "invisible_layers");
-}
-
-void ViewRenderTest::SelectedAndProblemAirways() {
-  Mine mine;
-  mine.ws.net.BranchCode[2] |= Bit::Selected;
-  mine.ws.net.BranchCode[5] |= Bit::ErrorMark;
-  mine.ws.net.Comment[5] = "check it";
-  const ViewState view = mine.FittedView([](ViewState&) {});
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), "selected_problem");
-}
-
-void ViewRenderTest::DataTextOfSeveralTypes_data() {
-  QTest::addColumn<int>("dataType");
-  QTest::newRow("velocity") << DataType::Velocity;
-  QTest::newRow("dimensions") << DataType::Dimensions;
-  QTest::newRow("boost") << DataType::Boost;
-  QTest::newRow("airway_number") << DataType::AirwayNumber;
-  QTest::newRow("node_coordinates") << DataType::Coordinates;
-}
-
-void ViewRenderTest::DataTextOfSeveralTypes() {
-  QFETCH(int, dataType);
-  Mine mine;
-  const ViewState view = mine.FittedView([dataType](ViewState& v) {
-    v.DataTypeCode = static_cast<std::int16_t>(dataType);
-    v.DisplayBits = Show::DataValues | Show::FanSymbols;
-  });
-  CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize),
-                       QString("data_%1").arg(QTest::currentDataTag()));
-}
-
-void ViewRenderTest::ColoursFollowTheNetworksTable() {
-  Mine mine;
-  for (int k = 1; k <= 8; ++k) mine.ws.defaults.ColourTable[k] = RGBColour(0, 0, 200);
-  const ViewState view = mine.FittedView([](ViewState& v) { v.DisplayBits = 0; });
-  const QImage picture = RenderViewImage(mine.ws, view, kPictureSize);
-  bool sawBlue = false;
-  for (int y = 0; y < picture.height() && !sawBlue; ++y) {
-    for (int x = 0; x < picture.width() && !sawBlue; ++x) {
-      sawBlue = picture.pixel(x, y) == qRgb(0, 0, 200);
+  void PicturesMatchTheirReferences() {
+    struct Case {
+      QString name;
+      int slot;   // a saved view to load, 0 for plan
+      int kind;   // ViewKind: 0 plan, 1 3-D, 2 edge-on
+      int level;  // a level chosen after the fit, 0 for none
+      std::function<void(Workspace&, ViewState&)> setUp;
+    };
+    std::vector<Case> cases = {
+        {"plan_all_levels", 0, 0, 0, [](Workspace&, ViewState&) {}},
+        {"plan_single_level", 0, 0, 2, [](Workspace&, ViewState&) {}},
+        {"plan_multiple_levels", 0, 0, 0,
+         [](Workspace&, ViewState& v) {
+           v.LevelMode = LevelModeOf::Multiple;
+           v.SelectedLevels = {2, 3};
+         }},
+        {"iso_view", 5, 1, 0, [](Workspace&, ViewState&) {}},
+        {"long_section", 3, 2, 0, [](Workspace& ws, ViewState&) { ws.defaults.GridSpacing = 50; }},
+        {"cross_section", 4, 2, 0,
+         [](Workspace& ws, ViewState&) {
+           ws.net.AxisSignY = -1;
+           MakePermanentViews(ws.net);  // the edge-on slot mirrors its tilt
+         }},
+        {"plan_grid", 0, 0, 0,
+         [](Workspace& ws, ViewState& v) {
+           ws.defaults.GridSpacing = 100;
+           v.GridOn = true;
+         }},
+        {"dim_layers", 0, 0, 0,
+         [](Workspace& ws, ViewState& v) {
+           ws.net.SecondLayerShow[2] = 0;
+           v.DisplayFlags = LineOpt::Dim;
+         }},
+        {"invisible_layers", 0, 0, 0,
+         [](Workspace& ws, ViewState& v) {
+           ws.net.SecondLayerShow[2] = 0;
+           v.DisplayFlags = LineOpt::Invisible;
+         }},
+        {"selected_problem", 0, 0, 0, [](Workspace& ws, ViewState&) {
+           ws.net.BranchCode[2] |= Bit::Selected;
+           ws.net.BranchCode[5] |= Bit::ErrorMark;
+           ws.net.Comment[5] = "check it";
+         }}};
+    for (const auto& [tag, type] : {std::pair{"velocity", DataType::Velocity},
+                                    {"dimensions", DataType::Dimensions},
+                                    {"boost", DataType::Boost},
+                                    {"airway_number", DataType::AirwayNumber},
+                                    {"node_coordinates", DataType::Coordinates}})
+      cases.push_back({QString("data_") + tag, 0, 0, 0, [type](Workspace&, ViewState& v) {
+                         v.DataTypeCode = static_cast<std::int16_t>(type);
+                         v.DisplayBits = Show::DataValues | Show::FanSymbols;
+                       }});
+    for (const Case& c : cases) {
+      Mine mine;
+      ViewState view = mine.FittedView(c.setUp, c.slot);
+      if (c.level != 0) SelectLevel(mine.ws, view, c.level);
+      QVERIFY2(ViewKind(view) == c.kind, qPrintable(c.name));
+      if (c.name == "invisible_layers") QCOMPARE(view.VisibleCount, 7);
+      if (c.name == "cross_section") QVERIFY(view.TiltAngle < 0);
+      CompareWithReference(RenderViewImage(mine.ws, view, kPictureSize), c.name);
     }
   }
-  QVERIFY(sawBlue);
-}
 
-void ViewRenderTest::ViewWindowPaintsAndFollowsItsSize() {
-  Mine mine;
-  FrmWindow window(mine.ws);
-  window.resize(400, 300);
-  window.show();
-  QVERIFY(QTest::qWaitForWindowExposed(&window));
-  QVERIFY(window.View().AirwayLineCount > 0);
-  const float width = window.View().ScaleWidth;
-  QVERIFY(LitPixels(window.grab().toImage()) > 500);
-  window.resize(400, 600);
-  QCoreApplication::processEvents();
-  QCOMPARE(window.View().ScaleWidth, width);
-  QCOMPARE(window.View().AspectRatio, 1.5f);
-  QVERIFY(std::fabs(window.View().ScaleHeight - width * 1.5f) < 1e-2f);
-}
+  // A mine of 5 000 airways at fit scale: without declutter the circles and texts run into a
+  // solid block; with it every node, symbol and text that stands has its own place.
+  void LargeMineAtFitScaleWithAndWithoutDeclutter() {
+    HeadlessUi ui;
+    Workspace ws(ui);
+    ws.units = BuiltInUnits();
+    GenerateMine(ws, 5000);
+    for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
+    for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
+    const QSize size(800, 600);
+    ViewState view = MakeViewState(ws);
+    view.PixelWidth = size.width();
+    view.PixelHeight = size.height();
+    view.DisplayBits = 0x1FF;
+    BuildVisibleList(ws, view);
+    FitNetwork(ws, view);
+    const QImage cluttered = RenderViewImage(ws, view, size);
+    CompareWithReference(cluttered, "large_mine_cluttered");
+    view.Declutter = true;
+    const QImage decluttered = RenderViewImage(ws, view, size);
+    CompareWithReference(decluttered, "large_mine_decluttered");
+    QVERIFY(LitPixels(decluttered) < LitPixels(cluttered));
+  }
 
-void ViewRenderTest::ViewWindowLevelsAndViews() {
-  Mine mine;
-  FrmWindow window(mine.ws);
-  window.resize(400, 300);
-  window.show();
-  QVERIFY(QTest::qWaitForWindowExposed(&window));
-  window.SetLevel(3);
-  QCOMPARE(window.windowTitle(), QString("View 0 : 800 Level (RL 780 to 820)"));
-  QCOMPARE(window.View().VisibleCount, 4);
-  window.ToggleLevels();
-  QCOMPARE(window.View().LevelMode, LevelModeOf::All);
-  window.SetThreeD(true);
-  QVERIFY(window.ApplyView(" 5. Iso View"));
-  QCOMPARE(window.View().SpinAngle, 2 * kPi - 0.391f);
-  window.SetThreeD(false);
-  QCOMPARE(window.View().Is3D, std::int16_t{0});
-  window.SetDataType(DataType::AirwayNumber);
-  QCOMPARE(window.View().DataTypeCode, std::int16_t{52});
-  window.BeginRotation();
-  QVERIFY(window.RotateStep(10, 28));
-  window.EndRotation();
-  QVERIFY(window.View().SpinAngle > 0);
-  QVERIFY(mine.ui.MessageTexts().empty());
-}
+  void ViewWindowPaintsAndFollowsItsSize() {
+    Window w;
+    QVERIFY(QTest::qWaitForWindowExposed(&w.window));
+    QVERIFY(w.window.View().AirwayLineCount > 0);
+    const float width = w.window.View().ScaleWidth;
+    QVERIFY(LitPixels(w.window.grab().toImage()) > 500);
+    w.window.resize(400, 600);
+    QCoreApplication::processEvents();
+    QCOMPARE(w.window.View().ScaleWidth, width);
+    QCOMPARE(w.window.View().AspectRatio, 1.5f);
+    QVERIFY(std::fabs(w.window.View().ScaleHeight - width * 1.5f) < 1e-2f);
+  }
 
-void ViewRenderTest::ExportPictureWritesTheFile() {
-  Mine mine;
-  const ViewState view = mine.FittedView([](ViewState&) {});
-  const QString path = QString::fromStdString(test::ScratchDir()) + "plan.png";
-  QVERIFY(ExportPicture(mine.ws, view, path, QSize(320, 200)));
-  const QImage written(path);
-  QCOMPARE(written.size(), QSize(320, 200));
-  QVERIFY(!ExportPicture(mine.ws, view, "/nonexistent/folder/plan.png", QSize(320, 200)));
-  QCOMPARE(mine.ui.MessageTexts().size(), std::size_t{1});
-}
+  void ViewWindowLevelsViewsAndItsSlot() {
+    Window w;
+    QVERIFY(QTest::qWaitForWindowExposed(&w.window));
+    const ViewState& view = w.window.View();
+    w.window.SetLevel(3);
+    QCOMPARE(w.window.windowTitle(), QString("View 0 : 800 Level (RL 780 to 820)"));
+    QCOMPARE(view.VisibleCount, 4);
+    w.window.ToggleLevels();
+    QCOMPARE(view.LevelMode, LevelModeOf::All);
+    w.window.SetThreeD(true);
+    QVERIFY(w.window.ApplyView(" 5. Iso View"));
+    QCOMPARE(view.SpinAngle, 2 * kPi - 0.391f);
+    w.window.SetThreeD(false);
+    QCOMPARE(view.Is3D, std::int16_t{0});
+    w.window.SetDataType(DataType::AirwayNumber);
+    QCOMPARE(view.DataTypeCode, std::int16_t{52});
+    w.window.BeginRotation();
+    QVERIFY(w.window.RotateStep(10, 28));
+    w.window.EndRotation();
+    QVERIFY(view.SpinAngle > 0);
+    QVERIFY(w.ui.MessageTexts().empty());
 
-void ViewRenderTest::ExportCommandRefusesBadArguments() {
-  const QString out = QString::fromStdString(test::ScratchDir()) + "x.png";
-  QByteArray program("galeris"), option("--export-image"), file(out.toUtf8()),
-      network("missing.sim"), size("--size"), badSize("12by9");
-  char* tooShort[] = {program.data(), option.data(), file.data()};
-  QVERIFY(IsExportImageCommand(3, tooShort));
-  QCOMPARE(RunExportImage(3, tooShort), 1);
-  char* badSizeArgs[] = {program.data(), option.data(), file.data(),
-                         network.data(), size.data(),   badSize.data()};
-  QCOMPARE(RunExportImage(6, badSizeArgs), 1);
-  char* plain[] = {program.data(), network.data()};
-  QVERIFY(!IsExportImageCommand(2, plain));
-}
+    // The window's state goes to its own slot and comes back from it.
+    w.window.SetWindowNumber(2);
+    w.window.SetLevel(2);
+    w.window.StoreState();
+    QCOMPARE(w.ws.net.ViewValue[kWindowSlotBase + 2][5], view.ScaleWidth);
+    w.window.ToggleLevels();
+    w.window.RestoreState();
+    QCOMPARE(view.LevelMode, LevelModeOf::Single);
+    QCOMPARE(view.LevelTop, 920.0f);
+  }
 
-void ViewRenderTest::ExportCommandRendersASavedNetwork() {
-  Mine mine;
-  const std::string folder = test::ScratchDir();
-  mine.ws.net.FileName = folder + "mine.sim";
-  QVERIFY(SaveNetwork(mine.ws));
-  const QString out = QString::fromStdString(folder) + "iso.png";
-  QByteArray program("galeris"), option("--export-image"), file(out.toUtf8()),
-      network(mine.ws.net.FileName.c_str()), view("--view"), iso("Iso View"), size("--size"),
-      wxh("400x300"), data("--data"), velocity("13");
-  char* args[] = {program.data(), option.data(), file.data(), network.data(), view.data(),
-                  iso.data(),     size.data(),   wxh.data(),  data.data(),    velocity.data()};
-  QCOMPARE(RunExportImage(10, args), 0);
-  const QImage written(out);
-  QCOMPARE(written.size(), QSize(400, 300));
-  QVERIFY(LitPixels(written) > 500);
+  void ExportPictureAndItsCommand() {
+    Mine mine;
+    const ViewState view = mine.FittedView([](Workspace&, ViewState&) {});
+    const std::string folder = test::ScratchDir();
+    const QString path = QString::fromStdString(folder) + "plan.png";
+    QVERIFY(ExportPicture(mine.ws, view, path, QSize(320, 200)));
+    QCOMPARE(QImage(path).size(), QSize(320, 200));
+    QVERIFY(!ExportPicture(mine.ws, view, "/nonexistent/folder/plan.png", QSize(320, 200)));
+    QCOMPARE(mine.ui.MessageTexts().size(), std::size_t{1});
 
-  QByteArray unknown("Nowhere");
-  char* badView[] = {program.data(), option.data(), file.data(),
-                     network.data(), view.data(),   unknown.data()};
-  QCOMPARE(RunExportImage(6, badView), 1);
-}
+    mine.ws.net.FileName = folder + "mine.sim";
+    QVERIFY(SaveNetwork(mine.ws));
+    const std::string out = folder + "iso.png";
+    const auto run = [](std::vector<std::string> arguments) {
+      arguments.insert(arguments.begin(), {"galeris", "--export-image"});
+      std::vector<char*> argv;
+      for (std::string& a : arguments) argv.push_back(a.data());
+      const int argc = static_cast<int>(argv.size());
+      return IsExportImageCommand(argc, argv.data()) ? RunExportImage(argc, argv.data()) : -1;
+    };
+    QCOMPARE(
+        run({out, mine.ws.net.FileName, "--view", "Iso View", "--size", "400x300", "--data", "13"}),
+        0);
+    const QImage written(QString::fromStdString(out));
+    QCOMPARE(written.size(), QSize(400, 300));
+    QVERIFY(LitPixels(written) > 500);
+    QCOMPARE(run({out}), 1);
+    QCOMPARE(run({out, "missing.sim", "--size", "12by9"}), 1);
+    QCOMPARE(run({out, mine.ws.net.FileName, "--view", "Nowhere"}), 1);
+    std::string program = "galeris", network = "missing.sim";
+    char* plain[] = {program.data(), network.data()};
+    QVERIFY(!IsExportImageCommand(2, plain));
+  }
 
-void ViewRenderTest::WindowStateGoesToItsSlot() {
-  Mine mine;
-  FrmWindow window(mine.ws);
-  window.resize(400, 300);
-  window.show();
-  QVERIFY(QTest::qWaitForWindowExposed(&window));
-  window.SetWindowNumber(2);
-  window.SetLevel(2);
-  const float width = window.View().ScaleWidth;
-  window.StoreState();
-  QCOMPARE(mine.ws.net.ViewValue[kWindowSlotBase + 2][5], width);
-  window.ToggleLevels();
-  window.RestoreState();
-  QCOMPARE(window.View().LevelMode, LevelModeOf::Single);
-  QCOMPARE(window.View().LevelTop, 920.0f);
-}
+  // The rotation button: held left of centre it spins the active view into 3-D, the pointer's
+  // distance sets the speed, a left release stops it and a right release leaves it spinning.
+  void RotatorLeftHoldSpinsIntoThreeDAndReleaseStops() {
+    Window w;
+    RotatorButton& rotator = w.rotator;
+    rotator.show();
+    QCOMPARE(w.window.View().Is3D, 0);
+    QTest::mousePress(&rotator, Qt::LeftButton, {}, QPoint(7, 28));  // left of centre
+    QVERIFY(rotator.Turning());
+    QTRY_VERIFY_WITH_TIMEOUT(w.window.View().SpinAngle != 0, 2000);
+    QVERIFY(w.window.View().Is3D != 0);
+    QCOMPARE(w.window.View().TiltAngle, 0.0f);  // on the centre line: no tilt
+    QTest::mouseRelease(&rotator, Qt::LeftButton, {}, QPoint(7, 28));
+    QVERIFY(!rotator.Turning());
+    const float spin = w.window.View().SpinAngle;
+    QTest::qWait(150);
+    QCOMPARE(w.window.View().SpinAngle, spin);
+  }
 
-// A mine of 5 000 airways at fit scale: without declutter the circles and texts run into a
-// solid block; with it every node, symbol and text that stands has its own place.
-void ViewRenderTest::LargeMineAtFitScaleWithAndWithoutDeclutter() {
-  HeadlessUi ui;
-  Workspace ws(ui);
-  ws.units = BuiltInUnits();
-  GenerateMine(ws, 5000);
-  for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
-  for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
-  const QSize size(800, 600);
-  ViewState view = MakeViewState(ws);
-  view.PixelWidth = size.width();
-  view.PixelHeight = size.height();
-  view.DisplayBits = 0x1FF;
-  BuildVisibleList(ws, view);
-  FitNetwork(ws, view);
-  const QImage cluttered = RenderViewImage(ws, view, size);
-  CompareWithReference(cluttered, "large_mine_cluttered");
-  view.Declutter = true;
-  const QImage decluttered = RenderViewImage(ws, view, size);
-  CompareWithReference(decluttered, "large_mine_decluttered");
-  QVERIFY(LitPixels(decluttered) < LitPixels(cluttered));
-}
+  void RotatorRightReleaseKeepsSpinningWithoutTilt() {
+    Window w;
+    RotatorButton& rotator = w.rotator;
+    rotator.show();
+    QTest::mousePress(&rotator, Qt::RightButton, {}, QPoint(40, 10));
+    QTest::mouseRelease(&rotator, Qt::RightButton, {}, QPoint(40, 10));
+    QVERIFY(rotator.Turning());
+    const float tilt = w.window.View().TiltAngle;
+    const float spin = w.window.View().SpinAngle;
+    QTRY_VERIFY_WITH_TIMEOUT(w.window.View().SpinAngle != spin, 2000);
+    QCOMPARE(w.window.View().TiltAngle, tilt);
+    QTest::mouseClick(&rotator, Qt::LeftButton, {}, QPoint(22, 28));
+    QVERIFY(!rotator.Turning());
+  }
+
+  void RotatorWithoutAWindowDoesNotTurn() {
+    RotatorButton lonely([] { return static_cast<FrmWindow*>(nullptr); });
+    lonely.show();
+    QTest::mousePress(&lonely, Qt::LeftButton, {}, QPoint(5, 5));
+    QVERIFY(!lonely.Turning());
+  }
+};
 
 QTEST_MAIN(ViewRenderTest)
 #include "qt_view_render.moc"

@@ -2,6 +2,7 @@
 // and what the symbol pass writes.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <cstdint>
 #include <string>
@@ -9,30 +10,16 @@
 
 #include "tests/view/view_fixture.h"
 #include "view/labels.h"
+#include "view/layer_choice.h"
 #include "view/raster_canvas.h"
+#include "view/station_box.h"
+#include "view/view_options.h"
 
 namespace galeris {
 namespace {
 
+using test::RecordingCanvas;
 using test::ViewFixture;
-
-// Remembers the texts and pictures that a pass sends.
-class RecordingCanvas : public RasterCanvas {
- public:
-  RecordingCanvas() : RasterCanvas(800, 600) {}
-  void Text(float x, float y, std::string_view text, Colour colour, float size) override {
-    texts.emplace_back(text);
-    textColours.push_back(colour);
-    RasterCanvas::Text(x, y, text, colour, size);
-  }
-  void Bitmap(int picture, float left, float top, float width, float height) override {
-    pictures.push_back(picture);
-    RasterCanvas::Bitmap(picture, left, top, width, height);
-  }
-  std::vector<std::string> texts;
-  std::vector<Colour> textColours;
-  std::vector<int> pictures;
-};
 
 class DrawingTest : public ::testing::Test, public ViewFixture {
  protected:
@@ -94,7 +81,7 @@ TEST_F(DrawingTest, LayerZeroIsRepairedAndHighSecondLayersCountAs48) {
 TEST_F(DrawingTest, LevelBandTakesAirwaysWithAnEndInside) {
   const int onLevel = Add(0, 0, 500, 100, 0, 500);
   const int raise = Add(0, 0, 400, 0, 0, 600);  // passes through the band
-  Add(0, 0, 300, 100, 0, 300);  // below the band
+  Add(0, 0, 300, 100, 0, 300);                  // below the band
   const int touching = Add(0, 0, 300, 0, 0, 490);
   view.LevelMode = LevelModeOf::Single;
   view.LevelBottom = 490;
@@ -138,7 +125,7 @@ TEST_F(DrawingTest, FlowLimitsHideOrDim) {
 TEST_F(DrawingTest, CullNeedsBothEndsBeyondTheSameEdge) {
   // The window runs from -500 to 500 across and -375 to 375 down, centred on the pan (0, 0).
   const int crossing = Add(-900, -600, 0, 900, 600, 0);
-  Add(600, 0, 0, 700, 300, 0);  // both ends beyond the right edge
+  Add(600, 0, 0, 700, 300, 0);                        // both ends beyond the right edge
   const int corner = Add(-900, 100, 0, 100, 900, 0);  // midpoint outside, ends on two sides
   Build();
   EXPECT_EQ(Drawn(), (std::vector<int>{crossing, corner}));
@@ -152,13 +139,10 @@ TEST_F(DrawingTest, VerticalShaftInSingleLevelPlanIsATick) {
   const int up = Add(200, 100, 500, 200, 100, 700);
   Build();
   const AirwayLineRecord& d = LineOf(down);
-  EXPECT_FLOAT_EQ(d.X1, 100);
-  EXPECT_FLOAT_EQ(d.X2, 100 - 15);
-  EXPECT_FLOAT_EQ(d.Y2, 100 - 15);
-  EXPECT_EQ(d.Colour, PaletteOf(Palette::Below));
   const AirwayLineRecord& u = LineOf(up);
-  EXPECT_FLOAT_EQ(u.X2, 200 + 15);
-  EXPECT_FLOAT_EQ(u.Y2, 100 - 15);
+  EXPECT_EQ((std::array{d.X1, d.X2, d.Y2, u.X2, u.Y2}),
+            (std::array<float, 5>{100, 100 - 15, 100 - 15, 200 + 15, 100 - 15}));
+  EXPECT_EQ(d.Colour, PaletteOf(Palette::Below));
   EXPECT_EQ(u.Colour, PaletteOf(Palette::Above));
 }
 
@@ -193,17 +177,14 @@ TEST_F(DrawingTest, SelectedAndProblemAirwaysAreWhite) {
   ws.net.SecondLayerShow[2] = 0;  // dimmed, and still white
   view.SymbolSize[0] = 2;
   Build();
-  EXPECT_EQ(LineOf(selected).Colour, kWhite);
-  EXPECT_EQ(LineOf(selected).Width, 4);
-  EXPECT_EQ(LineOf(problem).Colour, kWhite);
-  EXPECT_EQ(LineOf(problem).Width, 2);
-  EXPECT_EQ(LineOf(both).Width, 4);
+  EXPECT_EQ((std::array{LineOf(selected).Colour, LineOf(problem).Colour}),
+            (std::array{kWhite, kWhite}));
+  EXPECT_EQ((std::array<int, 3>{LineOf(selected).Width, LineOf(problem).Width, LineOf(both).Width}),
+            (std::array{4, 2, 4}));
 }
 
 TEST_F(DrawingTest, PaletteFallsBackWhenTheTableIsEmpty) {
-  EXPECT_NE(PaletteColour(ws.defaults, Palette::OnLevel), 0);
-  EXPECT_NE(PaletteColour(ws.defaults, Palette::OnLevel),
-            PaletteColour(ws.defaults, Palette::Below));
+  EXPECT_NE(PaletteOf(Palette::OnLevel), PaletteOf(Palette::Below));
   ws.defaults.ColourTable[1] = RGBColour(1, 2, 3);
   EXPECT_EQ(PaletteColour(ws.defaults, Palette::OnLevel), RGBColour(1, 2, 3));
   EXPECT_EQ(PaletteColour(ws.defaults, Palette::Below), 0);
@@ -353,6 +334,7 @@ TEST_F(DrawingTest, GridWithoutSpacingSaysSo) {
   RecordingCanvas canvas;
   DrawGrid(ws, view, canvas);
   EXPECT_TRUE(ui.Said("MAJOR Error Drawing Graphics Grid !"));
+  EXPECT_TRUE(canvas.texts.empty());
 }
 
 TEST_F(DrawingTest, EdgeOnShowsTheLevelScale) {
@@ -376,6 +358,99 @@ TEST_F(DrawingTest, RedrawShowsTheBusyPointerAndLeavesItOff) {
   EXPECT_EQ(ui.BusyDepth(), 0);
   EXPECT_EQ(view.AirwayLineCount, 1);
   EXPECT_TRUE(view.AirwayLineShown);
+}
+
+// The station box of the drawing pass: drawn only while monitoring runs, below the midpoint,
+// with the alarm colours; drawing it fixes the airflow that the station controls.
+TEST_F(DrawingTest, StationBoxDrawnWhileMonitoringWithAlarmColours) {
+  const int i = Add(-200, 0, 0, 200, 0, 0);
+  RemoteStations& st = ws.remote;
+  ws.net.RemoteStation[i] = 2;
+  st.StationName[2] = "Raise";
+  st.UpdateQ[2] = -1;
+  st.ChannelRaw[1][2] = 25;
+  st.ChannelRaw[2][2] = 9;
+  st.AlarmHigh[2][2] = 5;
+  st.AlarmsOn = true;
+  for (int k = 3; k <= kStationChannels; ++k) st.ChannelName[k][2].clear();
+  view.DisplayBits = 0;
+  Build();
+  RecordingCanvas canvas;
+  DrawSymbols(ws, view, canvas);
+  EXPECT_TRUE(canvas.texts.empty());
+  EXPECT_FALSE(ws.net.BranchCode[i] & Bit::FixedQuantity);
+
+  st.RemoteRunning = true;
+  DrawSymbols(ws, view, canvas);
+  EXPECT_EQ(canvas.texts, (std::vector<std::string>{"   Raise", "  25.0 ", "  9.0 "}));
+  EXPECT_EQ(canvas.textColours.back(), kHighAlarmColour);
+  EXPECT_FLOAT_EQ(ws.net.Quantity[i], 25);
+  EXPECT_TRUE(ws.net.BranchCode[i] & Bit::FixedQuantity);
+}
+
+// The Viewing Layers and View Options choices as the view receives them: Hide All, the flow
+// limits with their message, and the declutter of the symbol pass. (Show All and Hide All of the
+// detail boxes: qt_level_view_dialogs.)
+TEST_F(DrawingTest, HideAllLeavesTheCurrentPairShown) {
+  const int kept = Add(1, 0, 0, 100, 0, 0);
+  const int hidden = Add(0, 50, 0, 100, 50, 0);
+  ws.net.PrimaryLayer[kept] = 3;
+  ws.net.SecondLayer[kept] = 40;
+  LayerChoice choice = ReadLayerChoice(ws.net, view);
+  choice.PrimaryCurrent = 3;
+  choice.SecondCurrent = 40;
+  HideAllLayers(choice);
+  choice.LineState = LineOpt::Invisible;
+  choice.OffLayerDetails = OffLayer::Arrows | OffLayer::NodeNames;
+  ApplyLayerChoice(ws.net, view, choice);
+  Build();
+  EXPECT_EQ(Visible(), (std::vector<int>{kept}));
+  EXPECT_FALSE(ws.net.BranchCode[hidden] & Bit::InView);
+
+  ShowAllLayers(choice);
+  ApplyLayerChoice(ws.net, view, choice);
+  EXPECT_EQ(ws.net.SecondLayerShow[48], -1);
+  EXPECT_EQ(LayerLabel("", 7), "7");
+}
+
+TEST_F(DrawingTest, FlowLimitsKeepTheOldValueOnBadInput) {
+  view.FlowMaximum = 5;
+  struct Case {
+    const char* typed;
+    float stored;
+    bool refused;
+  } cases[] = {{"10000", 10000, false}, {"0", 0, false},   {"10000.5", 5, true},
+               {"-1", 5, true},         {"lots", 5, true}, {"", 5, true}};
+  for (const Case& c : cases) {
+    ui.ClearRecords();
+    view.FlowMaximum = 5;
+    ViewOptions options = ReadViewOptions(ws, view);
+    options.SignificantMax = c.typed;
+    ApplyViewOptions(ws, view, options);
+    EXPECT_FLOAT_EQ(view.FlowMaximum, c.stored) << c.typed;
+    EXPECT_EQ(ui.Said("Limits of Allowable Significant Flows"), c.refused) << c.typed;
+  }
+}
+
+// Ten airways on one spot: with declutter one circle per spot and one of each text stand (a
+// name may sit on its own circle); off, every one is drawn as before.
+TEST_F(DrawingTest, DeclutterLeavesOutWhatIsAlreadyCovered) {
+  for (int k = 0; k < 10; ++k) {
+    const int i = Add(1, k, 0, 300, k, 0);
+    ws.net.BranchName[i] = "Drive";
+    ws.net.ExitNodeName[i] = "N";
+  }
+  Add(-300, 300, 0, -100, 300, 0);  // far from the others: always drawn
+  view.DisplayBits = Show::NodeSymbols | Show::NodeNames | Show::DataValues | Show::AirwayNames;
+  for (const bool declutter : {false, true}) {
+    view.Declutter = declutter;
+    Build();
+    RasterCanvas canvas(800, 600);
+    canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
+    DrawSymbols(ws, view, canvas);
+    EXPECT_EQ(canvas.Texts(), declutter ? 5 : 32) << declutter;
+    EXPECT_EQ(canvas.Bitmaps(), declutter ? 4 : 22) << declutter;
+  }
 }
 
 }  // namespace

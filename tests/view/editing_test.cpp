@@ -21,14 +21,17 @@ std::map<int, std::string> Airways(const Network& net) {
   std::map<int, std::string> rows;
   for (int i = 1; i <= net.BranchCount; ++i) {
     std::ostringstream row;
-    const auto coord = [&row](const Coord3& c) { row << c[1] << ',' << c[2] << ',' << c[3] << ' '; };
+    const auto coord = [&row](const Coord3& c) {
+      row << c[1] << ',' << c[2] << ',' << c[3] << ' ';
+    };
     coord(net.Coord1[i]);
     coord(net.Coord2[i]);
     row << net.EntryNodeName[i].Trimmed() << '|' << net.ExitNodeName[i].Trimmed() << '|'
-        << net.BranchName[i].Trimmed() << '|' << (net.BranchCode[i] & ~(Bit::Selected | Bit::InView)) << ' '
-        << net.Dim[i][1] << 'x' << net.Dim[i][2] << ' ' << net.Length[i] << ' '
-        << net.Resistance[i] << ' ' << net.FanNumber[i] << ' ' << net.Contaminant[i] << ' '
-        << net.EntryNodeId[i] << ' ' << net.ExitNodeId[i];
+        << net.BranchName[i].Trimmed() << '|'
+        << (net.BranchCode[i] & ~(Bit::Selected | Bit::InView)) << ' ' << net.Dim[i][1] << 'x'
+        << net.Dim[i][2] << ' ' << net.Length[i] << ' ' << net.Resistance[i] << ' '
+        << net.FanNumber[i] << ' ' << net.Contaminant[i] << ' ' << net.EntryNodeId[i] << ' '
+        << net.ExitNodeId[i];
     rows[net.AirwayNo[i]] = row.str();
   }
   return rows;
@@ -90,10 +93,21 @@ struct EditingTest : ::testing::Test, ViewFixture {
   FakeDialogs dialogs;
 };
 
+// One mouse gesture as an edit: a click where both points are the same, else a drag.
+std::function<void(EditingTest&)> G(std::int16_t tool, float x1, float y1, float x2, float y2,
+                                    int button = 1) {
+  return [=](EditingTest& t) {
+    if (x1 == x2 && y1 == y2)
+      t.Click(tool, x1, y1, button);
+    else
+      t.Drag(tool, x1, y1, x2, y2, button);
+  };
+}
+
 struct EditCase {
   const char* name;
   std::function<void(EditingTest&)> act;
-  int airways;                                  // count after the edit
+  int airways;                                   // count after the edit
   std::function<void(EditingTest&)> check = {};  // more checks on the edited store
   std::function<void(EditingTest&)> setup = {};  // before the edit, kept by undo
 };
@@ -124,7 +138,7 @@ TEST_P(EditTable, EditsAreUndoneAndRedoneExactly) {
 INSTANTIATE_TEST_SUITE_P(
     Edits, EditTable,
     ::testing::Values(
-        EditCase{"DrawFree", [](EditingTest& t) { t.Drag(ToolOf::Draw, -100, 300, 300, 300); }, 5,
+        EditCase{"DrawFree", G(ToolOf::Draw, -100, 300, 300, 300), 5,
                  [](EditingTest& t) {
                    const int n = t.At(5);
                    EXPECT_EQ(t.ws.net.Length[n], 400);
@@ -132,8 +146,7 @@ INSTANTIATE_TEST_SUITE_P(
                    EXPECT_TRUE(t.ws.net.BranchCode[n] & Bit::Rectangular);
                    EXPECT_GT(t.ws.net.Resistance[n], 0);
                  }},
-        EditCase{"DrawFromAnEnd", [](EditingTest& t) { t.Drag(ToolOf::Draw, 398, 2, 400, -200); },
-                 5,
+        EditCase{"DrawFromAnEnd", G(ToolOf::Draw, 398, 2, 400, -200), 5,
                  [](EditingTest& t) {
                    EXPECT_EQ(t.ws.net.EntryNodeId[t.At(5)], t.ws.net.ExitNodeId[t.At(3)]);
                  }},
@@ -147,19 +160,15 @@ INSTANTIATE_TEST_SUITE_P(
                    EXPECT_EQ(t.ws.net.Coord2[t.At(5)][3], -90);
                    EXPECT_EQ(t.ws.net.Length[t.At(5)], 80);
                  }},
-        EditCase{"DrawFromABodySplitsIt",
-                 [](EditingTest& t) { t.Drag(ToolOf::Draw, 100, 1, 100, 300); }, 6,
+        EditCase{"DrawFromABodySplitsIt", G(ToolOf::Draw, 100, 1, 100, 300), 6,
                  [](EditingTest& t) {
                    EXPECT_EQ(t.ws.net.Coord2[t.At(1)][1], 100);
                    EXPECT_EQ(t.ws.net.Coord1[t.At(5)][1], 100);
                    EXPECT_EQ(t.ws.net.Coord1[t.At(6)][2], 0);
                  }},
-        EditCase{"DrawAlongOneBodySplitsItTwice",
-                 [](EditingTest& t) { t.Drag(ToolOf::Draw, 50, 1, 150, 1); }, 7},
-        EditCase{"DrawOntoABodySplitsIt",
-                 [](EditingTest& t) { t.Drag(ToolOf::Draw, -200, 0, 199, 120); }, 6},
-        EditCase{"MoveAnEndMovesTheNode",
-                 [](EditingTest& t) { t.Drag(ToolOf::Move, 200, 0, 220, 30); }, 4,
+        EditCase{"DrawAlongOneBodySplitsItTwice", G(ToolOf::Draw, 50, 1, 150, 1), 7},
+        EditCase{"DrawOntoABodySplitsIt", G(ToolOf::Draw, -200, 0, 199, 120), 6},
+        EditCase{"MoveAnEndMovesTheNode", G(ToolOf::Move, 200, 0, 220, 30), 4,
                  [](EditingTest& t) {
                    for (int no : {1, 2, 3}) {
                      const int i = t.At(no);
@@ -168,22 +177,19 @@ INSTANTIATE_TEST_SUITE_P(
                      EXPECT_EQ(c[2], 30);
                    }
                  }},
-        EditCase{"MoveOntoANodeJoins",
-                 [](EditingTest& t) { t.Drag(ToolOf::Move, 200, 200, 400, 0); }, 4,
+        EditCase{"MoveOntoANodeJoins", G(ToolOf::Move, 200, 200, 400, 0), 4,
                  [](EditingTest& t) {
                    EXPECT_TRUE(t.ui.Said(kMsgJoinNodes));
                    EXPECT_EQ(t.ws.net.ExitNodeId[t.At(2)], t.ws.net.ExitNodeId[t.At(3)]);
                  }},
-        EditCase{"DeleteAnAirway", [](EditingTest& t) { t.Click(ToolOf::Delete, 200, 100); }, 3},
-        EditCase{"DeleteANodeMergesItsTwoAirways",
-                 [](EditingTest& t) { t.Click(ToolOf::Delete, 0, 0); }, 3,
+        EditCase{"DeleteAnAirway", G(ToolOf::Delete, 200, 100, 200, 100), 3},
+        EditCase{"DeleteANodeMergesItsTwoAirways", G(ToolOf::Delete, 0, 0, 0, 0), 3,
                  [](EditingTest& t) { EXPECT_EQ(t.ws.net.Coord1[t.At(1)][1], -200); }},
-        EditCase{"FenceDelete",
-                 [](EditingTest& t) { t.Drag(ToolOf::Delete, 150, -50, 450, 250); }, 1},
-        EditCase{"InsertANode", [](EditingTest& t) { t.Click(ToolOf::Insert, 300, 0); }, 5},
-        EditCase{"Reverse", [](EditingTest& t) { t.Click(ToolOf::Reverse, 200, 100); }, 4,
+        EditCase{"FenceDelete", G(ToolOf::Delete, 150, -50, 450, 250), 1},
+        EditCase{"InsertANode", G(ToolOf::Insert, 300, 0, 300, 0), 5},
+        EditCase{"Reverse", G(ToolOf::Reverse, 200, 100, 200, 100), 4,
                  [](EditingTest& t) { EXPECT_EQ(t.ws.net.Coord1[t.At(2)][2], 200); }},
-        EditCase{"Contaminant", [](EditingTest& t) { t.Click(ToolOf::Contaminant, 300, 0); }, 4,
+        EditCase{"Contaminant", G(ToolOf::Contaminant, 300, 0, 300, 0), 4,
                  [](EditingTest& t) { EXPECT_EQ(t.ws.net.Contaminant[t.At(3)], 100); }},
         EditCase{"NodeName",
                  [](EditingTest& t) {
@@ -208,7 +214,9 @@ INSTANTIATE_TEST_SUITE_P(
                    EXPECT_EQ(t.ws.net.Dim[t.At(3)][2], 5);
                    EXPECT_EQ(t.ws.net.Dim[t.At(1)][2], 4);
                  },
-                 [](EditingTest& t) { t.ws.net.Dim[t.At(4)] = {0, 3, 5}; }},
+                 [](EditingTest& t) {
+                   t.ws.net.Dim[t.At(4)] = {0, 3, 5};
+                 }},
         EditCase{"MoveTheSelection",
                  [](EditingTest& t) {
                    t.Click(ToolOf::Select, 200, 100);
@@ -245,7 +253,7 @@ TEST_P(RefusalTable, LeaveTheNetworkAsItWas) {
 INSTANTIATE_TEST_SUITE_P(
     Refusals, RefusalTable,
     ::testing::Values(
-        Refusal{"ZeroLength", [](EditingTest& t) { t.Drag(ToolOf::Draw, 0, 0, 2, 1); }, ""},
+        Refusal{"ZeroLength", G(ToolOf::Draw, 0, 0, 2, 1), ""},
         Refusal{"PastMaxAirways",
                 [](EditingTest& t) {
                   t.ws.net.MaxAirways = 5;
@@ -265,15 +273,11 @@ INSTANTIATE_TEST_SUITE_P(
                   t.Drag(ToolOf::Move, 200, 200, 400, 0);
                 },
                 kMsgJoinNodes},
-        Refusal{"MoveOntoItsOwnOtherEnd",
-                [](EditingTest& t) { t.Drag(ToolOf::Move, 200, 200, 200, 0); }, kMsgNoLength},
-        Refusal{"NodeOfThreeAirways", [](EditingTest& t) { t.Click(ToolOf::Delete, 200, 0); },
-                kMsgTooManyAttached},
-        Refusal{"FanOnAFixedQuantity",
-                [](EditingTest& t) { t.Click(ToolOf::Fan, 300, 0); }, kMsgFanFixedQuantity,
+        Refusal{"MoveOntoItsOwnOtherEnd", G(ToolOf::Move, 200, 200, 200, 0), kMsgNoLength},
+        Refusal{"NodeOfThreeAirways", G(ToolOf::Delete, 200, 0, 200, 0), kMsgTooManyAttached},
+        Refusal{"FanOnAFixedQuantity", G(ToolOf::Fan, 300, 0, 300, 0), kMsgFanFixedQuantity,
                 [](EditingTest& t) { t.ws.net.BranchCode[t.At(3)] |= Bit::FixedQuantity; }},
-        Refusal{"PasteWithNothingCopied",
-                [](EditingTest& t) { t.Click(ToolOf::CopyPaste, 300, 0); }, kMsgCopyFirst},
+        Refusal{"PasteWithNothingCopied", G(ToolOf::CopyPaste, 300, 0, 300, 0), kMsgCopyFirst},
         Refusal{"FenceDeleteAnsweredNo",
                 [](EditingTest& t) {
                   t.ui.QueueAnswer(MsgAnswer::No);

@@ -59,7 +59,6 @@ TEST_F(LabelTest, PressureGroup) {
   EXPECT_EQ(Label(DataType::NodeRelative), "");  // written at the nodes, not here
 }
 
-
 TEST_F(LabelTest, FanLossAndStalledOrNegatedFans) {
   net().FanNumber[i] = 4;
   net().FanSlot[i] = 800;
@@ -91,7 +90,6 @@ TEST_F(LabelTest, AirwayDataGroup) {
   EXPECT_EQ(Label(DataType::Dimensions), "Area 20.5  P 18.0");
   EXPECT_EQ(Label(DataType::AirwayLength), "200");
 }
-
 
 TEST_F(LabelTest, EnergyGroup) {
   EXPECT_EQ(Label(DataType::FrictionPower), "0");  // 0.3125 kW
@@ -137,7 +135,6 @@ TEST_F(LabelTest, PrefixesTellFansAndFixings) {
   net().ParallelCount[i] = 3;
   EXPECT_EQ(Label(DataType::Quantity, 0), "[3] FixQ 25.0");
 }
-
 
 }  // namespace
 }  // namespace galeris

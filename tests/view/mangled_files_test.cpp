@@ -27,9 +27,10 @@ namespace {
 // Values that have broken readers before: empty, signs, the edges of 16 and 32 bits, floats
 // beyond a single, words where numbers belong, and a field far longer than any text slot.
 const std::vector<std::string> kNastyFields = {
-    "",      "-1",         "0",      "32767", "32768", "-32769", "2147483648", "99999999",
-    "1e38",  "-1e39",      "1e-45",  "nan",   "inf",   "-0",     "x",          "3.1.4",
-    "1,5",   "GALERIS3",   "\x01\xff", std::string(5000, 'A')};
+    "",       "-1",         "0",        "32767",    "32768",
+    "-32769", "2147483648", "99999999", "1e38",     "-1e39",
+    "1e-45",  "nan",        "inf",      "-0",       "x",
+    "3.1.4",  "1,5",        "GALERIS3", "\x01\xff", std::string(5000, 'A')};
 
 // Damages a file by one to three of: a field replaced, a line dropped or doubled, a byte
 // changed, the file cut short, a long line pushed in.
@@ -40,9 +41,8 @@ std::string Mangle(std::string bytes, std::mt19937& rng) {
   const int steps = 1 + static_cast<int>(pick(3));
   for (int step = 0; step < steps && !bytes.empty(); ++step) {
     const std::size_t at = pick(bytes.size());
-    const std::size_t lineStart = bytes.rfind('\n', at) == std::string::npos
-                                      ? 0
-                                      : bytes.rfind('\n', at) + 1;
+    const std::size_t lineStart =
+        bytes.rfind('\n', at) == std::string::npos ? 0 : bytes.rfind('\n', at) + 1;
     std::size_t lineEnd = bytes.find('\n', at);
     if (lineEnd == std::string::npos) lineEnd = bytes.size();
     switch (pick(6)) {

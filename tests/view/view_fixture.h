@@ -2,12 +2,18 @@
 // pixels, and airways added with their node keys already made.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <algorithm>
 #include <cmath>
+#include <string>
+#include <vector>
 
 #include "core/headless_ui.h"
 #include "core/workspace.h"
 #include "tests/support/test_support.h"
 #include "view/drawing.h"
+#include "view/raster_canvas.h"
 #include "view/view_state.h"
 
 namespace galeris::test {
@@ -45,9 +51,39 @@ struct ViewFixture {
     BuildAirwayLines(ws, view);
   }
 
+  // The view's width, height and pan against the expected ones, to float precision.
+  ::testing::AssertionResult ScaleIs(float width, float height, float panX, float panY) const {
+    const float got[] = {view.ScaleWidth, view.ScaleHeight, view.PanX, view.PanY};
+    const float want[] = {width, height, panX, panY};
+    for (int k = 0; k < 4; ++k) {
+      if (std::fabs(got[k] - want[k]) > 1e-5f * std::max(1.0f, std::fabs(want[k])))
+        return ::testing::AssertionFailure() << "width, height, pan " << got[0] << " " << got[1]
+                                             << " " << got[2] << " " << got[3];
+    }
+    return ::testing::AssertionSuccess();
+  }
+
   HeadlessUi ui;
   Workspace ws;
   ViewState view;
+};
+
+// A raster canvas of the fixture's window that also keeps the texts, their colours and the
+// pictures a pass sends.
+struct RecordingCanvas : RasterCanvas {
+  RecordingCanvas() : RasterCanvas(800, 600) {}
+  void Text(float x, float y, std::string_view text, Colour colour, float size) override {
+    texts.emplace_back(text);
+    textColours.push_back(colour);
+    RasterCanvas::Text(x, y, text, colour, size);
+  }
+  void Bitmap(int picture, float left, float top, float width, float height) override {
+    pictures.push_back(picture);
+    RasterCanvas::Bitmap(picture, left, top, width, height);
+  }
+  std::vector<std::string> texts;
+  std::vector<Colour> textColours;
+  std::vector<int> pictures;
 };
 
 }  // namespace galeris::test

@@ -1,7 +1,9 @@
 // Projection and its inverse, fitting, zoom limits, rotation steps, levels and saved views.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
+#include <optional>
 
 #include "tests/view/view_fixture.h"
 
@@ -12,25 +14,17 @@ using test::ViewFixture;
 
 class ViewStateTest : public ::testing::Test, public ViewFixture {
  protected:
-  // The window point where the projection puts a world point: projected, panned, axis-signed.
-  void WindowPointOf(int i, float& x, float& y) {
-    ProjectAirway(ws, view, i);
-    x = (ws.net.ViewEnd1[i][0] - view.PanX) * ws.net.AxisSignX;
-    y = (ws.net.ViewEnd1[i][1] - view.PanY) * ws.net.AxisSignY;
-  }
-
+  // Projects a world point to the window (panned, unsigned) and back.
   void ExpectRoundTrip(int x, int y, int z) {
     const int i = Add(x, y, z, x + 10, y, z);
-    float wx = 0, wy = 0;
-    if (view.Is3D == 0) {
-      wx = (x - view.PanX) * ws.net.AxisSignX;
-      wy = (y - view.PanY) * ws.net.AxisSignY;
-    } else {
-      WindowPointOf(i, wx, wy);
+    float wx = float(x), wy = float(y);
+    if (view.Is3D != 0) {
+      ProjectAirway(ws, view, i);
+      wx = ws.net.ViewEnd1[i][0];
+      wy = ws.net.ViewEnd1[i][1];
     }
     double worldZ = z, worldX = 0, worldY = 0;
-    UnprojectPoint(ws.net, view, wx * ws.net.AxisSignX, wy * ws.net.AxisSignY, worldZ, worldX,
-                   worldY);
+    UnprojectPoint(ws.net, view, wx - view.PanX, wy - view.PanY, worldZ, worldX, worldY);
     EXPECT_NEAR(worldX, x, 1.0) << "at " << x << "," << y << "," << z;
     EXPECT_NEAR(worldY, y, 1.0) << "at " << x << "," << y << "," << z;
     EXPECT_EQ(worldZ, z);
@@ -52,8 +46,7 @@ TEST_F(ViewStateTest, ThreeDPointsUnprojectToThemselves) {
     ws.net.AxisSignY = static_cast<std::int16_t>(sign);
     view.TiltAngle = 0.6f * sign;
     view.SpinAngle = 1.1f;
-    view.PanX = 250;
-    view.PanY = -75;
+    SetScale(view, 1000, 750, 250, -75);
     view.Cs = std::cos(view.SpinAngle);
     view.Ss = std::sin(view.SpinAngle);
     view.Ct = std::cos(view.TiltAngle);
@@ -82,14 +75,13 @@ TEST_F(ViewStateTest, HeldButtonMovesFromThePickInTheFacingPlane) {
   view.Is3D = 1;
   view.TiltAngle = 0.5f;
   view.SpinAngle = kPi / 6;
-  UnprojectInput input;
-  input.ShiftHeld = true;
-  input.ButtonHeld = true;
-  input.PickX = 1000;
-  input.PickY = 2000;
-  input.PickZ = 300;
-  input.PressX = 5;
-  input.PressY = 5;
+  const UnprojectInput input{.ShiftHeld = true,
+                             .ButtonHeld = true,
+                             .PickX = 1000,
+                             .PickY = 2000,
+                             .PickZ = 300,
+                             .PressX = 5,
+                             .PressY = 5};
   double z = 0, x = 0, y = 0;
   UnprojectPoint(ws.net, view, 25, 5, z, x, y, input);
   EXPECT_NEAR(x, 1000 + 20 * std::cos(kPi / 6), 1e-3);
@@ -117,10 +109,7 @@ TEST_F(ViewStateTest, PivotTakesTheHeightOfWhatIsOnScreen) {
 TEST_F(ViewStateTest, EmptyNetworkFitsTheDefaultExtents) {
   FitNetwork(ws, view);
   // 500 about (1000, 1000), widened to the window's shape: 500 / 0.75, then the margin 1.2.
-  EXPECT_NEAR(view.ScaleWidth, 500 / 0.75 * 1.2, 1e-2);
-  EXPECT_NEAR(view.ScaleHeight, 500 * 1.2, 1e-2);
-  EXPECT_FLOAT_EQ(view.PanX, 1000);
-  EXPECT_FLOAT_EQ(view.PanY, 1000);
+  EXPECT_TRUE(ScaleIs(500 / 0.75 * 1.2, 500 * 1.2, 1000, 1000));
   EXPECT_FLOAT_EQ(view.ScaleLeft, -view.ScaleWidth / 2);
   EXPECT_FLOAT_EQ(view.ScaleTop, -view.ScaleHeight / 2);
 }
@@ -129,10 +118,7 @@ TEST_F(ViewStateTest, SingleVerticalAirwayFitsAHundredSquare) {
   Add(300, 400, 0, 300, 400, -80);
   BuildVisibleList(ws, view);
   FitNetwork(ws, view);
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 120);
-  EXPECT_FLOAT_EQ(view.ScaleHeight, 90);
-  EXPECT_FLOAT_EQ(view.PanX, 300);
-  EXPECT_FLOAT_EQ(view.PanY, 400);
+  EXPECT_TRUE(ScaleIs(120, 90, 300, 400));
   EXPECT_EQ(view.Pivot[3], -40);  // the centre of all visible ends
 }
 
@@ -140,9 +126,7 @@ TEST_F(ViewStateTest, FitWidensToTheWindowAndNeverFitsTighterThanTheLimit) {
   Add(0, 0, -10, 2000, 600, -10);
   BuildVisibleList(ws, view);
   FitNetwork(ws, view);
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 2400);
-  EXPECT_FLOAT_EQ(view.PanX, 1000);
-  EXPECT_FLOAT_EQ(view.PanY, 300);
+  EXPECT_TRUE(ScaleIs(2400, 1800, 1000, 300));
 
   Add(3000, 3000, -10, 3003, 3004, -10);
   ws.net.BranchCode[1] = 0;  // leave only the tiny airway in view
@@ -163,11 +147,9 @@ TEST_F(ViewStateTest, FitWithEveryAirwayHiddenLeavesTheViewAlone) {
 
 TEST_F(ViewStateTest, ZoomStopsAtItsLimitsWithAMessage) {
   SetZoom(ws, view, 10, 7.5f);
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 20);
-  EXPECT_FLOAT_EQ(view.ScaleHeight, 15);
+  EXPECT_TRUE(ScaleIs(20, 15, 0, 0));
   SetZoom(ws, view, 2e7f, 1.5e7f);
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 1e7f);
-  EXPECT_FLOAT_EQ(view.ScaleHeight, 7.5e6f);
+  EXPECT_TRUE(ScaleIs(1e7f, 7.5e6f, 0, 0));
   SetZoom(ws, view, 500, 375);
   EXPECT_EQ(ui.MessageTexts(),
             (std::vector<std::string>{"Minimum Scaling Reached", "Maximum Scaling Reached"}));
@@ -178,14 +160,9 @@ TEST_F(ViewStateTest, ClickAndRectangleZooms) {
   view.PanX = 100;
   view.PanY = 200;
   ZoomClick(ws, view, 10, -10, 12, -8);  // within ScaleWidth / 50: a click
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 500);
-  EXPECT_FLOAT_EQ(view.PanX, 110);
-  EXPECT_FLOAT_EQ(view.PanY, 190);
+  EXPECT_TRUE(ScaleIs(500, 375, 110, 190));
   ZoomClick(ws, view, 100, 50, -100, -10);  // dragged right to left
-  EXPECT_FLOAT_EQ(view.ScaleWidth, 200);
-  EXPECT_FLOAT_EQ(view.ScaleHeight, 150);
-  EXPECT_FLOAT_EQ(view.PanX, 110);
-  EXPECT_FLOAT_EQ(view.PanY, 210);
+  EXPECT_TRUE(ScaleIs(200, 150, 110, 210));
   ZoomClick(ws, view, 0, 0, 10, 150);  // a tall rectangle widens to the window's shape
   EXPECT_FLOAT_EQ(view.ScaleWidth, 200);
   ZoomOutClick(ws, view);
@@ -233,12 +210,11 @@ TEST_F(ViewStateTest, ProjectionClampsTiltAndWrapsSpin) {
 TEST_F(ViewStateTest, SpinSquareOnToTheYAxisIsNudged) {
   view.Is3D = 1;
   view.TiltStep = view.SpinStep = 0;
-  view.SpinAngle = kPi / 2;
-  ProjectNetwork(ws, view);
-  EXPECT_FLOAT_EQ(view.SpinAngle, kPi / 2 + kPi / 1000);
-  view.SpinAngle = 3 * kPi / 2;
-  ProjectNetwork(ws, view);
-  EXPECT_FLOAT_EQ(view.SpinAngle, 3 * kPi / 2 + kPi / 1000);
+  for (const float spin : {kPi / 2, 3 * kPi / 2}) {
+    view.SpinAngle = spin;
+    ProjectNetwork(ws, view);
+    EXPECT_FLOAT_EQ(view.SpinAngle, spin + kPi / 1000);
+  }
 }
 
 TEST_F(ViewStateTest, PanFollowsThePivotUnlessHeld) {
@@ -254,17 +230,6 @@ TEST_F(ViewStateTest, PanFollowsThePivotUnlessHeld) {
   ProjectNetwork(ws, view);
   EXPECT_FLOAT_EQ(view.PanX, 5);
   EXPECT_FALSE(view.PanHold);
-}
-
-TEST_F(ViewStateTest, ViewKindKnowsEdgeOn) {
-  const struct { std::int16_t is3D; float tilt; int kind; } cases[] = {
-      {0, 0, 0}, {1, 0.3f, 1}, {1, kPi / 2, 2}, {1, 3 * kPi / 2, 2}, {1, kPi / 2 + 2 * kPi, 1},
-      {0, kPi / 2, 0}};
-  for (const auto& c : cases) {
-    view.Is3D = c.is3D;
-    view.TiltAngle = c.tilt;
-    EXPECT_EQ(ViewKind(view), c.kind) << c.is3D << " " << c.tilt;
-  }
 }
 
 TEST_F(ViewStateTest, RotatorTurnsByThePositionInTheButton) {
@@ -291,33 +256,22 @@ TEST_F(ViewStateTest, DragAcrossTheWindowIsHalfATurn) {
   EXPECT_NEAR(view.SpinAngle, kDragPi, 1e-3);
 }
 
-class LevelTest : public ViewStateTest {
- protected:
-  LevelTest() {
-    ws.net.RLCount = 3;
-    ws.net.RLName[1] = "SURFACE";
-    ws.net.RLBound[1] = {0, 1200, 1000};
-    ws.net.RLName[2] = "300 Level";
-    ws.net.RLBound[2] = {0, 720, 680};
-    ws.net.RLName[3] = "400 Level";
-    ws.net.RLBound[3] = {0, 620, 580};
-  }
-};
-
-TEST_F(LevelTest, ChoosingALevelSetsItsBandAndTheScrollBarRunsAgainstTheList) {
+TEST_F(ViewStateTest, ChoosingALevelSetsItsBandAndTheScrollBarRunsAgainstTheList) {
+  ws.net.RLCount = 3;
+  ws.net.RLName[2] = "300 Level";
+  ws.net.RLBound[2] = {0, 720, 680};
+  ws.net.RLBound[3] = {0, 620, 580};
   view.LevelMode = LevelModeOf::Range;
   SelectLevel(ws, view, 2);
   EXPECT_EQ(view.LevelMode, LevelModeOf::Single);
   EXPECT_EQ(view.PreviousLevelMode, LevelModeOf::Range);
-  EXPECT_FLOAT_EQ(view.LevelBottom, 680);
-  EXPECT_FLOAT_EQ(view.LevelTop, 720);
-  EXPECT_FLOAT_EQ(view.WorkingRL, 700);
+  EXPECT_EQ((std::array{view.LevelBottom, view.LevelTop, view.WorkingRL}),
+            (std::array{680.0f, 720.0f, 700.0f}));
   EXPECT_EQ(view.PivotState, 1);
   EXPECT_EQ(LevelCaption(ws, view), "View 0 : 300 Level (RL 680 to 720)");
   ToggleLevelMode(ws, view);
   EXPECT_EQ(view.LevelMode, LevelModeOf::Range);
-  EXPECT_EQ(LevelFromScrollBar(ws, 1), 3);
-  EXPECT_EQ(LevelFromScrollBar(ws, 3), 1);
+  EXPECT_EQ((std::array{LevelFromScrollBar(ws, 1), LevelFromScrollBar(ws, 3)}), (std::array{3, 1}));
   EXPECT_EQ(ScrollBarFromLevel(ws, 2), 2);
   SelectLevel(ws, view, 1);
   StepLevel(ws, view, true);  // already at the top
@@ -325,7 +279,6 @@ TEST_F(LevelTest, ChoosingALevelSetsItsBandAndTheScrollBarRunsAgainstTheList) {
   StepLevel(ws, view, false);
   EXPECT_EQ(view.CurrentLevel, 2);
 }
-
 
 class SavedViewTest : public ViewStateTest {
  protected:
@@ -335,17 +288,12 @@ class SavedViewTest : public ViewStateTest {
 TEST_F(SavedViewTest, PermanentViewsHaveTheirAnglesMirroredOnlyInTiltAndAskForAFit) {
   ASSERT_EQ(ViewNames(ws.net).size(), 5u);
   EXPECT_EQ(ws.net.ViewName[3], " 3. Long Section");
-  EXPECT_FLOAT_EQ(ws.net.ViewValue[4][1], kPi / 2);
-  EXPECT_FLOAT_EQ(ws.net.ViewValue[4][2], -kPi / 2);
-  EXPECT_FLOAT_EQ(ws.net.ViewValue[5][2], -0.391f);
-  EXPECT_EQ(ws.net.ViewValue[1][14], 0);
   ws.net.AxisSignY = -1;
   LoadViewSlot(ws, view, 3);
   EXPECT_FLOAT_EQ(view.TiltAngle, -kPi / 2);
   EXPECT_TRUE(view.FitAfterView);
   EXPECT_EQ(view.Is3D, 1);
 }
-
 
 TEST_F(SavedViewTest, SavedViewComesBackWithItsLayers) {
   view.Is3D = 1;
@@ -369,16 +317,14 @@ TEST_F(SavedViewTest, SavedViewComesBackWithItsLayers) {
   for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
   for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
   ASSERT_TRUE(ApplyNamedView(ws, other, "Shaft area"));
-  EXPECT_FLOAT_EQ(other.ScaleWidth, 640);
+  EXPECT_EQ((std::array{other.ScaleWidth, other.LevelTop, other.TiltAngle}),
+            (std::array{640.0f, 50.0f, 0.4f}));
   EXPECT_EQ(other.DisplayBits, 0x2F);
   EXPECT_TRUE(other.ColourByAir);
   EXPECT_EQ(other.LevelMode, LevelModeOf::Range);
-  EXPECT_FLOAT_EQ(other.LevelTop, 50);
-  EXPECT_EQ(ws.net.PrimaryLayerShow[3], 0);
-  EXPECT_EQ(ws.net.PrimaryLayerShow[4], -1);
-  EXPECT_EQ(ws.net.SecondLayerShow[30], 0);
-  EXPECT_EQ(ws.net.SecondLayerShow[24], -1);
-  EXPECT_FLOAT_EQ(other.TiltAngle, 0.4f);
+  EXPECT_EQ((std::array{ws.net.PrimaryLayerShow[3], ws.net.PrimaryLayerShow[4],
+                        ws.net.SecondLayerShow[30], ws.net.SecondLayerShow[24]}),
+            (std::array<std::int16_t, 4>{0, -1, 0, -1}));
 }
 
 TEST_F(SavedViewTest, OldStyleSlotKeepsItsPanInTheCorner) {
@@ -395,14 +341,11 @@ TEST_F(SavedViewTest, OldStyleSlotKeepsItsPanInTheCorner) {
 }
 
 TEST_F(SavedViewTest, NamesAreCheckedBeforeSaving) {
-  ui.QueueInput("north,south");
-  EXPECT_EQ(SaveNamedView(ws, view), 0);
-  ui.QueueInput("say \"hi\"");
-  EXPECT_EQ(SaveNamedView(ws, view), 0);
-  ui.QueueInput(std::string("\tTab"));
-  EXPECT_EQ(SaveNamedView(ws, view), 0);
-  ui.QueueInput(std::nullopt);
-  EXPECT_EQ(SaveNamedView(ws, view), 0);
+  for (const std::optional<std::string>& name :
+       {std::optional<std::string>("north,south"), {"say \"hi\""}, {"\tTab"}, {}}) {
+    ui.QueueInput(name);
+    EXPECT_EQ(SaveNamedView(ws, view), 0);
+  }
   EXPECT_EQ(ui.MessageTexts(),
             (std::vector<std::string>{"No commas allowed in name !", "Invalid view name",
                                       "Invalid view name"}));
@@ -435,6 +378,18 @@ TEST_F(SavedViewTest, FullListAndUnknownNamesAreRefused) {
   EXPECT_TRUE(ui.Said("Error - could not load view"));
 }
 
+// A saved view keeps the contaminant legend's animation time; a slot without one leaves the
+// window's time alone.
+TEST_F(SavedViewTest, SavedViewsKeepTheAnimationTime) {
+  for (float time : {600.0f, 0.0f}) {
+    view.SmokeLimit = time;
+    SaveViewSlot(ws, view, 7);
+    view.SmokeLimit = 42;
+    LoadViewSlot(ws, view, 7);
+    EXPECT_EQ(view.SmokeLimit, time == 0 ? 42 : time);
+  }
+}
+
 TEST_F(SavedViewTest, DeletingGuardsThePermanentViews) {
   EXPECT_FALSE(DeleteNamedView(ws, 4));
   EXPECT_TRUE(ui.Said("Permanent view - cannot delete!"));
@@ -446,7 +401,6 @@ TEST_F(SavedViewTest, DeletingGuardsThePermanentViews) {
   EXPECT_EQ(ws.net.ViewValue[6][5], 0);
   EXPECT_EQ(ui.Records().back().title, "Delete View");
 }
-
 
 }  // namespace
 }  // namespace galeris

@@ -1,0 +1,438 @@
+// The frame's commands that open dialogs, mostly on the example mine: import and export, the
+// level and view option entries, the real-time stations and output with their timers, the
+// contaminant spread and sourcing windows, a Tools entry, the summary and the name lists; and
+// printing to PDF from the command line, frmPrinter and the palette (the printed example mine
+// compared with its reference picture through pdftoppm), and Simplify with its undo.
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QProcess>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSettings>
+#include <QToolButton>
+
+#include "app/main_form_realtime.h"
+#include "app/main_form_tools.h"
+#include "app/print_pdf.h"
+#include "app/tool_palette.h"
+#include "editors/frm_export.h"
+#include "editors/frm_import.h"
+#include "editors/frm_printer.h"
+#include "editors/frm_real_out.h"
+#include "editors/frm_remote.h"
+#include "editors/frm_simplify.h"
+#include "editors/frm_smoke.h"
+#include "editors/frm_smoke_legend.h"
+#include "editors/frm_smoke_trace.h"
+#include "editors/frm_summary.h"
+#include "exchange/text_exchange.h"
+#include "files/lifecycle.h"
+#include "realtime/stations.h"
+#include "tests/app/qt_test_support.h"
+#include "view/drawing.h"
+
+using namespace galeris;
+using test::OnNextDialog;
+
+namespace {
+
+int PrintPdf(std::vector<std::string> arguments) {
+  arguments.insert(arguments.begin(), {"galeris", "--print-pdf"});
+  std::vector<char*> argv;
+  for (std::string& a : arguments) argv.push_back(a.data());
+  return RunPrintPdf(static_cast<int>(argv.size()), argv.data());
+}
+
+// The first page of a PDF as a picture at 40 dots per inch.
+QImage PageImage(const QString& pdf) {
+  const QString prefix = pdf + "-page";
+  QProcess::execute("pdftoppm", {"-png", "-r", "40", "-singlefile", pdf, prefix});
+  return QImage(prefix + ".png");
+}
+
+// Pixels of rows [from, to) darker than the paper.
+int InkedPixels(const QImage& page, int from, int to) {
+  int inked = 0;
+  for (int row = from; row < to; ++row)
+    for (int col = 0; col < page.width(); ++col) inked += qGray(page.pixel(col, row)) < 200;
+  return inked;
+}
+
+QString ExampleMine() {
+  return QString::fromStdString(test::SourcePath("examples/example_mine.sim"));
+}
+
+}  // namespace
+
+class MainFormCommandsTest : public QObject, test::FrameFixture {
+  Q_OBJECT
+  MainForm& form() { return frame->form; }
+  Network& net() { return frame->ws.net; }
+  ViewState& View() { return frame->View(); }
+  std::string dir;
+  // The example mine opened, its settings files written to the scratch folder.
+  void OpenExample(bool solve) {
+    frame->ws.paths.ProgramFolder = dir;
+    QVERIFY(OpenNetwork(frame->ws, test::SourcePath("examples/example_mine.sim")));
+    if (solve) form().RunSimulationCommand(0);
+  }
+  // Runs fill on the dialog that the entry opens, then presses its CmdOK.
+  template <typename Dialog>
+  void WithDialog(const char* entry, std::function<void(Dialog&)> fill) {
+    QTimer::singleShot(0, &form(), [this, fill] {
+      auto* dialog = form().findChild<Dialog*>();
+      QVERIFY(dialog);
+      fill(*dialog);
+      dialog->template findChild<QPushButton*>("CmdOK")->click();
+    });
+    form().Action(entry)->trigger();
+  }
+
+ private slots:
+  void init() {
+    Start();
+    dir = test::ScratchDir();
+  }
+
+  void ImportAndExportThroughTheMenus() {
+    test::WriteFile(dir + "far.txt", std::string(kTextExportHeads) +
+                                         "\r\n5000\t5000\t-10\t9000\t5000\t-10\r\n"
+                                         "9000\t5000\t-10\t9000\t8000\t-10\r\n");
+    frame->answer = QString::fromStdString(dir + "far.txt");
+    ImportChoices seen;
+    OnNextDialog<FrmImport>([&seen](FrmImport& dialog) {
+      dialog.findChild<QCheckBox*>("ChkSize")->setChecked(true);
+      dialog.findChild<QLineEdit*>("TxtZOffset")->setText("2.5");
+      dialog.findChild<QCheckBox*>("NegX")->setChecked(true);
+      seen = dialog.Choices();
+      dialog.findChild<QPushButton*>("Import")->click();
+    });
+    form().Action("mnuImportData")->trigger();
+    QVERIFY(seen.CommonSize && seen.Negate[0] && !seen.Negate[1] && !seen.Merge);
+    QCOMPARE(seen.Offset[2], 2.5);
+    QCOMPARE(int(net().BranchCount), 2);
+    QCOMPARE(net().Coord1[1][1], -5000);
+    QVERIFY(frame->requests.back().filter.contains("*.dxf"));
+    // The view was fitted to the new airways far from the origin.
+    QVERIFY(View().ScaleWidth < 10000 && View().ScaleWidth > 3000);
+
+    frame->answer = QString::fromStdString(dir + "table");
+    form().Action("mnuExportData")->trigger();
+    QVERIFY(test::ReadFile(dir + "table.TXT").rfind(kTextExportHeads, 0) == 0);
+    QVERIFY(frame->requests.back().startFolder.endsWith("EXPORT.TXT"));
+
+    frame->ws.DefaultsSaved = 0xFF;
+    OnNextDialog<FrmExport>([](FrmExport& dialog) {
+      dialog.findChild<QCheckBox*>("ChkArrows")->setChecked(true);
+      dialog.findChild<QPushButton*>("CmdOK")->click();
+    });
+    frame->answer = QString::fromStdString(dir + "plan.dxf");
+    form().Action("mnuDXFTrue")->trigger();
+    QVERIFY(test::ReadFile(dir + "plan.dxf").find("Arrow") != std::string::npos);
+    QCOMPARE(int(frame->ws.defaults.ExportLayers[2]), -1);
+    QCOMPARE(int(frame->ws.DefaultsSaved), 0);
+
+    frame->answer = QString::fromStdString(dir + "no/folder/x.dxf");
+    form().Action("MnuDXFScreen")->trigger();
+    QVERIFY(ui->Said(kMsgExportFailed));
+  }
+
+  void ViewListDeclutterAndLevelsMenu() {
+    Start(test::SourcePath("examples/example_mine.sim"));
+    for (const char* name : {"mnuRLBase", "mnuTagS", "mnuViewer", "mnuOptions", "mnuLevels(2)"})
+      QVERIFY2(form().Action(name) && form().Action(name)->isEnabled(), name);
+    // Every pick of CmbView loads the view, the same one again too, and in plan mode.
+    auto* list = form().findChild<QComboBox*>("CmbView");
+    const int plan = list->findText(" 1. Default View"), iso = list->findText(" 5. Iso View");
+    emit list->activated(plan);
+    View().PanX += 5000;
+    emit list->activated(plan);
+    QVERIFY(View().PanX < 5000);
+    emit list->activated(iso);
+    QCOMPARE(View().Is3D, std::int16_t{1});
+
+    QVERIFY(View().Declutter);  // on by default
+    OnNextDialog([](QDialog& dialog) {
+      QCOMPARE(dialog.objectName(), QString("frmViewer"));
+      dialog.findChild<QCheckBox*>("ChkDeclutter")->setChecked(false);
+      dialog.accept();
+    });
+    form().Palette().Button(26)->click();
+    QVERIFY(!View().Declutter);
+    QVERIFY(!MainForm::DeclutterSetting());
+    QSettings("Galeris", "Galeris").remove("View/Declutter");
+
+    OnNextDialog([](QDialog& dialog) {
+      dialog.findChild<QComboBox*>("CmbRL1")->setCurrentIndex(1);
+      dialog.findChild<QComboBox*>("CmbRL2")->setCurrentIndex(2);
+      dialog.accept();
+    });
+    form().Action("mnuLevels(3)")->trigger();
+    QCOMPARE(View().LevelMode, LevelModeOf::Range);
+    QCOMPARE(View().LevelTop, float(net().RLBound[2][1]));
+    QCOMPARE(View().LevelBottom, float(net().RLBound[3][2]));
+    OnNextDialog([](QDialog& dialog) {
+      auto* from = dialog.findChild<QListWidget*>("RLFrom");
+      emit from->itemDoubleClicked(from->item(2));
+      dialog.accept();
+    });
+    form().Action("mnuLevels(2)")->trigger();
+    QCOMPARE(View().SelectedLevels, (std::vector<std::int16_t>{3}));
+    // The Level List's OK refills CmbRL from the table as validated.
+    OnNextDialog([](QDialog& dialog) {
+      QCOMPARE(dialog.objectName(), QString("frmRLBase"));
+      dialog.accept();
+    });
+    form().Action("mnuRLBase")->trigger();
+    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->count(), int(net().RLCount));
+    form().Action("mnuLevels(1)")->trigger();
+    QCOMPARE(View().LevelMode, LevelModeOf::Single);
+  }
+
+  void StationDialogStoresAndWritesRemotesDat() {
+    OpenExample(false);
+    WithDialog<FrmRemote>("mnuRemoteStation", [](FrmRemote& d) {
+      d.findChild<QLineEdit*>("TxtStationName")->setText("Decline");
+      d.findChild<QLineEdit*>("ALow(2)")->setText("0.5");
+      d.findChild<QLineEdit*>("TxtTimer")->setText("3");
+      d.CopyChannels();
+      d.findChild<QScrollBar*>("VScStation")->setValue(2);
+      d.PasteChannels();
+    });
+    const RemoteStations& st = frame->ws.remote;
+    QCOMPARE(st.StationName[1], std::string("Decline"));
+    QCOMPARE(st.AlarmLow[2][1], 0.5f);
+    QCOMPARE(st.AlarmLow[2][2], 0.5f);
+    QCOMPARE(form().Realtime().Timer1().interval(), 3000);
+    QVERIFY(test::ReadFile(dir + "Remotes.dat").find("Decline") != std::string::npos);
+  }
+
+  void MonitoringReadsResimulatesAndStopsOnAFailure() {
+    OpenExample(false);
+    int decline = 0;
+    for (int i = 1; i <= net().BranchCount; ++i)
+      if (net().AirwayNo[i] == 85) decline = i;
+    RemoteStations& st = frame->ws.remote;
+    st.RemoteSource = dir + "Galeris.rem";
+    st.RemoteResim = true;
+    st.UpdateQ[1] = -1;
+    net().RemoteStation[decline] = 1;
+    test::WriteFile(st.RemoteSource, "Q\r\nu\r\n1\ta\tb\t30\t0\t0\t0\t0\r\n");
+    form().Action("mnuRemote")->trigger();
+    QVERIFY(form().Realtime().Timer1().isActive());
+    // Busy: the tick leaves the network alone.
+    QApplication::setOverrideCursor(Qt::WaitCursor);
+    form().Realtime().StationTick();
+    QApplication::restoreOverrideCursor();
+    QVERIFY(!(net().BranchCode[decline] & Bit::FixedQuantity));
+    form().Realtime().StationTick();
+    QCOMPARE(net().NetworkBalanced, std::int16_t{-1});  // resimulated
+    std::remove(st.RemoteSource.c_str());
+    form().Realtime().StationTick();
+    form().Realtime().StationTick();
+    QCOMPARE(ui->MessageTexts(), std::vector<std::string>{kMsgStationFile});
+    QVERIFY(!form().Action("mnuRemote")->isChecked());
+    QVERIFY(!form().Realtime().Timer1().isActive());
+  }
+
+  void OutputDialogAndTimer2WriteTheFile() {
+    OpenExample(false);
+    const QString name = QString::fromStdString(dir + "flows");
+    WithDialog<FrmRealOut>("mnuRealOut", [name](FrmRealOut& d) {
+      d.findChild<QLineEdit*>("TxtRealOut")->setText(name);
+    });
+    QCOMPARE(frame->ws.remote.OutputFile, dir + "flows.txt");
+    form().Action("mnuRealOutStart")->trigger();
+    QVERIFY(form().Realtime().Timer2().isActive());
+    form().Realtime().OutputTick();
+    QVERIFY(test::ReadFile(dir + "flows.txt").substr(0, 9) == "Branch No");
+  }
+
+  void SpreadAndSourcingShowTheirWindows() {
+    OpenExample(true);
+    net().BranchCode[5] |= Bit::ContaminantSource;
+    net().Contaminant[5] = 1000;
+    const int dataType = form().DataTypeCode();
+    const auto simulate = [this] {  // Simulate, once frmSmoke is open modally
+      form().NetworkTools().SmokeForm().findChild<QPushButton*>("OK")->click();
+    };
+    QTimer::singleShot(0, &form(), simulate);
+    form().Action("mnuFire")->trigger();
+    FrmSmokeLegend* legend = form().NetworkTools().Legend();
+    QVERIFY(legend && legend->isVisible());
+    QCOMPARE(View().SmokeState, 1);
+    QCOMPARE(form().DataTypeCode(), 55);
+    QCOMPARE(legend->SliderValue(), SliderRange(net()));
+    QCOMPARE(legend->Legend()[0], SmokeMaximum(net()));
+    QVERIFY(SmokeMaximum(net()) > 0);
+
+    form().Action("mnuFire")->trigger();
+    QVERIFY(ui->Said("Contaminant must be cleared before simulating"));
+    legend->findChild<QSlider*>("Slider")->setValue(0);  // the limit is at least 1 second
+    QCOMPARE(View().SmokeLimit, 1.0f);
+    auto* box = legend->findChild<QLineEdit*>("Percent(2)");
+    box->clear();
+    QTest::keyClicks(box, "12a3");
+    QCOMPARE(box->text(), QString("123"));
+    legend->findChild<QPushButton*>("CmdClearS")->click();
+    QCOMPARE(View().SmokeState, 0);
+    QTimer::singleShot(0, &form(), simulate);
+    legend->findChild<QPushButton*>("CmdClearS")->click();  // "Show Smoke" runs the spread again
+    QCOMPARE(View().SmokeState, 1);
+
+    ui->QueueAnswer(MsgAnswer::No);  // the sources stay
+    form().Action("mnuClrSmoke")->trigger();
+    QVERIFY(!legend->isVisible());
+    QCOMPARE(View().SmokeState, 0);
+    QCOMPARE(form().DataTypeCode(), dataType);
+    QCOMPARE(SmokeMaximum(net()), 0.0f);
+
+    const int last = net().BranchCount;
+    net().SmokeData[last][1] = ReportPin::Smoke;
+    form().Action("mnuTrace")->trigger();
+    FrmSmokeTrace* trace = form().NetworkTools().Trace();
+    QVERIFY(trace && trace->isVisible());
+    QCOMPARE(View().SmokeState, 2);
+    QCOMPARE(net().SmokeData[last][2], TraceState::Smoke);
+    trace->findChild<QPushButton*>("CmdSim")->click();
+    QCOMPARE(View().SmokeState, 0);
+    form().Action("mnuClrSources")->trigger();
+    QCOMPARE(net().SmokeData[last][1], std::int16_t{0});
+  }
+
+  void ToolsEntriesSummaryAndNameLists() {
+    OpenExample(true);
+    ui->QueueAnswer(MsgAnswer::Yes);
+    form().Action("mnuFixL")->trigger();
+    QVERIFY(net().BranchCode[net().BranchCount] & Bit::FixedLength);
+    QCOMPARE(form().SimLabel().text(), QString("SIM"));
+    form().Action("mnuSummary")->trigger();
+    FrmSummary* summary = form().NetworkTools().Summary();
+    QVERIFY(summary && summary->isVisible());
+    QCOMPARE(summary->findChild<QLabel*>("LblNA")->text(), QString::number(net().BranchCount));
+    net().BranchName[3] = "Main drive";
+    form().Action("mnuFBName")->trigger();
+    auto* list = form().findChild<QDialog*>("frmListAirNames")->findChild<QListWidget*>("List1");
+    const QList<QListWidgetItem*> rows = list->findItems("Main drive", Qt::MatchExactly);
+    QCOMPARE(rows.size(), 1);
+    emit list->itemClicked(rows.front());
+    QVERIFY(net().BranchCode[3] & Bit::Selected);
+  }
+
+  void ExampleMinePrintsLikeItsReference() {
+    const QString pdf = QString::fromStdString(test::ScratchDir()) + "example.pdf";
+    QCOMPARE(
+        PrintPdf({pdf.toStdString(), ExampleMine().toStdString(), "--paper", "a4", "--landscape"}),
+        0);
+    QFile file(pdf);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QVERIFY(file.read(5) == "%PDF-");
+    QVERIFY(!QFile::exists(pdf + ".part"));
+    const QImage page = PageImage(pdf);
+    QVERIFY2(!page.isNull(), "pdftoppm gave no picture");
+    QVERIFY(page.width() > page.height());
+    // The drawing above, the title block in the foot band.
+    const int foot = page.height() * 85 / 100;
+    QVERIFY(InkedPixels(page, 0, foot) > 1500);
+    QVERIFY(InkedPixels(page, foot, page.height()) > 1000);
+    // 60 per channel on 0.5% of pixels
+    test::CompareWithReference(page, "tests/app/print_reference/example_mine_a4.png", 60, 0.005);
+  }
+
+  void BadCommandLinesPrintNothing() {
+    const std::string folder = test::ScratchDir();
+    const std::string out = folder + "bad.pdf", mine = ExampleMine().toStdString();
+    struct Case {
+      std::vector<std::string> arguments;
+      int exitCode;
+    } cases[] = {
+        {{out, mine, "--paper", "B7"}, 1},
+        {{out, mine, "--scale", "0"}, 1},
+        {{out, mine, "--scale", "ten"}, 1},
+        {{out, mine, "--colour"}, 1},
+        {{out}, 1},
+        {{out, folder + "missing.sim"}, 2},
+        {{folder + "no/such/folder/x.pdf", mine}, 3},
+    };
+    for (const Case& c : cases) {
+      QCOMPARE(PrintPdf(c.arguments), c.exitCode);
+      QVERIFY(!QFile::exists(QString::fromStdString(out)));
+    }
+    QCOMPARE(PrintPdf({out, mine, "--scale", "100000000", "--mono"}), 0);
+    QVERIFY(QFile::exists(QString::fromStdString(out)));
+  }
+
+  void PrinterFormChecksTheScaleAndPrintsToAFile() {
+    HeadlessUi boxes;
+    Workspace ws(boxes);
+    const int i = test::AddAirway(ws.net, 0, 0, 500, 400, 0, 500);
+    ws.net.EntryNodeId[i] = NodeKey(0, 0, 500);
+    ws.net.ExitNodeId[i] = NodeKey(400, 0, 500);
+    ViewState view = MakeViewState(ws);
+    SetScale(view, 1000, 750, 200, 0);
+    BuildVisibleList(ws, view);
+    ProjectNetwork(ws, view);
+    PrintSettings settings;
+    FrmPrinter form(ws, view, settings);
+    QCOMPARE(form.windowTitle(), QString("PRINT NETWORK"));
+    auto* scale = form.findChild<QLineEdit*>("TxtScale");
+    QCOMPARE(scale->text().toInt(), form.SmallestScale());
+    scale->setText("5");
+    form.CheckScale();
+    QCOMPARE(boxes.MessageTexts().back(), std::string(kMsgScaleExceedsPaper));
+    QCOMPARE(scale->text().toInt(), form.SmallestScale());
+
+    const QString pdf = QString::fromStdString(test::ScratchDir()) + "form.pdf";
+    form.SetPdfChooser([pdf] { return pdf; });
+    form.findChild<QLineEdit*>("TxtTitle")->setText("Trial");
+    QTest::keyClicks(scale, "0");  // ten times the smallest
+    form.findChild<QPushButton*>("PrintIt")->click();
+    QVERIFY(QFile::exists(pdf));
+    QCOMPARE(settings.Title, std::string("Trial"));
+    QCOMPARE(settings.PrintScale, form.SmallestScale() * 10);
+    QVERIFY(settings.PrintScaleSet);
+  }
+
+  void FramePrintsTheScreenAndSimplifies() {
+    Workspace& ws = frame->ws;
+    MainForm& form = frame->form;
+    const QString pdf = QString::fromStdString(test::ScratchDir()) + "screen";
+    frame->answer = pdf;
+    OpenNetwork(ws, ExampleMine().toStdString());
+    form.RefreshAfterNetworkChange();
+
+    ui->QueueAnswer(MsgAnswer::OK);  // "Print Screen ?"
+    form.Palette().Button(ButtonOf::PrintScreen)->click();
+    QVERIFY(ui->Said("Print Screen ?"));
+    QVERIFY(QFile::exists(pdf + ".pdf"));
+
+    const int airways = ws.net.BranchCount;
+    QTimer::singleShot(0, &form, [&ws] {
+      auto* simplify = qobject_cast<FrmSimplify*>(QApplication::activeModalWidget());
+      QVERIFY(simplify);
+      QCOMPARE(simplify->windowTitle(), QString("Simplify Network Filter"));
+      const int airways = ws.net.BranchCount;
+      simplify->findChild<QLineEdit*>("TxtA")->setText("1e9");  // refused: nothing changes
+      simplify->findChild<QPushButton*>("CmdSimp")->click();
+      QCOMPARE(int(ws.net.BranchCount), airways);
+      simplify->findChild<QLineEdit*>("TxtA")->setText("180");
+      simplify->findChild<QLineEdit*>("TxtL")->setText("10000");
+      simplify->findChild<QPushButton*>("CmdSimp")->click();
+      simplify->findChild<QPushButton*>("CmdExit")->click();
+    });
+    QVERIFY(form.Action("mnuSimp")->isEnabled());
+    form.Action("mnuSimp")->trigger();
+    const int removed = airways - ws.net.BranchCount;
+    QVERIFY(removed > 0);
+    QVERIFY(ui->Said("Max Angle must be a number of degrees from 0 to 180"));
+    QVERIFY(ui->Said("The network size was reduced by " + std::to_string(removed) + " airways"));
+    form.UndoCommand();
+    QCOMPARE(int(ws.net.BranchCount), airways);
+  }
+};
+
+QTEST_MAIN(MainFormCommandsTest)
+#include "qt_main_form_commands.moc"

@@ -1,0 +1,421 @@
+// The editors' wiring: the airway dialogs (the editor commits a changed width and refuses a bad
+// one, the fan dialog and coordinate entry hand their boxes to the engine, the info report shows
+// its rows and chart, and the fan chart drawn on the raster canvas matches its reference picture
+// beside this file); the level, layer, view option and options dialogs (controls named as the
+// program names them, filled from the store, and OK, Cancel, Show All and Hide All reaching the
+// store and the view; Select Range and Selected Levels: qt_main_form_commands); and the grid
+// editors (the spreadsheet's model edits the working copy and its menus save, paste and sort
+// it; the fan list stores its grid, estimates a curve and puts everything back on a Cancel that
+// does not save).
+#include <QAction>
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+#include <QComboBox>
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPrinter>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+#include <QTableWidget>
+#include <QtTest>
+
+#include "core/airway_values.h"
+#include "core/headless_ui.h"
+#include "core/units.h"
+#include "core/workspace.h"
+#include "editors/form_printing.h"
+#include "editors/frm_air_edit.h"
+#include "editors/frm_air_info.h"
+#include "editors/frm_coords.h"
+#include "editors/frm_fan_data.h"
+#include "editors/frm_fan_edit.h"
+#include "editors/frm_options.h"
+#include "editors/frm_rl_base.h"
+#include "editors/frm_spread_sheet.h"
+#include "editors/frm_tag_s.h"
+#include "editors/frm_viewer.h"
+#include "files/defaults_file.h"
+#include "tests/app/qt_test_support.h"
+#include "view/fan_chart.h"
+#include "view/layer_choice.h"
+#include "view/raster_canvas.h"
+
+using namespace galeris;
+
+namespace {
+
+// Two airways; the second carries two fans of type 1 in parallel at its duty point.
+struct FanMine {
+  HeadlessUi ui;
+  Workspace ws{ui};
+  FanMine() {
+    ws.net.MaxAirways = 10;
+    ClearStore(ws.net);
+    ws.units = BuiltInUnits();
+    test::AddAirway(ws.net, 0, 0, 500, 100, 0, 500);
+    const int fan = test::AddAirway(ws.net, 100, 0, 500, 100, 0, 600);
+    for (int i = 1; i <= 2; ++i) {
+      ws.net.WallFactor[i] = 0.012f;
+      ws.net.WallType[i] = ws.net.ShockType[i] = kUserGiven;
+      CalcResistance(ws, i);
+    }
+    ws.net.FanName[1] = "Axial 1800";
+    ws.net.FanDiameter[1] = 1.8f;
+    for (int k = 1; k <= 10; ++k) {
+      ws.net.CurveQ[1][k] = 10.0f * k;
+      ws.net.CurveP[1][k][1] = 2000.0f - 18.0f * k * k;
+      ws.net.CurveP[1][k][2] = 2100.0f - 17.0f * k * k;
+      ws.net.CurveEff[1][k] = static_cast<std::int16_t>(40 + 8 * k - k * k / 2);
+    }
+    ws.net.FanNumber[fan] = 1;
+    ws.net.NoOfFans[fan] = 2;
+    ws.net.Quantity[fan] = 110;
+    ws.net.Pressure[fan] = 1450;
+  }
+};
+
+QImage ToImage(const RasterCanvas& canvas) {
+  QImage image(canvas.Width(), canvas.Height(), QImage::Format_RGB32);
+  for (int y = 0; y < canvas.Height(); ++y)
+    for (int x = 0; x < canvas.Width(); ++x) {
+      const Colour c = canvas.Pixel(x, y);
+      image.setPixel(x, y, qRgb(RedOf(c), GreenOf(c), BlueOf(c)));
+    }
+  return image;
+}
+
+template <typename T>
+T* Child(QWidget& parent, const char* name) {
+  T* child = parent.findChild<T*>(name);
+  if (!child) qFatal("no control %s", name);
+  return child;
+}
+
+struct Store {
+  Store() : ws(ui) {
+    ResizeStore(ws.net);
+    SetBuiltInDefaults(ws);
+    ws.units = BuiltInUnits();
+    ws.net.RLName[1] = "SURFACE";
+    ws.net.RLBound[1] = {0, 1100, 1000};
+    ws.net.RLName[2] = "900 Level";
+    ws.net.RLBound[2] = {0, 950, 850};
+    ws.net.RLCount = 2;
+    ShowAllLayers(ws.net);
+    view = MakeViewState(ws);
+  }
+  template <typename T>
+  static T* Named(QWidget& dialog, const char* name) {
+    return dialog.findChild<T*>(name);
+  }
+  HeadlessUi ui;
+  Workspace ws;
+  ViewState view;
+};
+
+namespace C = SheetColumn;
+
+struct SheetMine {
+  HeadlessUi ui{HeadlessUi::Policy::AlwaysYes};
+  Workspace ws{ui};
+  SheetMine() {
+    ws.net.MaxAirways = 10;
+    ClearStore(ws.net);
+    ws.units = BuiltInUnits();
+    for (int k = 0; k < 2; ++k) {
+      const int i = test::AddAirway(ws.net, 100 * k, 0, -50, 100 * k + 100, 0, -50);
+      ws.net.BranchName[i] = k == 0 ? "Alpha" : "Beta";
+      ws.net.Dim[i] = {0, 3, 4};
+      ws.net.WallFactor[i] = 0.012f;
+      ws.net.WallType[i] = ws.net.ShockType[i] = kUserGiven;
+      CalcResistance(ws, i);
+    }
+    ws.net.FanDiameter[1] = 2;
+    for (int k = 1; k <= 10; ++k) {
+      ws.net.CurveQ[1][k] = 10.0f * k;
+      ws.net.CurveP[1][k][1] = 2000.0f - 100.0f * k;
+    }
+  }
+};
+
+void Trigger(QWidget& form, const char* name) {
+  QAction* action = form.findChild<QAction*>(name);
+  if (!action) qFatal("no menu %s", name);
+  action->trigger();
+}
+
+}  // namespace
+
+class EditorsTest : public QObject {
+  Q_OBJECT
+ private slots:
+  void FanChartMatchesItsReference() {
+    FanMine mine;
+    RasterCanvas canvas(400, 360);
+    const FanChartDuty duty{110, 1450, 1520};
+    DrawFanChart(canvas, mine.ws.net, mine.ws.units, 1, 2, false, &duty);
+    // Drawn by the engine's own canvas: 8 per channel on 0.2% of pixels.
+    test::CompareWithReference(ToImage(canvas), "tests/editors/fan_chart.png", 8, 0.002);
+    // Parallel fans double the flow axis: the duty point at 110 of 200 m3/s.
+    const FanChartScale scale = FanChartScaleOf(mine.ws.net, 1, 2, false);
+    QCOMPARE(scale.MaxQ, 200.0);
+    QCOMPARE(FanChartScaleOf(mine.ws.net, 1, 2, true).MaxQ, 100.0);
+  }
+
+  void EditorRefusesABadWidthThenCommitsAGoodOne() {
+    FanMine mine;
+    FrmAirEdit dialog(mine.ws, AirEditMode::Single, 1);
+    dialog.show();
+    QCOMPARE(dialog.windowTitle(), QString("Airway Edit"));
+    // The arrangement and the curve type are separate choices.
+    QVERIFY(Child<QRadioButton>(dialog, "OptPar2")->isChecked());
+    QVERIFY(Child<QRadioButton>(dialog, "Optcurve(0)")->isChecked());
+    auto* width = Child<QLineEdit>(dialog, "TxtWidth");
+    width->setText("wide");
+    QTest::mouseClick(Child<QPushButton>(dialog, "OK"), Qt::LeftButton);
+    QVERIFY(!dialog.Committed());
+    QVERIFY(mine.ui.Said(kMsgDataEntry));
+    QCOMPARE(width->text(), QString("4.0"));
+    QCOMPARE(mine.ws.net.Dim[1][2], 4.0f);
+    width->setText("6");
+    QTest::mouseClick(Child<QPushButton>(dialog, "OK"), Qt::LeftButton);
+    QVERIFY(dialog.Committed());
+    QCOMPARE(dialog.result(), int(QDialog::Accepted));
+    QCOMPARE(mine.ws.net.Dim[1][2], 6.0f);
+    QCOMPARE(mine.ws.net.Dim[2][2], 4.0f);
+  }
+
+  void MultipleModeAppliesClickedFieldsOnly() {
+    FanMine mine;
+    mine.ws.net.BranchCode[1] |= Bit::Selected;
+    mine.ws.net.BranchCode[2] |= Bit::Selected;
+    FrmAirEdit dialog(mine.ws, AirEditMode::Multiple, 1);
+    dialog.show();
+    QCOMPARE(dialog.windowTitle(), QString("Airway Edit - Multiple select (2)"));
+    auto* width = Child<QLineEdit>(dialog, "TxtWidth");
+    QTest::mouseClick(width, Qt::LeftButton);
+    width->setText("5");
+    Child<QLineEdit>(dialog, "txtHeight")->setText("9");  // typed into, never clicked
+    QTest::mouseClick(Child<QPushButton>(dialog, "OK"), Qt::LeftButton);
+    QVERIFY(dialog.Committed());
+    for (int i = 1; i <= 2; ++i) {
+      QCOMPARE(mine.ws.net.Dim[i][2], 5.0f);
+      QCOMPARE(mine.ws.net.Dim[i][1], 4.0f);
+    }
+    QCOMPARE(int(mine.ws.net.FanNumber[2]), 1);
+  }
+
+  void InfoReportShowsRowsAndChart() {
+    FanMine mine;
+    FrmAirInfo dialog(mine.ws, 2);
+    QCOMPARE(Child<QLabel>(dialog, "LblAirName")->text(), QString("Fan Airway 0"));
+    QCOMPARE(Child<QLabel>(dialog, "LblDName(3)")->text(), QString("Airflow"));
+    QCOMPARE(Child<QLabel>(dialog, "LblFanName")->text(), QString("Axial 1800 x 2 in parallel"));
+    QVERIFY(dialog.findChild<FanChartWidget*>("PicFan2"));
+    QPrinter printer;  // Prnter prints the form as it stands
+    const QString pdf = QString::fromStdString(test::ScratchDir()) + "info.pdf";
+    printer.setOutputFileName(pdf);
+    RenderFormToPrinter(&dialog, printer);
+    QVERIFY(QFileInfo(pdf).size() > 1000);
+    FrmAirInfo passive(mine.ws, 1);
+    QCOMPARE(Child<QLabel>(passive, "LblAirName")->text(), QString("Passive Airway 0"));
+    QVERIFY(!passive.findChild<FanChartWidget*>("PicFan2"));
+  }
+
+  void FanEditPutsAFanOnTheAirway() {
+    FanMine mine;
+    FrmFanEdit dialog(mine.ws, 1);
+    dialog.show();
+    auto* fans = Child<QComboBox>(dialog, "FanCombo2");
+    QCOMPARE(fans->itemText(1), QString("  1: Axial 1800"));
+    fans->setCurrentIndex(1);
+    Child<QLineEdit>(dialog, "TxtFanN")->setText("3");
+    QTest::mouseClick(Child<QPushButton>(dialog, "Command1"), Qt::LeftButton);
+    QVERIFY(dialog.Committed());
+    QCOMPARE(int(mine.ws.net.FanNumber[1]), 1);
+    QCOMPARE(int(mine.ws.net.NoOfFans[1]), 3);
+  }
+
+  void CoordinatesComeBackInSI() {
+    FanMine mine;
+    mine.ws.units.UnitSystem = 2;
+    FrmCoords dialog(mine.ws, {1000, 2000, 300});
+    dialog.show();
+    QCOMPARE(Child<QLineEdit>(dialog, "TxtX")->text(), QString("3280.8"));
+    Child<QLineEdit>(dialog, "TxtZ")->setText("656.16798");
+    QTest::mouseClick(Child<QPushButton>(dialog, "OK"), Qt::LeftButton);
+    QVERIFY(dialog.EntryPoint());
+    QCOMPARE(*dialog.EntryPoint(), (std::array<double, 3>{1000, 2000, 200}));
+  }
+
+  void LevelListValidatesOnOkAndAsksOnCancel() {
+    Store s;
+    int validated = 0;
+    FrmRLBase dialog(s.ws, [&] { ++validated; });
+    QCOMPARE(dialog.windowTitle(), QString("Level List"));
+    QTableWidget& grid = dialog.GridRL();
+    QCOMPARE(grid.item(1, 1)->text(), QString("900 Level"));
+    grid.item(2, 1)->setText("800 Level");
+    grid.item(2, 2)->setText("750");
+    grid.item(2, 3)->setText("850");  // inverted: exchanged
+    Store::Named<QPushButton>(dialog, "RLOK")->click();
+    QCOMPARE(validated, 1);
+    QCOMPARE(s.ws.net.RLCount, std::int16_t{3});
+    QCOMPARE(s.ws.net.RLBound[3][1], 850);
+
+    FrmRLBase again(s.ws, [&] { ++validated; });
+    again.GridRL().item(2, 1)->setText("Changed");
+    s.ui.QueueAnswer(MsgAnswer::No);
+    Store::Named<QPushButton>(again, "RLCancel")->click();
+    QVERIFY(s.ui.Said("Save spreadsheet changes to network ?"));
+    QCOMPARE(s.ws.net.RLName[3], std::string("800 Level"));
+    QCOMPARE(validated, 1);
+  }
+
+  void ViewingLayersHideAllAndNames() {
+    Store s;
+    s.ws.net.PrimaryLayerName[2] = "Intake";
+    FrmTagS dialog(s.ws, s.view);
+    QCOMPARE(dialog.windowTitle(), QString("Viewing Layers"));
+    QCOMPARE(Store::Named<QLineEdit>(dialog, "PLabel(2)")->text(), QString("Intake"));
+    dialog.MakeCurrent(true, 2);
+    dialog.MakeCurrent(false, 30);
+    Store::Named<QPushButton>(dialog, "CmdReset")->click();
+    QVERIFY(Store::Named<QCheckBox>(dialog, "Tag1(2)")->isChecked());
+    QVERIFY(Store::Named<QCheckBox>(dialog, "Tag2(30)")->isChecked());
+    Store::Named<QRadioButton>(dialog, "LineOpt(0)")->setChecked(true);
+    Store::Named<QCheckBox>(dialog, "ChkArrow")->setChecked(true);
+    auto* label = Store::Named<QLineEdit>(dialog, "PLabel(5)");
+    label->clear();
+    QTest::keyClicks(label, "a,b\"c");
+    QCOMPARE(label->text(), QString("abc"));
+    emit label->editingFinished();
+    Store::Named<QPushButton>(dialog, "OK")->click();
+    QCOMPARE(s.ws.net.PrimaryLayerName[5], std::string("abc"));
+    QCOMPARE(s.ws.net.PrimaryLayerShow[1], std::int16_t{0});
+    QCOMPARE(s.view.DisplayFlags, std::int16_t(LineOpt::Invisible | OffLayer::Arrows));
+  }
+
+  void ViewOptionsReachTheView() {
+    Store s;
+    s.view.DisplayBits = Show::OffLevelRaises;
+    FrmViewer dialog(s.ws, s.view);
+    QCOMPARE(dialog.windowTitle(), QString("View Options"));
+    Store::Named<QPushButton>(dialog, "Hide")->click();
+    QVERIFY(!Store::Named<QCheckBox>(dialog, "ChkViewer(0)")->isChecked());
+    QVERIFY(Store::Named<QCheckBox>(dialog, "ChkViewer(9)")->isChecked());
+    Store::Named<QLineEdit>(dialog, "TxtSigMin")->setText("2");
+    Store::Named<QRadioButton>(dialog, "OptDimmer(1)")->setChecked(true);
+    Store::Named<QCheckBox>(dialog, "ChkDeclutter")->setChecked(true);
+    Store::Named<QPushButton>(dialog, "OK")->click();
+    QCOMPARE(s.view.DisplayBits, Show::OffLevelRaises);
+    QCOMPARE(s.view.FlowMinimum, 2.0f);
+    QCOMPARE(s.view.FlowDimMode, std::int16_t{1});
+    QVERIFY(s.view.Declutter);
+  }
+
+  void OptionsApplyOnOkOnly() {
+    Store s;
+    {
+      FrmOptions dialog(s.ws);
+      QCOMPARE(dialog.windowTitle(), QString("Options"));
+      Store::Named<QLineEdit>(dialog, "txtIt")->setText("700");
+      Store::Named<QPushButton>(dialog, "cmdCancel")->click();
+    }
+    QCOMPARE(s.ws.defaults.MaxIter, std::int16_t{50});
+    FrmOptions dialog(s.ws);
+    Store::Named<QLineEdit>(dialog, "txtIt")->setText("700");
+    Store::Named<QCheckBox>(dialog, "ChkVert")->setChecked(true);
+    auto* formats = Store::Named<QTableWidget>(dialog, "MSFlexGrid1");
+    formats->item(0, 1)->setText("abc");
+    QVERIFY(s.ui.Said(kMsgInvalidFormat));
+    QCOMPARE(formats->item(0, 1)->text(), QString::fromStdString(s.ws.units.UnitFormat[1][1]));
+    dialog.SetSymbolSizes({1, 2, 5, 5, 5, 5, 5}, {});
+    Store::Named<QComboBox>(dialog, "CmbIcon")->setCurrentIndex(4);
+    Store::Named<QComboBox>(dialog, "CmbIconSize")->setCurrentIndex(8);
+    QCOMPARE(dialog.SymbolSize()[4], std::int16_t{9});
+    dialog.SelectColourSlot(2);
+    dialog.PickColour(12);
+    Store::Named<QPushButton>(dialog, "cmdOK")->click();
+    QCOMPARE(s.ws.defaults.MaxIter, std::int16_t{700});
+    QCOMPARE(s.ws.net.AxisSignY, std::int16_t{-1});
+    QCOMPARE(s.ws.defaults.ColourTable[3], 0x0000FF);
+    QVERIFY(dialog.Applied().GridChanged);
+  }
+
+  void SpreadSheetKeepsItsCopyUntilSaved() {
+    SheetMine mine;
+    SheetColumnWidths widths{};
+    int simulations = 0;
+    FrmSpreadSheet form(mine.ws, widths, [&] { ++simulations; });
+    form.show();
+    for (const char* name :
+         {"mnuSaveChanges", "mnuPrint",   "mnuExit",   "mnuUndo",    "mnuEditBox", "mnuInfo",
+          "mnuClear",       "mnuSelAll",  "mnuInsert", "mnuInsert2", "mnuDelete",  "mnuFind",
+          "mnuAgain",       "mnuReplace", "mnuFix",    "mnuUnfix",   "mnuRecalc",  "mnuRecalcAll",
+          "mnu4",           "mnuFixR",    "mnuUnfixC", "mnuUnfixR",  "mnuHideC",   "mnuShowC",
+          "mnuShowAll",     "mnuAdd(11)"})
+      QVERIFY2(form.findChild<QAction*>(name), name);
+    SheetModel& model = form.Model();
+    QCOMPARE(model.rowCount(), 2);
+    QCOMPARE(model.headerData(C::Resistance - 1, Qt::Horizontal, Qt::DisplayRole).toString(),
+             QString("Resistance"));
+    QVERIFY(model.setData(model.index(0, C::Width - 1), "5", Qt::EditRole));
+    QCOMPARE(mine.ws.net.Dim[1][2], 4.0f);
+
+    form.Grid().setCurrentIndex(model.index(1, C::Name - 1));
+    QApplication::clipboard()->setText("Gamma\tn1\r\nDelta\tn2\r\n");
+    Trigger(form, "mnuPaste");  // the second line adds a row
+    QCOMPARE(model.rowCount(), 3);
+    QCOMPARE(model.data(model.index(1, C::From - 1), Qt::DisplayRole).toString(), QString("n1"));
+
+    Trigger(form, "mnuSaveChanges");
+    QCOMPARE(mine.ws.net.Dim[1][2], 5.0f);
+    QCOMPARE(QString::fromStdString(mine.ws.net.BranchName[2].Trimmed()), QString("Gamma"));
+    QCOMPARE(int(mine.ws.net.BranchCount), 3);
+
+    // The in-place editor: Enter puts the text in the cell and moves down.
+    form.Grid().setCurrentIndex(model.index(0, C::Comments - 1));
+    form.Grid().edit(form.Grid().currentIndex());
+    QWidget* editor = form.Grid().viewport()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    QTest::keyClicks(editor, "wet");
+    QTest::keyClick(editor, Qt::Key_Return);
+    QCOMPARE(model.data(model.index(0, C::Comments - 1), Qt::DisplayRole).toString(),
+             QString("wet"));
+    QCOMPARE(form.Grid().currentIndex().row(), 1);
+
+    form.Grid().setCurrentIndex(model.index(0, C::Name - 1));
+    Trigger(form, "mnuDescend");
+    QCOMPARE(model.data(model.index(0, C::Name - 1), Qt::DisplayRole).toString(), QString("Gamma"));
+    Trigger(form, "mnuSim");
+    QCOMPARE(simulations, 1);
+  }
+
+  void FanListStoresEstimatesAndCancels() {
+    SheetMine mine;
+    const auto before = mine.ws.net.CurveP[1];
+    FrmFanData form(mine.ws);
+    form.show();
+    auto* list = form.findChild<QListWidget*>("FanList");
+    QCOMPARE(list->item(0)->text(), QString(" 1 -none-"));
+    auto* grid = form.findChild<QTableWidget*>("Spreadsheet");
+    grid->item(0, 1)->setText("2500");  // stored at once, and named
+    QCOMPARE(mine.ws.net.CurveP[1][1][1], 2500.0f);
+    QCOMPARE(list->item(0)->text(), QString(" 1 Fan #1"));
+    Trigger(form, "mnuTotalCurrent");
+    const double v = 10 / 3.141592654;  // 10 m3/s through a 2 m exit
+    QCOMPARE(mine.ws.net.CurveP[1][1][2], float(std::floor(2500 + v * v * 1.2 / 2)));
+    mine.ui.QueueAnswer(MsgAnswer::No);  // "Save fan changes to network ?"
+    form.findChild<QPushButton*>("Cancel")->click();
+    QCOMPARE(mine.ws.net.CurveP[1], before);
+    QVERIFY(mine.ws.net.FanName[1].empty());
+  }
+};
+
+QTEST_MAIN(EditorsTest)
+#include "qt_editors.moc"
