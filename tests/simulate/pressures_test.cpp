@@ -15,23 +15,8 @@
 namespace galeris {
 namespace {
 
-// Records the journal entries a reversal makes.
-struct JournalSpy : UndoJournal {
-  struct Entry {
-    int position, kind, action;
-    Key entryIdThen;
-  };
-  const Network* net = nullptr;
-  std::vector<Entry> entries;
-  int action = 7;
-  void RecordUndo(int position, int kind, int act) override {
-    entries.push_back({position, kind, act, net->EntryNodeId[position]});
-  }
-  int UndoAction() const override { return action; }
-  void SetUndoAction(int a) override { action = a; }
-};
-
 using PressureFixture = test::HandMesh;
+using test::JournalSpy;
 
 TEST_F(PressureFixture, LockedChordCarriesTheLoadOfItsLoop) {
   const int fixedQ = Airway(2, 12);
@@ -79,8 +64,7 @@ TEST_F(PressureFixture, FansLeaveOperatingPressureOrMarks) {
 }
 
 TEST_F(PressureFixture, FinishRunReversesNegativeFlowsThroughTheJournal) {
-  JournalSpy journal;
-  journal.net = &net;
+  JournalSpy journal(7, [this](int i) { return static_cast<double>(net.EntryNodeId[i]); });
   ws.journal = &journal;
   ws.defaults.MaxError = 0.05f;
   const int back = Airway(1, -8);
@@ -119,18 +103,13 @@ TEST_F(PressureFixture, FinishRunReversesNegativeFlowsThroughTheJournal) {
   EXPECT_EQ(ws.sim.SimStatus, 2);
   EXPECT_TRUE(ws.sim.AirwayReversed);
 
-  ASSERT_EQ(journal.entries.size(), 2u);
-  const auto& [before, after] = std::pair(journal.entries[0], journal.entries[1]);
-  EXPECT_EQ(std::tuple(before.kind, before.entryIdThen, before.action),
-            std::tuple(UndoJournal::kBefore, Key{11}, 7));
-  EXPECT_EQ(std::tuple(after.kind, after.entryIdThen, after.action),
-            std::tuple(UndoJournal::kAfter, Key{22}, 7));
+  EXPECT_EQ(journal.entries, (std::vector<JournalSpy::Entry>{{back, UndoJournal::kBefore, 7, 11},
+                                                             {back, UndoJournal::kAfter, 7, 22}}));
   EXPECT_EQ(journal.action, 8);
 }
 
 TEST_F(PressureFixture, FinishRunWithoutReversalsKeepsTheActionNumber) {
-  JournalSpy journal;
-  journal.net = &net;
+  JournalSpy journal(7);
   ws.journal = &journal;
   Airway(1, 5);
   FinishRun(ws);

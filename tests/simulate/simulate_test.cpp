@@ -50,11 +50,7 @@ struct SimFixture : ::testing::Test {
     test::PutFan(net, fanC, 1, false, 0);
   }
 
-  int Find(int airwayNo) {
-    for (int i = 1; i <= net.BranchCount; ++i)
-      if (net.AirwayNo[i] == airwayNo) return i;
-    return 0;
-  }
+  int Find(int airwayNo) { return test::AtNumber(net, airwayNo); }
 
   void ExpectSolvedPhysics() {
     const test::PhysicsReport r = test::CheckPhysics(ws);
