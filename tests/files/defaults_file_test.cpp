@@ -28,6 +28,8 @@ struct Program : test::FileFixture {
   std::string DefaultsPath() const { return folder + "Defaults.dat"; }
   void WriteDefaults(const std::string& bytes) { test::WriteFile(DefaultsPath(), bytes); }
   void CopyFixture(const std::string& name) { WriteDefaults(test::ReadFile(Fixture(name))); }
+  void Load(const std::string& bytes) { WriteDefaults(bytes), LoadDefaults(ws); }
+  void Init(const std::string& bytes) { WriteDefaults(bytes), InitDefaults(ws); }
 };
 
 using test::Lines;
@@ -101,8 +103,7 @@ TEST(DefaultsFile, WrittenThenReadBackIdentical) {
   const std::string saved = test::ReadFile(p.DefaultsPath());
 
   Program q;
-  q.WriteDefaults(saved);
-  InitDefaults(q.ws);
+  q.Init(saved);
   EXPECT_TRUE(q.ui.Records().empty());
   EXPECT_EQ(FormatDefaultsBlock(q.ws), FormatDefaultsBlock(p.ws));
   EXPECT_EQ(q.ws.net.MaxAirways, 12000);
@@ -119,8 +120,7 @@ TEST(DefaultsFile, NamesCannotBreakTheLines) {
   p.ws.defaults.MaxIter = 66;
   SaveDefaults(p.ws);
   Program q;
-  q.WriteDefaults(test::ReadFile(p.DefaultsPath()));
-  LoadDefaults(q.ws);
+  q.Load(test::ReadFile(p.DefaultsPath()));
   EXPECT_TRUE(q.ui.Records().empty());
   EXPECT_EQ(q.ws.defaults.WallName[2], "Lined Drive  ");
   EXPECT_EQ(q.ws.defaults.WallName[3], "Raisebored Airway");
@@ -134,8 +134,7 @@ TEST(DefaultsFile, CurveFractionDoesNotSurviveAReload) {
   SaveDefaults(p.ws);
   EXPECT_EQ(Tabs(Lines(test::ReadFile(p.DefaultsPath()))[7])[77], " 60 ");
   Program q;
-  q.WriteDefaults(test::ReadFile(p.DefaultsPath()));
-  LoadDefaults(q.ws);
+  q.Load(test::ReadFile(p.DefaultsPath()));
   EXPECT_EQ(q.ws.defaults.DefaultCurveFraction, 0);
   EXPECT_EQ(q.ws.defaults.UnusedCurveFraction, 60);
 }
@@ -173,8 +172,7 @@ TEST(DefaultsFile, ZeroFieldsTakeTheReaderDefaults) {
   p.ws.defaults.DefaultPerimeter = 14;
   std::string text = WithValueAt(p.ws, 76, " 0 ");
   Program q;
-  q.WriteDefaults(text);
-  LoadDefaults(q.ws);
+  q.Load(text);
   EXPECT_EQ(q.ws.defaults.DefaultArea, 25.0f);
   EXPECT_EQ(q.ws.defaults.DefaultPerimeter, 20.0f);  // even though 14 was written
 
@@ -188,28 +186,24 @@ TEST(DefaultsFile, ZeroFieldsTakeTheReaderDefaults) {
     Program r;
     r.ws.defaults.ViewDetail = 5;
     r.ws.net.FanMax = 100;
-    r.WriteDefaults(WithValueAt(p.ws, position, position == 22 ? "" : " 0 "));
-    LoadDefaults(r.ws);
+    r.Load(WithValueAt(p.ws, position, position == 22 ? "" : " 0 "));
     EXPECT_TRUE(check(r)) << "position " << position;
   }
 }
 
 TEST(DefaultsFile, CapacitiesAreClampedAndGrowTheStore) {
   Program p;
-  p.WriteDefaults(WithValueAt(p.ws, 12, " 99999 "));
-  InitDefaults(p.ws);
+  p.Init(WithValueAt(p.ws, 12, " 99999 "));
   EXPECT_EQ(p.ws.defaults.RequestedAirways, 30000);
 
   Program q;
-  q.WriteDefaults(WithValueAt(q.ws, 12, " 10 "));
-  InitDefaults(q.ws);
+  q.Init(WithValueAt(q.ws, 12, " 10 "));
   EXPECT_EQ(q.ws.net.MaxAirways, 50);
   EXPECT_EQ(q.ws.net.Coord1.size(), 51u);
 
   // A network's block asking for more fan slots than the store has grows the fan arrays.
   Program r;
-  r.WriteDefaults(WithValueAt(r.ws, 69, " 400 "));
-  LoadDefaults(r.ws);
+  r.Load(WithValueAt(r.ws, 69, " 400 "));
   EXPECT_EQ(r.ws.net.FanMax, 400);
   EXPECT_GE(r.ws.net.FanName.size(), 401u);
 }
@@ -218,8 +212,7 @@ TEST(DefaultsFile, BulkheadPresetBecomesTheBlockageResistance) {
   for (auto [written, expected] : std::vector<std::pair<const char*, float>>{
            {" 100000 ", 1e9f}, {" 5E+08 ", 1e9f}, {" 99999 ", 99999.0f}, {" 500 ", 500.0f}}) {
     Program p;
-    p.WriteDefaults(Edited(p.ws, 4, 2, written));
-    LoadDefaults(p.ws);
+    p.Load(Edited(p.ws, 4, 2, written));
     EXPECT_EQ(p.ws.defaults.ResPreset[1], expected) << written;
   }
 }
@@ -285,8 +278,7 @@ TEST(DefaultsFile, LegacyLineFormKeepsValuesForZeroOrEmptyEntries) {
 
 TEST(DefaultsFile, VersionBelowOneReadsNothing) {
   Program p;
-  p.WriteDefaults("0.9\tGALERIS3\r\nrubbish\r\n");
-  LoadDefaults(p.ws);
+  p.Load("0.9\tGALERIS3\r\nrubbish\r\n");
   EXPECT_TRUE(p.ui.Records().empty());
   EXPECT_EQ(p.ws.defaults.WallName[1], "Flexible Ducting");
 }
@@ -298,8 +290,7 @@ TEST(DefaultsFile, TruncatedFileSaysSoAndKeepsWhatWasRead) {
   const std::vector<std::string> lines =
       Lines(DefaultsHeadLine() + "\r\n" + FormatDefaultsBlock(p.ws));
   Program q;
-  q.WriteDefaults(lines[0] + "\r\n" + lines[1] + "\r\n" + lines[2] + "\r\n" + lines[3]);
-  LoadDefaults(q.ws);
+  q.Load(lines[0] + "\r\n" + lines[1] + "\r\n" + lines[2] + "\r\n" + lines[3]);
   EXPECT_EQ(q.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
   EXPECT_EQ(q.ws.defaults.WallName[0], "Glass");
   EXPECT_EQ(q.ws.defaults.ResName[0], "Nothing");  // the last line, without its line end
@@ -311,16 +302,14 @@ TEST(DefaultsFile, UnreadableNumberStopsTheLineAndKeepsWhatCameBefore) {
   p.ws.defaults.MinNodeSpacing = 9;
   p.ws.defaults.AirDensity = 1.1f;
   Program q;
-  q.WriteDefaults(WithValueAt(p.ws, 10, " 99999 "));  // MaxIter is 16-bit
-  LoadDefaults(q.ws);
+  q.Load(WithValueAt(p.ws, 10, " 99999 "));  // MaxIter is 16-bit
   EXPECT_EQ(q.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
   EXPECT_EQ(q.ws.defaults.MinNodeSpacing, 9);
   EXPECT_EQ(q.ws.defaults.MaxIter, 50);
   EXPECT_EQ(q.ws.defaults.AirDensity, 1.2f);
 
   Program r;
-  r.WriteDefaults(WithValueAt(p.ws, 15, " 1E+300 "));  // no single holds it
-  LoadDefaults(r.ws);
+  r.Load(WithValueAt(p.ws, 15, " 1E+300 "));  // no single holds it
   EXPECT_EQ(r.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
 }
 
@@ -346,8 +335,7 @@ TEST(DefaultsFile, WrittenOnACommaMachine) {
   EXPECT_NE(text.find(" 0,025 "), std::string::npos);
   EXPECT_EQ(p.ws.defaults.MaxError, 0.025f);
   Program q;
-  q.WriteDefaults(text);
-  LoadDefaults(q.ws);  // and on a machine with a point
+  q.Load(text);  // and on a machine with a point
   EXPECT_TRUE(q.ui.Records().empty());
   EXPECT_EQ(q.ws.defaults.MaxError, 0.025f);
   EXPECT_EQ(q.ws.defaults.WallFactorPreset[20], 1.5f);
@@ -398,8 +386,7 @@ TEST(DefaultsFile, DamagedFilesLeaveUsableSettings) {
     ASSERT_EQ(p.ws.net.Coord1.size(), static_cast<std::size_t>(p.ws.net.MaxAirways) + 1);
   }
   Program q;
-  q.WriteDefaults(binary);
-  LoadDefaults(q.ws);
+  q.Load(binary);
   EXPECT_EQ(q.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
 }
 
