@@ -109,39 +109,21 @@ TEST_F(Editor, PresetAndUserGivenPaths) {
   };
   const Case cases[] = {
       {"resistance preset", [](AirEditFields& f) { f.ResIndex = 2; }, 2, 50, 50, base + 10},
-      {"fixed resistance",
-       [](AirEditFields& f) {
-         f.ChkFixRes = true;
-         f.FixRes.text = "2.5";
-       },
-       50, 50, 50, 2.5},
+      {"fixed resistance", [](AirEditFields& f) { f.ChkFixRes = true, f.FixRes.text = "2.5"; }, 50,
+       50, 50, 2.5},
       {"fixed but empty keeps the old",
-       [](AirEditFields& f) {
-         f.ChkFixRes = true;
-         f.FixRes.text = "";
-       },
-       50, 50, 50, base},
-      {"wall preset",
-       [](AirEditFields& f) {
-         f.ChkFixK = false;
-         f.WallIndex = 3;
-       },
-       0, 3, 50, Law(0.004, 16, 16, 20)},
+       [](AirEditFields& f) { f.ChkFixRes = true, f.FixRes.text = ""; }, 50, 50, 50, base},
+      {"wall preset", [](AirEditFields& f) { f.ChkFixK = false, f.WallIndex = 3; }, 0, 3, 50,
+       Law(0.004, 16, 16, 20)},
       {"own wall factor", [](AirEditFields& f) { f.Wall.text = "0.024"; }, 0, 50, 50,
        Law(0.024, 16, 16, 20)},
-      {"shock preset",
-       [](AirEditFields& f) {
-         f.ChkShock = false;
-         f.ShockIndex = 2;
-       },
-       0, 50, 2, Law(0.012, 16, 16, 30)},
+      {"shock preset", [](AirEditFields& f) { f.ChkShock = false, f.ShockIndex = 2; }, 0, 50, 2,
+       Law(0.012, 16, 16, 30)},
       {"negative shock length", [](AirEditFields& f) { f.Shock.text = "-10"; }, 0, 50, 50,
        Law(0.012, 16, 16, -10)},
       {"pressure and quantity fix the resistance",
        [](AirEditFields& f) {
-         f.ChkPress = f.CheckFix = true;
-         f.Pres.text = "200";
-         f.Flow.text = "10";
+         f.ChkPress = f.CheckFix = true, f.Pres.text = "200", f.Flow.text = "10";
        },
        50, 50, 50, 2},
   };
@@ -232,11 +214,8 @@ TEST_F(Editor, BadInputWritesNothing) {
       {[](AirEditFields& f) { f.Length.text = "1e40"; }, AirField::Length,
        "Length is out of range"},
       {[](AirEditFields& f) { f.Flow.text = "12..5"; }, AirField::Flow, kMsgDataEntry},
-      {[](AirEditFields& f) {
-         f.ChkFixRes = true;
-         f.FixRes.text = "x";
-       },
-       AirField::FixRes, kMsgDataEntry},
+      {[](AirEditFields& f) { f.ChkFixRes = true, f.FixRes.text = "x"; }, AirField::FixRes,
+       kMsgDataEntry},
       {[](AirEditFields& f) { f.MultiAir = "-2"; }, AirField::MultiAir,
        "Number of parallel airways is out of range"},
       {[](AirEditFields& f) { f.FanN = "11"; }, AirField::FanN, "Number of fans is out of range"},

@@ -26,12 +26,10 @@ struct ConversionFile {
 using test::Lines;
 
 void ExpectSameTable(const UnitTable& a, const UnitTable& b) {
-  for (int row = 1; row <= kUnitRows; ++row) {
-    EXPECT_EQ(a.UnitName[row], b.UnitName[row]) << row;
-    EXPECT_EQ(a.UnitFactor[row], b.UnitFactor[row]) << row;
-    EXPECT_EQ(a.UnitText[row], b.UnitText[row]) << row;
-    EXPECT_EQ(a.UnitFormat[row], b.UnitFormat[row]) << row;
-  }
+  EXPECT_EQ(a.UnitName, b.UnitName);
+  EXPECT_EQ(a.UnitFactor, b.UnitFactor);
+  EXPECT_EQ(a.UnitText, b.UnitText);
+  EXPECT_EQ(a.UnitFormat, b.UnitFormat);
   EXPECT_EQ(a.Heads, b.Heads);
 }
 
