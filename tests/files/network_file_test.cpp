@@ -52,55 +52,6 @@ TEST(NetworkFile, WrittenFileReadsBackByteIdentical) {
   EXPECT_EQ(n.NetworkSaved, 0xFF);
 }
 
-TEST(NetworkFile, SectionsStandInTheirOrder) {
-  FileFixture fx;
-  const std::string bytes = ReadFile(SaveSample(fx));
-  const std::vector<std::string> marks = {
-      "3.1 GALERIS3\tSample Mine\t 0 \t 1 \tFirst line\x1dSecond\x1fline\t 0 \r\n",
-      "Defaults List for Network\r\n3.1\tGALERIS3\r\n",
-      "**End of Network Defaults**\r\nSaved Views\r\nstartupview\t 0.5 \t",
-      "End of saved views\r\nTag List\r\n 2 \tVentilation\t-1 \r\n-3 \tPumps\t-1 \r\nEnd of Tag "
-      "List",
-      "Fan Name/Point\tPressure Pa\tQuantity m3/s\tMax Fans=\t 250 \r\nMain Axial\t 2.8 \t 1 \r\n",
-      "**End of Fan Database**\r\nRL Name\tRL Max\tRL Min\r\nSURFACE\t 1100 \t 1000 \r\n",
-      "**END OF RL LIST**\r\nPortal\t 10 \t 20 \t 1000 \r\n**End Of Floating Text\r\nEntry Node\t",
-      "\tCurve Fraction\r\nIntake collar\t\tIntake "
-      "shaft\t\t\t100\t100\t1000\t100\t100\t900\t0\t5.5\t"};
-  std::size_t at = 0;
-  for (const auto& mark : marks) {
-    const std::size_t found = bytes.find(mark, at);
-    ASSERT_NE(found, std::string::npos) << mark;
-    at = found + mark.size();
-  }
-  EXPECT_EQ(bytes.substr(bytes.size() - 2), "\r\n");
-}
-
-TEST(NetworkFile, ViewLineLayout) {
-  FileFixture fx;
-  const std::string bytes = ReadFile(SaveSample(fx));
-  const std::size_t start = bytes.find("Shaft bottom\t");
-  const std::string line = bytes.substr(start, bytes.find("\r\n", start) - start);
-  FieldTable f;
-  SplitLine(3.1f, line, f);
-  EXPECT_EQ(f[27], " 4 ");  // code 4, as a currency value
-  EXPECT_EQ(f[33], " 0 ");  // item 27 is written
-  EXPECT_EQ(f[34],
-            "");  // and an empty field closes the line     // and an empty field closes the line
-  EXPECT_EQ(line.back(), '\t');
-}
-
-TEST(AirwayRecord, FormatsThirtyNineFields) {
-  FileFixture fx;
-  test::BuildSampleNetwork(fx.ws);
-  const std::string line = FormatAirwayRecord(fx.ws.net, 5);
-  EXPECT_EQ(std::count(line.begin(), line.end(), '\t'), 38);
-  FieldTable f;
-  SplitLine(3.1f, line, f);
-  EXPECT_EQ(f[21], "1E+08");
-  EXPECT_EQ(f[25], "101.25");
-  EXPECT_EQ(f[39], "2");
-}
-
 TEST(AirwayRecord, ShortRecordKeepsPressuresAndZeroesTheRest) {
   FileFixture fx;
   Network& n = fx.ws.net;
