@@ -2,12 +2,10 @@
 // and saving every row back to the store with the undo journal recording each airway.
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
-
+#include "bench/bench_mine.h"
 #include "core/airway_sheet.h"
 #include "core/headless_ui.h"
 #include "files/undo_journal.h"
-#include "tools/mine_generator.h"
 
 namespace galeris {
 namespace {
@@ -23,7 +21,7 @@ struct Mine {
     ws.net.MaxAirways = kAirways + 100;
     ResizeStore(ws.net);
     GenerateMine(ws, kAirways);
-    ws.paths.TempFolder = std::filesystem::temp_directory_path().string() + "/";
+    ws.paths.TempFolder = bench::Scratch("") + "/";
     ws.journal = &journal;
     journal.ResetUndoFile();
     RebuildNodes(ws.net, ws.defaults, ws.ui);

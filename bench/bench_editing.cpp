@@ -3,11 +3,8 @@
 // each journalled in the scratch file as the desktop program does.
 #include <benchmark/benchmark.h>
 
-#include <filesystem>
-
-#include "core/headless_ui.h"
+#include "bench/bench_mine.h"
 #include "files/undo_journal.h"
-#include "tools/mine_generator.h"
 #include "view/construction.h"
 #include "view/drawing.h"
 #include "view/fence_tools.h"
@@ -17,32 +14,18 @@
 namespace galeris {
 namespace {
 
-constexpr int kAirways = 30000;
 constexpr int kPasted = 5000;
 constexpr int kWidth = 1920, kHeight = 1080;
 
-struct Mine {
-  HeadlessUi ui{HeadlessUi::Policy::AlwaysYes};
-  Workspace ws{ui};
+struct Mine : bench::GeneratedMine {
   UndoFile journal{ws};
-  ViewState view;
+  ViewState view = FittedView(kWidth, kHeight, true);  // declutter, as the program draws
   RasterCanvas canvas{kWidth, kHeight};
   EditState edit;
 
-  Mine() {
-    GenerateMine(ws, kAirways - 100);
-    ws.paths.TempFolder = std::filesystem::temp_directory_path().string() + "/";
+  Mine() : GeneratedMine(30000 - 100, HeadlessUi::Policy::AlwaysYes) {
     ws.journal = &journal;
     journal.ResetUndoFile();
-    RebuildNodes(ws.net, ws.defaults, ws.ui);
-    for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
-    for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
-    view = MakeViewState(ws);
-    view.PixelWidth = kWidth;
-    view.PixelHeight = kHeight;
-    view.Declutter = true;  // as the desktop program draws by default
-    BuildVisibleList(ws, view);
-    FitNetwork(ws, view);
     RedrawNetwork(ws, view, canvas);
   }
 
@@ -77,31 +60,21 @@ void BM_AddAirwayAndRedraw(benchmark::State& state) {
 }
 BENCHMARK(BM_AddAirwayAndRedraw)->Unit(benchmark::kMillisecond);
 
-void BM_UndoOneAirway(benchmark::State& state) {
+// The undo (argument 0) or the redo (1) of one drawn airway.
+void BM_UndoRedoOneAirway(benchmark::State& state) {
   Mine& mine = TheMine();
+  const bool redo = state.range(0) == 1;
   mine.Draw();
+  if (redo) mine.journal.Undo();
   for (auto _ : state) {
-    mine.journal.Undo();
+    redo ? mine.journal.Redo() : mine.journal.Undo();
     state.PauseTiming();
-    mine.journal.Redo();
+    redo ? mine.journal.Undo() : mine.journal.Redo();
     state.ResumeTiming();
   }
-  mine.journal.Undo();
+  if (!redo) mine.journal.Undo();
 }
-BENCHMARK(BM_UndoOneAirway)->Unit(benchmark::kMillisecond);
-
-void BM_RedoOneAirway(benchmark::State& state) {
-  Mine& mine = TheMine();
-  mine.Draw();
-  mine.journal.Undo();
-  for (auto _ : state) {
-    mine.journal.Redo();
-    state.PauseTiming();
-    mine.journal.Undo();
-    state.ResumeTiming();
-  }
-}
-BENCHMARK(BM_RedoOneAirway)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_UndoRedoOneAirway)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 // The paste of the fence tool on 5 000 airways: each journalled before and after, one action,
 // then the nodes and the window's lists rebuilt.

@@ -6,34 +6,30 @@
 #include <filesystem>
 #include <fstream>
 
+#include "bench/bench_mine.h"
 #include "core/headless_ui.h"
 #include "core/workspace.h"
 #include "exchange/dxf_export.h"
 #include "exchange/import_file.h"
 #include "exchange/text_exchange.h"
 #include "files/defaults_file.h"
-#include "tools/mine_generator.h"
 
 namespace galeris {
 namespace {
 
 constexpr int kAirways = 30000;
 
-std::string ScratchFile(const std::string& name) {
-  return (std::filesystem::temp_directory_path() / name).string();
-}
-
 // One generated mine and its DXF drawing, shared by the benchmarks.
 struct LargeMine {
   LargeMine() : ws(ui), view(MakeViewState(ws)) {
-    ws.paths.ProgramFolder = ScratchFile("") + "/";
+    ws.paths.ProgramFolder = bench::Scratch("") + "/";
     ws.paths.TempFolder = ws.paths.ProgramFolder;
     ws.units = BuiltInUnits();
     SetBuiltInDefaults(ws);
     GenerateMine(ws, kAirways);
     RebuildNodes(ws.net, ws.defaults, ui);
     view = MakeViewState(ws);
-    drawing = ScratchFile("galeris_bench_exchange.dxf");
+    drawing = bench::Scratch("galeris_bench_exchange.dxf");
     std::ofstream(drawing, std::ios::binary) << FormatDxf(ws, view, false, {}, "bench");
   }
   ~LargeMine() { std::remove(drawing.c_str()); }
@@ -64,7 +60,7 @@ BENCHMARK(BM_ImportDxf)->Unit(benchmark::kMillisecond);
 
 void BM_ExportDxf(benchmark::State& state) {
   LargeMine& mine = Mine();
-  const std::string path = ScratchFile("galeris_bench_export.dxf");
+  const std::string path = bench::Scratch("galeris_bench_export.dxf");
   for (auto _ : state) {
     if (!ExportDxf(mine.ws, mine.view, false, path)) state.SkipWithError("failed");
   }
@@ -85,7 +81,7 @@ BENCHMARK(BM_ExportDxfScreenWithLabels)->Unit(benchmark::kMillisecond);
 
 void BM_ExportText(benchmark::State& state) {
   LargeMine& mine = Mine();
-  const std::string path = ScratchFile("galeris_bench_export.txt");
+  const std::string path = bench::Scratch("galeris_bench_export.txt");
   for (auto _ : state) {
     if (!ExportText(mine.ws, path)) state.SkipWithError("failed");
   }

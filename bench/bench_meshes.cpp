@@ -40,23 +40,15 @@ void Restart(Mine& mine, const Network& from, benchmark::State& state) {
   state.ResumeTiming();
 }
 
-void BM_SortGeneratedOrder(benchmark::State& state) {
+// The sort from the generated order (argument 0) or of a store already sorted (1).
+void BM_SortAirways(benchmark::State& state) {
   Mine& mine = TheMine();
   for (auto _ : state) {
-    Restart(mine, mine.fresh, state);
+    Restart(mine, state.range(0) == 0 ? mine.fresh : mine.sorted, state);
     SortAirways(mine.ws);
   }
 }
-BENCHMARK(BM_SortGeneratedOrder)->Unit(benchmark::kMillisecond);
-
-void BM_SortAlreadySorted(benchmark::State& state) {
-  Mine& mine = TheMine();
-  for (auto _ : state) {
-    Restart(mine, mine.sorted, state);
-    SortAirways(mine.ws);
-  }
-}
-BENCHMARK(BM_SortAlreadySorted)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SortAirways)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
 
 void BM_CheckNetwork(benchmark::State& state) {
   Mine& mine = TheMine();
@@ -90,11 +82,12 @@ void BM_BuildMeshes(benchmark::State& state) {
 }
 BENCHMARK(BM_BuildMeshes)->Unit(benchmark::kMillisecond);
 
-// What a run spends before balancing, on a store left sorted by the previous run.
+// What a run spends before balancing, on a store left sorted by the previous run (argument 1)
+// or in the generated order (0).
 void BM_SortCheckWeighMesh(benchmark::State& state) {
   Mine& mine = TheMine();
   for (auto _ : state) {
-    Restart(mine, mine.sorted, state);
+    Restart(mine, state.range(0) == 0 ? mine.fresh : mine.sorted, state);
     SortAirways(mine.ws);
     CheckNetwork(mine.ws);
     WeighAirways(mine.ws);
@@ -102,19 +95,7 @@ void BM_SortCheckWeighMesh(benchmark::State& state) {
   }
   state.counters["meshes"] = mine.ws.sim.MeshCount;
 }
-BENCHMARK(BM_SortCheckWeighMesh)->Unit(benchmark::kMillisecond);
-
-void BM_SortCheckWeighMeshFromGeneratedOrder(benchmark::State& state) {
-  Mine& mine = TheMine();
-  for (auto _ : state) {
-    Restart(mine, mine.fresh, state);
-    SortAirways(mine.ws);
-    CheckNetwork(mine.ws);
-    WeighAirways(mine.ws);
-    BuildMeshes(mine.ws);
-  }
-}
-BENCHMARK(BM_SortCheckWeighMeshFromGeneratedOrder)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_SortCheckWeighMesh)->Arg(1)->Arg(0)->Unit(benchmark::kMillisecond);
 
 }  // namespace
 }  // namespace galeris

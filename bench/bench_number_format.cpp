@@ -7,23 +7,22 @@
 
 namespace {
 
-void BM_FormatNumberDecimals(benchmark::State& state) {
-  double value = 0.123;
+// A picture with decimals (argument 0), optional decimals (1) and time (2), each on values
+// that change as a drawing's labels do.
+void BM_FormatNumber(benchmark::State& state) {
+  const struct {
+    const char* picture;
+    double start, step, factor;
+  } kinds[] = {
+      {"0.00", 0.123, 1.37, 1}, {"0.0########", 0.0123456, 0, 1.0001}, {"hh:mm:ss", 0, 61, 1}};
+  const auto& kind = kinds[state.range(0)];
+  double value = kind.start;
   for (auto _ : state) {
-    benchmark::DoNotOptimize(galeris::FormatNumber(value, "0.00"));
-    value += 1.37;
+    benchmark::DoNotOptimize(galeris::FormatNumber(value, kind.picture));
+    value = value * kind.factor + kind.step;
   }
 }
-BENCHMARK(BM_FormatNumberDecimals);
-
-void BM_FormatNumberPlain(benchmark::State& state) {
-  double value = 0.0123456;
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(galeris::FormatNumber(value, "0.0########"));
-    value *= 1.0001;
-  }
-}
-BENCHMARK(BM_FormatNumberPlain);
+BENCHMARK(BM_FormatNumber)->Arg(0)->Arg(1)->Arg(2);
 
 void BM_FormatValueCostWithUnit(benchmark::State& state) {
   const galeris::UnitTable units = galeris::BuiltInUnits();
@@ -34,14 +33,5 @@ void BM_FormatValueCostWithUnit(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_FormatValueCostWithUnit);
-
-void BM_FormatTime(benchmark::State& state) {
-  double seconds = 0;
-  for (auto _ : state) {
-    benchmark::DoNotOptimize(galeris::FormatNumber(seconds, "hh:mm:ss"));
-    seconds += 61;
-  }
-}
-BENCHMARK(BM_FormatTime);
 
 }  // namespace

@@ -6,9 +6,8 @@
 #include <QGuiApplication>
 #include <memory>
 
-#include "core/headless_ui.h"
+#include "bench/bench_mine.h"
 #include "editors/print_network.h"
-#include "tools/mine_generator.h"
 #include "view/drawing.h"
 
 namespace galeris {
@@ -20,19 +19,10 @@ void BM_PrintPdfPage(benchmark::State& state) {
   static char* argv[] = {name, nullptr};
   qputenv("QT_QPA_PLATFORM", "offscreen");
   static QGuiApplication app(argc, argv);
-  HeadlessUi ui(HeadlessUi::Policy::AlwaysNo);
-  Workspace ws(ui);
-  GenerateMine(ws, 30000);
-  RebuildNodes(ws.net, ws.defaults, ws.ui);
-  for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
-  for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
-  ViewState view = MakeViewState(ws);
-  view.PixelWidth = 3000;
-  view.PixelHeight = 2100;
-  view.Declutter = true;
+  bench::GeneratedMine mine(30000);
+  Workspace& ws = mine.ws;
+  ViewState view = mine.FittedView(3000, 2100, true);
   view.GridOn = true;
-  BuildVisibleList(ws, view);
-  FitNetwork(ws, view);
   PrintSettings settings;
   settings.Paper = "A1";
   settings.OutputFile = (QDir::tempPath() + "/bench_print.pdf").toStdString();

@@ -9,12 +9,12 @@
 #include <fstream>
 #include <memory>
 
+#include "bench/bench_mine.h"
 #include "core/headless_ui.h"
 #include "realtime/monitor.h"
 #include "realtime/realtime_output.h"
 #include "realtime/stations.h"
 #include "simulate/simulate.h"
-#include "tools/mine_generator.h"
 
 namespace galeris {
 namespace {
@@ -26,10 +26,6 @@ struct MonitoredMine {
   Workspace ws{ui};
 };
 
-std::string Scratch(const std::string& name) {
-  return (std::filesystem::temp_directory_path() / name).string();
-}
-
 Workspace& Mine() {
   static std::unique_ptr<MonitoredMine> mine;
   if (mine) return mine->ws;
@@ -39,8 +35,8 @@ Workspace& Mine() {
   ws.defaults.MaxIter = 5000;
   ResimulateQuietly(ws);
   RemoteStations& st = ws.remote;
-  st.RemoteSource = Scratch("bench_stations.rem");
-  st.OutputFile = Scratch("bench_realtime_out.txt");
+  st.RemoteSource = bench::Scratch("bench_stations.rem");
+  st.OutputFile = bench::Scratch("bench_realtime_out.txt");
   std::ofstream file(st.RemoteSource, std::ios::binary);
   file << "Quantity\tCarbon Dioxide\r\nlogger\r\n";
   const int step = ws.net.BranchCount / kMaxStations;

@@ -3,8 +3,7 @@
 // 3-D view, and the full redraw with grid, symbols and text, with and without declutter.
 #include <benchmark/benchmark.h>
 
-#include "core/headless_ui.h"
-#include "tools/mine_generator.h"
+#include "bench/bench_mine.h"
 #include "view/drawing.h"
 #include "view/labels.h"
 #include "view/raster_canvas.h"
@@ -13,26 +12,12 @@
 namespace galeris {
 namespace {
 
-constexpr int kAirways = 30000;
 constexpr int kWidth = 1920, kHeight = 1080;
 
-struct Mine {
-  HeadlessUi ui{HeadlessUi::Policy::AlwaysNo};
-  Workspace ws{ui};
-  ViewState view;
+struct Mine : bench::GeneratedMine {
+  ViewState view = FittedView(kWidth, kHeight);
   RasterCanvas canvas{kWidth, kHeight};
-
-  Mine() {
-    GenerateMine(ws, kAirways);
-    RebuildNodes(ws.net, ws.defaults, ws.ui);
-    for (int n = 1; n <= kPrimaryLayers; ++n) ws.net.PrimaryLayerShow[n] = -1;
-    for (int n = 1; n <= kSecondLayers; ++n) ws.net.SecondLayerShow[n] = -1;
-    view = MakeViewState(ws);
-    view.PixelWidth = kWidth;
-    view.PixelHeight = kHeight;
-    BuildVisibleList(ws, view);
-    FitNetwork(ws, view);
-  }
+  Mine() : GeneratedMine(30000) {}
 
   void UseThreeD() {
     view.Is3D = 1;
@@ -81,31 +66,14 @@ void BM_RotationStep3D(benchmark::State& state) {
 }
 BENCHMARK(BM_RotationStep3D)->Unit(benchmark::kMillisecond);
 
+// The full redraw: plan or 3-D, a data type, and declutter on or off; declutter at fit scale
+// is how the desktop program draws by default, measuring and painting only what has a place.
 void BM_FullRedraw(benchmark::State& state) {
   Mine& mine = state.range(0) == 0 ? PlanMine() : ThreeDMine();
   mine.view.GridOn = true;
   mine.view.DisplayBits = 0x1FF;
   mine.view.DataTypeCode = static_cast<std::int16_t>(state.range(1));
-  for (auto _ : state) {
-    RedrawNetwork(mine.ws, mine.view, mine.canvas);
-  }
-  state.counters["texts"] = mine.canvas.Texts();
-  state.counters["pictures"] = mine.canvas.Bitmaps();
-}
-BENCHMARK(BM_FullRedraw)
-    ->Args({0, DataType::Quantity})
-    ->Args({1, DataType::Quantity})
-    ->Args({0, DataType::Coordinates})
-    ->Unit(benchmark::kMillisecond);
-
-// The full redraw at fit scale with declutter on, as the desktop program draws by default:
-// only what has a place of its own is measured and painted.
-void BM_FullRedrawDeclutter(benchmark::State& state) {
-  Mine& mine = state.range(0) == 0 ? PlanMine() : ThreeDMine();
-  mine.view.GridOn = true;
-  mine.view.DisplayBits = 0x1FF;
-  mine.view.DataTypeCode = DataType::Quantity;
-  mine.view.Declutter = true;
+  mine.view.Declutter = state.range(2) != 0;
   for (auto _ : state) {
     RedrawNetwork(mine.ws, mine.view, mine.canvas);
   }
@@ -113,7 +81,13 @@ void BM_FullRedrawDeclutter(benchmark::State& state) {
   state.counters["texts"] = mine.canvas.Texts();
   state.counters["pictures"] = mine.canvas.Bitmaps();
 }
-BENCHMARK(BM_FullRedrawDeclutter)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_FullRedraw)
+    ->Args({0, DataType::Quantity, 0})
+    ->Args({1, DataType::Quantity, 0})
+    ->Args({0, DataType::Coordinates, 0})
+    ->Args({0, DataType::Quantity, 1})
+    ->Args({1, DataType::Quantity, 1})
+    ->Unit(benchmark::kMillisecond);
 
 void BM_VisibleList(benchmark::State& state) {
   Mine& mine = PlanMine();

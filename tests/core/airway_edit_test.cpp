@@ -18,26 +18,11 @@ namespace {
 
 constexpr double kPi = 3.1415926;
 
-struct JournalSpy : UndoJournal {
-  struct Entry {
-    int position, kind, action;
-    float widthThen;
-  };
-  const Network* net = nullptr;
-  std::vector<Entry> entries;
-  int action = 3;
-  void RecordUndo(int position, int kind, int act) override {
-    entries.push_back({position, kind, act, net->Dim[position][2]});
-  }
-  int UndoAction() const override { return action; }
-  void SetUndoAction(int a) override { action = a; }
-};
-
 // Three 100 m airways in a row with their own friction factor (0.012) and shock length (20 m).
 struct Editor : ::testing::Test {
   HeadlessUi ui;
   Workspace ws{ui};
-  JournalSpy journal;
+  test::JournalSpy journal{3, [this](int i) { return ws.net.Dim[i][2]; }};  // the width then
 
   void SetUp() override {
     ws.net.MaxAirways = 20;
@@ -63,7 +48,6 @@ struct Editor : ::testing::Test {
     ws.defaults.ShockName[2] = "Bend";
     ws.defaults.ShockPreset[2] = 30;
     ws.net.FanName[4] = "Axial 2000";
-    journal.net = &ws.net;
     ws.journal = &journal;
   }
 
@@ -125,39 +109,21 @@ TEST_F(Editor, PresetAndUserGivenPaths) {
   };
   const Case cases[] = {
       {"resistance preset", [](AirEditFields& f) { f.ResIndex = 2; }, 2, 50, 50, base + 10},
-      {"fixed resistance",
-       [](AirEditFields& f) {
-         f.ChkFixRes = true;
-         f.FixRes.text = "2.5";
-       },
-       50, 50, 50, 2.5},
+      {"fixed resistance", [](AirEditFields& f) { f.ChkFixRes = true, f.FixRes.text = "2.5"; }, 50,
+       50, 50, 2.5},
       {"fixed but empty keeps the old",
-       [](AirEditFields& f) {
-         f.ChkFixRes = true;
-         f.FixRes.text = "";
-       },
-       50, 50, 50, base},
-      {"wall preset",
-       [](AirEditFields& f) {
-         f.ChkFixK = false;
-         f.WallIndex = 3;
-       },
-       0, 3, 50, Law(0.004, 16, 16, 20)},
+       [](AirEditFields& f) { f.ChkFixRes = true, f.FixRes.text = ""; }, 50, 50, 50, base},
+      {"wall preset", [](AirEditFields& f) { f.ChkFixK = false, f.WallIndex = 3; }, 0, 3, 50,
+       Law(0.004, 16, 16, 20)},
       {"own wall factor", [](AirEditFields& f) { f.Wall.text = "0.024"; }, 0, 50, 50,
        Law(0.024, 16, 16, 20)},
-      {"shock preset",
-       [](AirEditFields& f) {
-         f.ChkShock = false;
-         f.ShockIndex = 2;
-       },
-       0, 50, 2, Law(0.012, 16, 16, 30)},
+      {"shock preset", [](AirEditFields& f) { f.ChkShock = false, f.ShockIndex = 2; }, 0, 50, 2,
+       Law(0.012, 16, 16, 30)},
       {"negative shock length", [](AirEditFields& f) { f.Shock.text = "-10"; }, 0, 50, 50,
        Law(0.012, 16, 16, -10)},
       {"pressure and quantity fix the resistance",
        [](AirEditFields& f) {
-         f.ChkPress = f.CheckFix = true;
-         f.Pres.text = "200";
-         f.Flow.text = "10";
+         f.ChkPress = f.CheckFix = true, f.Pres.text = "200", f.Flow.text = "10";
        },
        50, 50, 50, 2},
   };
@@ -214,8 +180,8 @@ TEST_F(Editor, MultipleModeWritesOnlyTouchedFieldsToTheSelection) {
   EXPECT_EQ(ws.net.WallType[3], 3);
   EXPECT_FLOAT_EQ(ws.net.Dim[2][2], 4);
   ASSERT_EQ(journal.entries.size(), 4u);
-  EXPECT_EQ(journal.entries[0].widthThen, 4);
-  EXPECT_EQ(journal.entries[3].widthThen, 6);
+  EXPECT_EQ(journal.entries[0].value, 4);
+  EXPECT_EQ(journal.entries[3].value, 6);
 }
 
 TEST_F(Editor, OneActionRecordsEveryAirwayOfARenamedNode) {
@@ -225,13 +191,12 @@ TEST_F(Editor, OneActionRecordsEveryAirwayOfARenamedNode) {
   f.Width.text = "5";
   ASSERT_FALSE(CommitAirEdit(ws, AirEditMode::Single, 1, f));
   EXPECT_EQ(ws.net.EntryNodeName[2].Trimmed(), "Shaft bottom");
-  ASSERT_EQ(journal.entries.size(), 4u);
-  for (std::size_t k = 0; k < 4; ++k) {
-    EXPECT_EQ(journal.entries[k].kind, k < 2 ? UndoJournal::kBefore : UndoJournal::kAfter);
-    EXPECT_EQ(journal.entries[k].action, 3);
-  }
-  EXPECT_EQ(journal.entries[0].widthThen, 4);  // the record before the change
-  EXPECT_EQ(journal.entries[2].widthThen, 5);
+  // Both airways before the change, then both after it, under one action.
+  EXPECT_EQ(journal.entries,
+            (std::vector<test::JournalSpy::Entry>{{1, UndoJournal::kBefore, 3, 4},
+                                                  {2, UndoJournal::kBefore, 3, 4},
+                                                  {1, UndoJournal::kAfter, 3, 5},
+                                                  {2, UndoJournal::kAfter, 3, 4}}));
   EXPECT_EQ(journal.action, 4);
 }
 
@@ -249,11 +214,8 @@ TEST_F(Editor, BadInputWritesNothing) {
       {[](AirEditFields& f) { f.Length.text = "1e40"; }, AirField::Length,
        "Length is out of range"},
       {[](AirEditFields& f) { f.Flow.text = "12..5"; }, AirField::Flow, kMsgDataEntry},
-      {[](AirEditFields& f) {
-         f.ChkFixRes = true;
-         f.FixRes.text = "x";
-       },
-       AirField::FixRes, kMsgDataEntry},
+      {[](AirEditFields& f) { f.ChkFixRes = true, f.FixRes.text = "x"; }, AirField::FixRes,
+       kMsgDataEntry},
       {[](AirEditFields& f) { f.MultiAir = "-2"; }, AirField::MultiAir,
        "Number of parallel airways is out of range"},
       {[](AirEditFields& f) { f.FanN = "11"; }, AirField::FanN, "Number of fans is out of range"},

@@ -14,25 +14,11 @@ namespace {
 
 namespace C = SheetColumn;
 
-struct JournalSpy : UndoJournal {
-  std::vector<std::array<int, 3>> entries;  // position, kind, action
-  int action = 7;
-  int closes = 0;
-  void RecordUndo(int position, int kind, int act) override {
-    entries.push_back({position, kind, act});
-  }
-  int UndoAction() const override { return action; }
-  void SetUndoAction(int a) override {
-    action = a;
-    ++closes;
-  }
-};
-
 // Four 100 m airways along X, named A..D, with their own friction factor.
 struct Sheet : ::testing::Test {
   HeadlessUi ui{HeadlessUi::Policy::AlwaysYes};
   Workspace ws{ui};
-  JournalSpy journal;
+  test::JournalSpy journal{7};
   AirwaySheet sheet;
 
   void SetUp() override {
@@ -68,11 +54,11 @@ TEST_F(Sheet, EditsReachTheStoreOnlyOnSaveAsOneAction) {
   EXPECT_EQ(ws.net.Coord2[2][1], 251);  // whole units
   EXPECT_FLOAT_EQ(ws.net.Length[2], 151);
   EXPECT_EQ(ws.net.BranchName[4].Trimmed(), "Return");
-  const std::vector<std::array<int, 3>> expected = {{2, UndoJournal::kBefore, 7},
-                                                    {2, UndoJournal::kAfter, 7},
-                                                    {4, UndoJournal::kBefore, 7},
-                                                    {4, UndoJournal::kAfter, 7}};
-  EXPECT_EQ(journal.entries, expected);
+  EXPECT_EQ(journal.entries,
+            (std::vector<test::JournalSpy::Entry>{{2, UndoJournal::kBefore, 7, 0},
+                                                  {2, UndoJournal::kAfter, 7, 0},
+                                                  {4, UndoJournal::kBefore, 7, 0},
+                                                  {4, UndoJournal::kAfter, 7, 0}}));
   EXPECT_EQ(journal.closes, 1);
   EXPECT_FALSE(sheet.SheetDirty);
   EXPECT_EQ(ws.net.NetworkBalanced, 0);

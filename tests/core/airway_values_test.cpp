@@ -85,12 +85,11 @@ TEST(CalcResistance, WallAndShockPresets) {
 
   // Shock presets end at 5: type 6 keeps the airway's own shock length.
   Airway b(Bit::Rectangular, 5, 4);
-  b.net.ShockType[b.i] = 6;
-  b.Calc();
-  EXPECT_EQ(b.net.ShockFactor[b.i], 20);
-  b.net.ShockType[b.i] = 5;
-  b.Calc();
-  EXPECT_EQ(b.net.ShockFactor[b.i], 250);
+  for (auto [type, length] : {std::pair{6, 20.0f}, {5, 250.0f}}) {
+    b.net.ShockType[b.i] = static_cast<std::int16_t>(type);
+    b.Calc();
+    EXPECT_EQ(b.net.ShockFactor[b.i], length) << type;
+  }
 }
 
 TEST(CalcResistance, ResistancePresetsAddOrOverride) {
@@ -146,7 +145,6 @@ TEST(CalcResistance, LengthIsTheWholePartOfTheSlopeDistance) {
   EXPECT_EQ(zero.Calc(), Atkinson(0.012f, 18, 20, 20));
 }
 
-
 TEST(FrictionResistance, IgnoresServicesPresetsAndParallelAirways) {
   Airway a(Bit::Rectangular | Bit::Services, 5, 4);
   a.net.ResType[a.i] = 2;
@@ -169,11 +167,6 @@ TEST(RecalcAllResistances, WalksEveryAirway) {
 }
 
 TEST(ShockCalculator, TableTotalAndClickingABox) {
-  EXPECT_STREQ(kShockLosses[0].caption, "Bend, acute, round");
-  EXPECT_STREQ(kShockLosses[14].caption, "Obstruction 20% area");
-  EXPECT_EQ(kShockLosses[15].equivalentLength, 150);
-  EXPECT_STREQ(kShockLosses[19].caption, "Discharge");
-
   UnitTable units = BuiltInUnits();
   std::array<ShockRow, kShockLossCount> rows{};
   EXPECT_EQ(ShockTotal(rows, units), 0);
@@ -188,7 +181,6 @@ TEST(ShockCalculator, TableTotalAndClickingABox) {
   EXPECT_EQ(ShockCountAfterClick(true, 4), 4);
   EXPECT_EQ(ShockCountAfterClick(false, 4), 0);
 }
-
 
 }  // namespace
 }  // namespace galeris

@@ -64,10 +64,9 @@ TEST_F(RebuildNodesTest, ForceBitsPutAnEndOnTheSurface) {
   net.BranchCode[a] |= Bit::ForceEntrySurface;
   net.BranchCode[b] |= Bit::ForceExitSurface;
   RebuildNodes(net, defaults, ui);
-  EXPECT_EQ(net.EntryNodeId[a], SurfaceKey);
-  EXPECT_EQ(net.ExitNodeId[a], NodeKey(20, 10, 500));
-  EXPECT_EQ(net.EntryNodeId[b], NodeKey(30, 10, 500));
-  EXPECT_EQ(net.ExitNodeId[b], SurfaceKey);
+  EXPECT_EQ((std::vector<Key>{net.EntryNodeId[a], net.ExitNodeId[a], net.EntryNodeId[b],
+                              net.ExitNodeId[b]}),
+            (std::vector<Key>{SurfaceKey, NodeKey(20, 10, 500), NodeKey(30, 10, 500), SurfaceKey}));
 }
 
 TEST_F(RebuildNodesTest, ManyAirwaysOnTheSurfaceGiveOneWarning) {
@@ -81,9 +80,9 @@ TEST_F(RebuildNodesTest, ManyAirwaysOnTheSurfaceGiveOneWarning) {
             "Please check your surface RL values or the airway data as the network will not "
             "simulate properly with the current settings.");
   EXPECT_EQ(net.BranchCount, 6);  // marked, not removed
-  EXPECT_EQ(net.Errorlist.size(), 5u);
-  EXPECT_EQ(net.Errorlist[0], "17\tboth ends on surface");
-  EXPECT_EQ(net.Errorlist[1], "0\tboth ends on surface");
+  std::vector<std::string> listed(5, "0\tboth ends on surface");
+  listed[0] = "17\tboth ends on surface";
+  EXPECT_EQ(net.Errorlist, listed);
   EXPECT_EQ(net.Comment[1].Trimmed(), "ends on surf");  // cut to 12 characters
   EXPECT_TRUE(net.BranchCode[1] & Bit::ErrorMark);
   EXPECT_FALSE(net.BranchCode[6] & Bit::ErrorMark);
@@ -110,11 +109,8 @@ TEST_F(RebuildNodesTest, NumbersNewAirwaysAndStopsBlockedFlow) {
   net.Quantity[a] = 12;
   net.Quantity[b] = 12;
   RebuildNodes(net, defaults, ui);
-  EXPECT_EQ(net.AirwayNo[a], 41);
-  EXPECT_EQ(net.AirwayNo[b], 7);
-  EXPECT_EQ(net.NextAirwayNo, 41);
-  EXPECT_EQ(net.Quantity[a], 0);
-  EXPECT_EQ(net.Quantity[b], 12);
+  EXPECT_EQ(std::tuple(net.AirwayNo[a], net.AirwayNo[b], net.NextAirwayNo), std::tuple(41, 7, 41));
+  EXPECT_EQ(std::pair(net.Quantity[a], net.Quantity[b]), std::pair(0.0f, 12.0f));
 }
 
 TEST(Store, TextFieldsAreCutAndPadded) {
@@ -150,8 +146,7 @@ TEST(Store, ReorderMovesEveryField) {
     net.ChordWeight[k] = static_cast<float>(k);
   }
   ReorderAirways(net, {0, 3, 1, 2});
-  EXPECT_EQ(net.AirwayNo[1], 30);
-  EXPECT_EQ(net.AirwayNo[2], 10);
+  EXPECT_EQ(std::vector<int>(&net.AirwayNo[1], &net.AirwayNo[4]), (std::vector<int>{30, 10, 20}));
   EXPECT_EQ(net.ChordWeight[3], 2.0f);
   EXPECT_EQ(net.Coord1[1][1], 3);
 }
@@ -160,9 +155,7 @@ TEST(Store, DuplicateAirwayNumbers) {
   Network net;
   HeadlessUi ui;
   for (int k = 1; k <= 3; ++k) AddAirway(net, k, k, k, k + 1, k + 1, k + 1);
-  net.AirwayNo[1] = 1;
-  net.AirwayNo[2] = 2;
-  net.AirwayNo[3] = 3;
+  for (int k = 1; k <= 3; ++k) net.AirwayNo[k] = k;
   net.NextAirwayNo = 3;
   CheckDuplicateAirwayNumbers(net, ui);
   EXPECT_EQ(ui.MessageTexts().back(), "All airways have unqiue numbers");

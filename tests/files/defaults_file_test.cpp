@@ -3,7 +3,6 @@
 #include "files/defaults_file.h"
 
 #include <cmath>
-#include <filesystem>
 #include <functional>
 #include <iterator>
 #include <random>
@@ -29,6 +28,8 @@ struct Program : test::FileFixture {
   std::string DefaultsPath() const { return folder + "Defaults.dat"; }
   void WriteDefaults(const std::string& bytes) { test::WriteFile(DefaultsPath(), bytes); }
   void CopyFixture(const std::string& name) { WriteDefaults(test::ReadFile(Fixture(name))); }
+  void Load(const std::string& bytes) { WriteDefaults(bytes), LoadDefaults(ws); }
+  void Init(const std::string& bytes) { WriteDefaults(bytes), InitDefaults(ws); }
 };
 
 using test::Lines;
@@ -59,35 +60,16 @@ std::string WithValueAt(const Workspace& ws, int position, const std::string& va
   return Edited(ws, 7, position, value);
 }
 
-// The preset values themselves are pinned by ShippedFilesHoldTheBuiltInValues; here the slots.
-TEST(BuiltInDefaults, PresetSlotsAndLimits) {
+TEST(BuiltInDefaults, EmptySlotsAndMirroredViews) {
   Program p;
   const Defaults& d = p.ws.defaults;
-  EXPECT_EQ(d.WallName[9], "Concrete Shaft Sets");
   EXPECT_EQ(d.WallName[10], "");
-  EXPECT_EQ(d.ResName[10], "undefined");
   EXPECT_EQ(d.ResName[49], "undefined");
   EXPECT_EQ(d.ResName[kUserGiven], "Fix Res");
-  EXPECT_EQ(d.ShockName[6], "");
-  EXPECT_EQ(d.HighResistance, 1e9);
-  EXPECT_EQ(p.ws.net.UndoMax, 30000);
-  EXPECT_EQ(p.ws.net.MaxTexts, 100);
-}
-
-TEST(BuiltInDefaults, FivePermanentViews) {
-  Program p;
-  const Network& net = p.ws.net;
-  EXPECT_EQ(net.ViewName[1], " 1. Default View");
-  EXPECT_EQ(net.ViewName[5], " 5. Iso View");
-  EXPECT_EQ(net.ViewValue[1][14], 0.0f);
-  for (int view = 2; view <= 5; ++view) EXPECT_EQ(net.ViewValue[view][14], 1.0f) << view;
-  EXPECT_FLOAT_EQ(net.ViewValue[3][1], 3.141592654f / 2);
-  EXPECT_FLOAT_EQ(net.ViewValue[4][2], -3.141592654f / 2);
-  EXPECT_FLOAT_EQ(net.ViewValue[5][1], 1.0f);
+  Network& net = p.ws.net;
   EXPECT_FLOAT_EQ(net.ViewValue[5][2], -0.391f);
-
-  p.ws.net.AxisSignY = -1;
-  SetInitialViews(p.ws.net);
+  net.AxisSignY = -1;
+  SetInitialViews(net);
   EXPECT_FLOAT_EQ(net.ViewValue[3][1], -3.141592654f / 2);
   EXPECT_FLOAT_EQ(net.ViewValue[5][1], -1.0f);
   EXPECT_FLOAT_EQ(net.ViewValue[4][2], -3.141592654f / 2);  // only the tilt is mirrored
@@ -98,22 +80,7 @@ TEST(DefaultsFile, MissingFileKeepsTheBuiltInValues) {
   p.ws.defaults.MaxIter = 1;
   InitDefaults(p.ws);
   EXPECT_EQ(p.ws.defaults.MaxIter, 50);
-  EXPECT_EQ(p.ws.net.MaxAirways, 30000);
   EXPECT_TRUE(p.ui.Records().empty());
-}
-
-TEST(DefaultsFile, LayoutOfTheFile) {
-  Program p;
-  SaveDefaults(p.ws);
-  const std::vector<std::string> lines = Lines(test::ReadFile(p.DefaultsPath()));
-  ASSERT_EQ(lines.size(), 9u);
-  EXPECT_EQ(lines[0], "3.1\tGALERIS3");
-  EXPECT_EQ(lines[8], "**End of Network Defaults**");
-  // The values themselves are pinned by ShippedFilesHoldTheBuiltInValues.
-  EXPECT_EQ(Tabs(lines[2]).size(), 51u);  // fifty values, each followed by a tab
-  EXPECT_EQ(Tabs(lines[2])[50], "");
-  EXPECT_EQ(Tabs(lines[7]).size(), 90u);
-  EXPECT_TRUE(std::filesystem::exists(p.folder + "Conversion.dat"));
 }
 
 TEST(DefaultsFile, WrittenThenReadBackIdentical) {
@@ -121,47 +88,27 @@ TEST(DefaultsFile, WrittenThenReadBackIdentical) {
   Defaults& d = p.ws.defaults;
   d.WallName[20] = "Lined Drive";
   d.WallFactorPreset[20] = 0.0123f;
-  d.ResName[12] = "Regulator";
   d.ResPreset[12] = 42.5f;
   d.ShockName[7] = "Collar";
-  d.ShockPreset[7] = 33;
-  d.MinNodeSpacing = 3;
   d.GridSpacing = 12.5;
-  d.SurfaceName = "TOP";
-  d.MaxError = 0.001f;
   d.RequestedAirways = 12000;
-  d.AirDensity = 1.15f;
   d.ViewDetail = 0;
   d.ExportLayers = {1, 0, -1, 0, 1};
   d.Fonts[3] = {"Courier New", -1, 9};
-  d.DataRowType[7] = 33;
-  d.DataRowSize[7] = 2;
-  d.ColourTable[8] = 16777215;
-  d.PresetOverrides = 1;
   d.UnitSystem = 2;
-  d.ViewDepth = 800;
-  d.DefaultPerimeter = 14;
-  d.DefaultArea = 12;
-  d.AutoSaveMinutes = 5;
   d.GridCentreY = -250;
-  d.ViewFar = 3000;
   p.ws.net.FanMax = 300;
   p.ws.net.NextAirwayNo = 4567;
   SaveDefaults(p.ws);
   const std::string saved = test::ReadFile(p.DefaultsPath());
 
   Program q;
-  q.WriteDefaults(saved);
-  InitDefaults(q.ws);
+  q.Init(saved);
   EXPECT_TRUE(q.ui.Records().empty());
   EXPECT_EQ(FormatDefaultsBlock(q.ws), FormatDefaultsBlock(p.ws));
   EXPECT_EQ(q.ws.net.MaxAirways, 12000);
-  EXPECT_EQ(q.ws.net.FanMax, 300);
-  EXPECT_EQ(q.ws.net.NextAirwayNo, 4567);
   EXPECT_EQ(q.ws.units.UnitSystem, 2);
   EXPECT_EQ(q.ws.defaults.ViewDetail, 0);  // a written zero is not an empty field
-  EXPECT_EQ(q.ws.defaults.Fonts[3].Name, "Courier New");
-
   SaveDefaults(q.ws);
   EXPECT_EQ(test::ReadFile(q.DefaultsPath()), saved);
 }
@@ -173,8 +120,7 @@ TEST(DefaultsFile, NamesCannotBreakTheLines) {
   p.ws.defaults.MaxIter = 66;
   SaveDefaults(p.ws);
   Program q;
-  q.WriteDefaults(test::ReadFile(p.DefaultsPath()));
-  LoadDefaults(q.ws);
+  q.Load(test::ReadFile(p.DefaultsPath()));
   EXPECT_TRUE(q.ui.Records().empty());
   EXPECT_EQ(q.ws.defaults.WallName[2], "Lined Drive  ");
   EXPECT_EQ(q.ws.defaults.WallName[3], "Raisebored Airway");
@@ -188,8 +134,7 @@ TEST(DefaultsFile, CurveFractionDoesNotSurviveAReload) {
   SaveDefaults(p.ws);
   EXPECT_EQ(Tabs(Lines(test::ReadFile(p.DefaultsPath()))[7])[77], " 60 ");
   Program q;
-  q.WriteDefaults(test::ReadFile(p.DefaultsPath()));
-  LoadDefaults(q.ws);
+  q.Load(test::ReadFile(p.DefaultsPath()));
   EXPECT_EQ(q.ws.defaults.DefaultCurveFraction, 0);
   EXPECT_EQ(q.ws.defaults.UnusedCurveFraction, 60);
 }
@@ -214,17 +159,12 @@ TEST(DefaultsFile, OldValuesLineTakesTheReaderDefaults) {
   LoadDefaults(q.ws);
   EXPECT_TRUE(q.ui.Records().empty());
   const Defaults& r = q.ws.defaults;
-  EXPECT_EQ(r.ViewDepth, 1500.0f);
-  EXPECT_EQ(r.GridWidth, 500.0f);
-  EXPECT_EQ(r.GridCentreX, 1000.0f);
-  EXPECT_EQ(r.GridCentreY, 1000.0f);
-  EXPECT_EQ(r.DefaultArea, 25.0f);
-  EXPECT_EQ(r.DefaultPerimeter, 20.0f);
-  EXPECT_EQ(r.ViewFar, 1000.0f);
+  EXPECT_EQ((std::vector<float>{r.ViewDepth, r.GridWidth, r.GridCentreX, r.GridCentreY,
+                                r.DefaultArea, r.DefaultPerimeter, r.ViewFar}),
+            (std::vector<float>{1500, 500, 1000, 1000, 25, 20, 1000}));
   EXPECT_EQ(r.LayerInherit, 0);  // missing reads as zero
   EXPECT_EQ(r.AutoSaveMinutes, 0);
   EXPECT_EQ(q.ws.net.NextAirwayNo, 0);
-  EXPECT_EQ(r.UnitSystem, 1);
 }
 
 TEST(DefaultsFile, ZeroFieldsTakeTheReaderDefaults) {
@@ -232,8 +172,7 @@ TEST(DefaultsFile, ZeroFieldsTakeTheReaderDefaults) {
   p.ws.defaults.DefaultPerimeter = 14;
   std::string text = WithValueAt(p.ws, 76, " 0 ");
   Program q;
-  q.WriteDefaults(text);
-  LoadDefaults(q.ws);
+  q.Load(text);
   EXPECT_EQ(q.ws.defaults.DefaultArea, 25.0f);
   EXPECT_EQ(q.ws.defaults.DefaultPerimeter, 20.0f);  // even though 14 was written
 
@@ -247,28 +186,24 @@ TEST(DefaultsFile, ZeroFieldsTakeTheReaderDefaults) {
     Program r;
     r.ws.defaults.ViewDetail = 5;
     r.ws.net.FanMax = 100;
-    r.WriteDefaults(WithValueAt(p.ws, position, position == 22 ? "" : " 0 "));
-    LoadDefaults(r.ws);
+    r.Load(WithValueAt(p.ws, position, position == 22 ? "" : " 0 "));
     EXPECT_TRUE(check(r)) << "position " << position;
   }
 }
 
 TEST(DefaultsFile, CapacitiesAreClampedAndGrowTheStore) {
   Program p;
-  p.WriteDefaults(WithValueAt(p.ws, 12, " 99999 "));
-  InitDefaults(p.ws);
+  p.Init(WithValueAt(p.ws, 12, " 99999 "));
   EXPECT_EQ(p.ws.defaults.RequestedAirways, 30000);
 
   Program q;
-  q.WriteDefaults(WithValueAt(q.ws, 12, " 10 "));
-  InitDefaults(q.ws);
+  q.Init(WithValueAt(q.ws, 12, " 10 "));
   EXPECT_EQ(q.ws.net.MaxAirways, 50);
   EXPECT_EQ(q.ws.net.Coord1.size(), 51u);
 
   // A network's block asking for more fan slots than the store has grows the fan arrays.
   Program r;
-  r.WriteDefaults(WithValueAt(r.ws, 69, " 400 "));
-  LoadDefaults(r.ws);
+  r.Load(WithValueAt(r.ws, 69, " 400 "));
   EXPECT_EQ(r.ws.net.FanMax, 400);
   EXPECT_GE(r.ws.net.FanName.size(), 401u);
 }
@@ -277,8 +212,7 @@ TEST(DefaultsFile, BulkheadPresetBecomesTheBlockageResistance) {
   for (auto [written, expected] : std::vector<std::pair<const char*, float>>{
            {" 100000 ", 1e9f}, {" 5E+08 ", 1e9f}, {" 99999 ", 99999.0f}, {" 500 ", 500.0f}}) {
     Program p;
-    p.WriteDefaults(Edited(p.ws, 4, 2, written));
-    LoadDefaults(p.ws);
+    p.Load(Edited(p.ws, 4, 2, written));
     EXPECT_EQ(p.ws.defaults.ResPreset[1], expected) << written;
   }
 }
@@ -300,26 +234,16 @@ TEST(DefaultsFile, CommaSeparatedFileWithGaleris2Head) {
   InitDefaults(p.ws);
   EXPECT_TRUE(p.ui.Records().empty());
   const Defaults& d = p.ws.defaults;
-  EXPECT_EQ(d.WallName[1], "Flexible Ducting");
   EXPECT_FLOAT_EQ(d.WallFactorPreset[1], 0.003f);  // 0.0036 at the mine's density
-  EXPECT_FLOAT_EQ(d.WallFactorPreset[8], 0.04f);
   EXPECT_EQ(d.ResPreset[1], 1e9f);
   EXPECT_EQ(d.ResName[48], "Reg 48");
-  EXPECT_EQ(d.ResPreset[48], 48.0f);
   EXPECT_EQ(d.ResName[49], "undefined");
-  EXPECT_EQ(d.ShockName[6], "Extreme");
   EXPECT_EQ(d.ShockPreset[6], 500.0f);
-  EXPECT_EQ(d.MinNodeSpacing, 7);
   EXPECT_EQ(d.AirDensity, 1.2f);         // 0 in the file
   EXPECT_EQ(d.SurfacePressure, 101.0f);  // 0 in the file
-  EXPECT_EQ(d.FanEffDefault, 0.75f);
   EXPECT_EQ(d.MaxIter, 80);
-  EXPECT_EQ(d.ViewDetail, 255);
-  EXPECT_EQ(d.Fonts[2].Name, "Times");
-  EXPECT_EQ(d.Fonts[3].Size, 12);
-  EXPECT_EQ(d.RequestedAirways, 5000);
-  EXPECT_EQ(p.ws.net.MaxAirways, 5000);
   EXPECT_EQ(d.Fonts[4].Name, "Script");
+  EXPECT_EQ(p.ws.net.MaxAirways, 5000);
   EXPECT_EQ(d.ColourTable[2], 65280);
   EXPECT_EQ(d.EditNoRightClick, 1);
 }
@@ -329,42 +253,32 @@ TEST(DefaultsFile, CommaSeparatedFileWithOlderHeadHasTenResistances) {
   p.CopyFixture("v15_galeris.dat");
   LoadDefaults(p.ws);
   EXPECT_TRUE(p.ui.Records().empty());
-  const Defaults& d = p.ws.defaults;
-  EXPECT_EQ(d.ResName[9], "Curtain");
-  EXPECT_EQ(d.ResName[10], "undefined");
-  EXPECT_EQ(d.ResPreset[10], 0.0f);
-  EXPECT_EQ(d.ShockName[0], "None");
-  EXPECT_EQ(d.EditNoRightClick, 1);
+  EXPECT_EQ(p.ws.defaults.ResName[9], "Curtain");
+  EXPECT_EQ(p.ws.defaults.ResName[10], "undefined");
+  EXPECT_EQ(p.ws.defaults.EditNoRightClick, 1);
 }
 
 TEST(DefaultsFile, LegacyLineFormKeepsValuesForZeroOrEmptyEntries) {
   Program p;
   p.ws.defaults.SurfacePressure = 99;
-  p.ws.defaults.ViewDetail = 7;
   p.CopyFixture("v26_legacy_b.dat");
   LoadDefaults(p.ws);
   EXPECT_TRUE(p.ui.Records().empty());
   const Defaults& d = p.ws.defaults;
   EXPECT_EQ(d.WallName[10], "Old Workings");
   EXPECT_FLOAT_EQ(d.WallFactorPreset[1], 0.0036f);  // 2.6 wall values stand as written
-  EXPECT_EQ(d.WallName[11], "");
   EXPECT_EQ(d.ResName[49], "undefined");
-  EXPECT_EQ(d.ShockPreset[6], 500.0f);
-  EXPECT_EQ(d.AirDensity, 1.1f);
-  EXPECT_EQ(d.ViewDetail, 0x1FF);  // empty display flags
-  EXPECT_EQ(d.Fonts[1].Name, "Courier");
+  EXPECT_EQ(d.ViewDetail, 0x1FF);       // empty display flags
   EXPECT_EQ(d.Fonts[2].Name, "Arial");  // empty: kept
   EXPECT_EQ(d.SpinSpeed, 2.0f);         // zero: kept
   EXPECT_EQ(d.SurfacePressure, 99.0f);  // not read from the line form
   EXPECT_EQ(d.ColourTable[2], 0);       // zero: kept (built-in zero)
   EXPECT_EQ(d.ColourTable[3], 16711680);
-  EXPECT_EQ(d.RequestedAirways, 5000);
 }
 
 TEST(DefaultsFile, VersionBelowOneReadsNothing) {
   Program p;
-  p.WriteDefaults("0.9\tGALERIS3\r\nrubbish\r\n");
-  LoadDefaults(p.ws);
+  p.Load("0.9\tGALERIS3\r\nrubbish\r\n");
   EXPECT_TRUE(p.ui.Records().empty());
   EXPECT_EQ(p.ws.defaults.WallName[1], "Flexible Ducting");
 }
@@ -376,8 +290,7 @@ TEST(DefaultsFile, TruncatedFileSaysSoAndKeepsWhatWasRead) {
   const std::vector<std::string> lines =
       Lines(DefaultsHeadLine() + "\r\n" + FormatDefaultsBlock(p.ws));
   Program q;
-  q.WriteDefaults(lines[0] + "\r\n" + lines[1] + "\r\n" + lines[2] + "\r\n" + lines[3]);
-  LoadDefaults(q.ws);
+  q.Load(lines[0] + "\r\n" + lines[1] + "\r\n" + lines[2] + "\r\n" + lines[3]);
   EXPECT_EQ(q.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
   EXPECT_EQ(q.ws.defaults.WallName[0], "Glass");
   EXPECT_EQ(q.ws.defaults.ResName[0], "Nothing");  // the last line, without its line end
@@ -389,40 +302,15 @@ TEST(DefaultsFile, UnreadableNumberStopsTheLineAndKeepsWhatCameBefore) {
   p.ws.defaults.MinNodeSpacing = 9;
   p.ws.defaults.AirDensity = 1.1f;
   Program q;
-  q.WriteDefaults(WithValueAt(p.ws, 10, " 99999 "));  // MaxIter is 16-bit
-  LoadDefaults(q.ws);
+  q.Load(WithValueAt(p.ws, 10, " 99999 "));  // MaxIter is 16-bit
   EXPECT_EQ(q.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
   EXPECT_EQ(q.ws.defaults.MinNodeSpacing, 9);
   EXPECT_EQ(q.ws.defaults.MaxIter, 50);
   EXPECT_EQ(q.ws.defaults.AirDensity, 1.2f);
 
   Program r;
-  r.WriteDefaults(WithValueAt(p.ws, 15, " 1E+300 "));  // no single holds it
-  LoadDefaults(r.ws);
+  r.Load(WithValueAt(p.ws, 15, " 1E+300 "));  // no single holds it
   EXPECT_EQ(r.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
-}
-
-TEST(DefaultsFile, DamagedFilesNeverBreakTheReader) {
-  std::string binary;
-  for (int i = 0; i < 5000; ++i) binary.push_back(static_cast<char>((i * 7919) % 256));
-  const std::string hugeLine = "3.1\tGALERIS3\r\n" + std::string(3000000, '\t') + "\r\n";
-  for (const std::string& bytes :
-       {std::string(), std::string("\r\n\r\n"), std::string("GALERIS"), binary,
-        std::string("2.2,GALERIS2\r\n\"a\",1\r\n"), std::string("2.6\tGALERIS2\r\nx\r\n"),
-        std::string("3.1\tGALERIS3\r\n") + binary, hugeLine,
-        std::string("3.1\tGALERIS3\r\n\r\n\r\n\r\n\r\n\r\n\r\n") + std::string(200, '9') +
-            "\r\n"}) {
-    Program p;
-    p.WriteDefaults(bytes);
-    InitDefaults(p.ws);
-    EXPECT_GE(p.ws.net.MaxAirways, 50);
-    EXPECT_LE(p.ws.net.MaxAirways, 30000);
-    EXPECT_NE(p.ws.defaults.SpinSpeed, 0.0f);
-  }
-  Program p;
-  p.WriteDefaults(binary);
-  LoadDefaults(p.ws);
-  EXPECT_EQ(p.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
 }
 
 TEST(DefaultsFile, ShippedFilesHoldTheBuiltInValues) {
@@ -447,18 +335,29 @@ TEST(DefaultsFile, WrittenOnACommaMachine) {
   EXPECT_NE(text.find(" 0,025 "), std::string::npos);
   EXPECT_EQ(p.ws.defaults.MaxError, 0.025f);
   Program q;
-  q.WriteDefaults(text);
-  LoadDefaults(q.ws);  // and on a machine with a point
+  q.Load(text);  // and on a machine with a point
   EXPECT_TRUE(q.ui.Records().empty());
   EXPECT_EQ(q.ws.defaults.MaxError, 0.025f);
   EXPECT_EQ(q.ws.defaults.WallFactorPreset[20], 1.5f);
 }
 
-// Damage of every kind at random places of a good file: the reader may refuse it, but the
-// settings that come out must still size a store.
-TEST(DefaultsFile, RandomlyDamagedFilesLeaveUsableSettings) {
+// Damage of every kind, fixed and at random places of a good file: the reader may refuse it,
+// but the settings that come out must still size a store.
+TEST(DefaultsFile, DamagedFilesLeaveUsableSettings) {
   Program p;
   const std::string good = DefaultsHeadLine() + "\r\n" + FormatDefaultsBlock(p.ws);
+  std::string binary;
+  for (int i = 0; i < 5000; ++i) binary.push_back(static_cast<char>((i * 7919) % 256));
+  std::vector<std::string> cases = {
+      "",
+      "\r\n\r\n",
+      "GALERIS",
+      binary,
+      "2.2,GALERIS2\r\n\"a\",1\r\n",
+      "2.6\tGALERIS2\r\nx\r\n",
+      "3.1\tGALERIS3\r\n" + binary,
+      "3.1\tGALERIS3\r\n" + std::string(3000000, '\t') + "\r\n",
+      "3.1\tGALERIS3\r\n\r\n\r\n\r\n\r\n\r\n\r\n" + std::string(200, '9') + "\r\n"};
   std::mt19937 random(20261123);
   const std::string pieces[] = {"\t", "\r\n", "-",      "9999999999",         "1E+40",
                                 ",",  "\"",   "-32768", std::string(1, '\0'), "\xff",
@@ -468,27 +367,27 @@ TEST(DefaultsFile, RandomlyDamagedFilesLeaveUsableSettings) {
     const int edits = 1 + static_cast<int>(random() % 6);
     for (int e = 0; e < edits && !bytes.empty(); ++e) {
       const std::size_t at = random() % bytes.size();
-      switch (random() % 3) {
-        case 0:
-          bytes.erase(at, 1 + random() % 40);
-          break;
-        case 1:
-          bytes.insert(at, pieces[random() % std::size(pieces)]);
-          break;
-        default:
-          bytes.resize(at);
-          break;
-      }
+      const int kind = static_cast<int>(random() % 3);
+      if (kind == 0) bytes.erase(at, 1 + random() % 40);
+      if (kind == 1) bytes.insert(at, pieces[random() % std::size(pieces)]);
+      if (kind == 2) bytes.resize(at);
     }
-    p.WriteDefaults(bytes);
+    cases.push_back(bytes);
+  }
+  for (std::size_t round = 0; round < cases.size(); ++round) {
+    p.WriteDefaults(cases[round]);
     SetBuiltInDefaults(p.ws);
     p.ws.net.MaxAirways = 50;
     InitDefaults(p.ws);
     ASSERT_GE(p.ws.net.FanMax, 1) << round;
+    ASSERT_NE(p.ws.defaults.SpinSpeed, 0.0f) << round;
     ASSERT_GE(p.ws.net.MaxAirways, 50) << round;
     ASSERT_LE(p.ws.net.MaxAirways, 30000) << round;
     ASSERT_EQ(p.ws.net.Coord1.size(), static_cast<std::size_t>(p.ws.net.MaxAirways) + 1);
   }
+  Program q;
+  q.Load(binary);
+  EXPECT_EQ(q.ui.MessageTexts(), std::vector<std::string>{kLoadFailed});
 }
 
 TEST(DefaultsFile, SaveFailureSaysSo) {
@@ -528,9 +427,7 @@ TEST(NetworkDefaults, LegacyPresetsOfVersionTwo) {
   EXPECT_EQ(d.WallName[9], "Shaft Sets");
   EXPECT_FLOAT_EQ(d.WallFactorPreset[9], 0.05f);
   EXPECT_EQ(d.ResPreset[1], 1e9f);
-  EXPECT_EQ(d.ResName[9], "Curtain");
   EXPECT_EQ(d.ResName[10], "undefined");
-  EXPECT_EQ(d.ResPreset[10], 0.0f);
   EXPECT_EQ(d.ShockName[6], "Extreme");
   std::string line;
   ASSERT_TRUE(in.ReadLine(line));
@@ -544,13 +441,9 @@ TEST(NetworkDefaults, LegacyLineFormOfVersionTwoThree) {
   ASSERT_TRUE(ReadLegacyDefaultsB(p.ws, in, 2.3f));
   const Defaults& d = p.ws.defaults;
   EXPECT_FLOAT_EQ(d.WallFactorPreset[1], 0.003f);  // divided by 1.2 below 2.4
-  EXPECT_FLOAT_EQ(d.WallFactorPreset[10], 0.025f);
   EXPECT_EQ(d.WallName[10], "Old Workings");
-  EXPECT_EQ(d.ResName[48], "Reg 48");
   EXPECT_EQ(d.ResName[49], "undefined");
-  EXPECT_EQ(d.ResPreset[1], 1e9f);
   EXPECT_EQ(d.ViewDetail, 0x1FF);
-  EXPECT_EQ(d.RequestedAirways, 5000);
   std::string line;
   ASSERT_TRUE(in.ReadLine(line));
   EXPECT_EQ(line, "Saved Views");  // the end line was skipped

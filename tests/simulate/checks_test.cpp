@@ -104,10 +104,9 @@ TEST(CheckNetwork, ClearsOldMarksAndLeftoverFlows) {
   ASSERT_EQ(f.ws.sim.SimStatus, 0);
   EXPECT_TRUE(f.net.Comment[f.At(1)].IsBlank());
   EXPECT_EQ(f.net.BranchCode[f.At(1)], Bit::Rectangular);
-  EXPECT_EQ(f.net.Quantity[f.At(1)], 0);
-  EXPECT_EQ(f.net.Quantity[f.At(2)], 9993.9f);
-  EXPECT_EQ(f.net.Quantity[f.At(3)], 0);
-  EXPECT_EQ(f.net.Quantity[f.At(4)], -9993.9f);
+  std::vector<float> flows;
+  for (int no = 1; no <= 4; ++no) flows.push_back(f.net.Quantity[f.At(no)]);
+  EXPECT_EQ(flows, (std::vector<float>{0, 9993.9f, 0, -9993.9f}));
 }
 
 TEST(CheckNetwork, NodeNumbersFollowTheEntryKeys) {

@@ -31,11 +31,7 @@ struct Smoke : ::testing::Test {
     net.Quantity[i] = q;
     return net.AirwayNo[i] = i;
   }
-  int At(int no) const {
-    for (int i = 1; i <= net.BranchCount; ++i)
-      if (net.AirwayNo[i] == no) return i;
-    return 0;
-  }
+  int At(int no) const { return test::AtNumber(net, no); }
   void Source(int no, float concentration) {
     net.BranchCode[At(no)] |= Bit::ContaminantSource;
     net.Contaminant[At(no)] = concentration;

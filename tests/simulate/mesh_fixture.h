@@ -59,12 +59,7 @@ struct MeshFixture {
     BuildMeshes(ws);
   }
 
-  // The store position of an airway by its number.
-  int At(int airwayNo) const {
-    for (int i = 1; i <= net.BranchCount; ++i)
-      if (net.AirwayNo[i] == airwayNo) return i;
-    return 0;
-  }
+  int At(int airwayNo) const { return AtNumber(net, airwayNo); }
 
   // The members of mesh m as signed airway numbers.
   std::vector<int> Members(int m) const {

@@ -11,6 +11,7 @@
 #include "simulate/network_checks.h"
 #include "simulate/sort_airways.h"
 #include "tests/simulate/mesh_reference.h"
+#include "tests/support/test_support.h"
 
 namespace galeris {
 namespace {
@@ -30,16 +31,9 @@ struct Bench {
 // An airway of user-given resistance with a 4 x 4 section; returns its position.
 int StoreAirway(Network& net, int x1, int y1, int z1, int x2, int y2, int z2, float resistance,
                 std::int16_t fan, std::int32_t number) {
-  const int i = ++net.BranchCount;
-  net.Coord1[i] = {0, x1, y1, z1};
-  net.Coord2[i] = {0, x2, y2, z2};
-  net.BranchCode[i] = Bit::Rectangular;
-  net.Dim[i] = {0, 4, 4};
-  net.ResType[i] = kUserGiven;
-  net.Resistance[i] = resistance;
-  net.FanNumber[i] = fan;
-  net.AirwayNo[i] = number;
-  net.ParallelCount[i] = 1;
+  const int i = test::AddAirway(net, x1, y1, z1, x2, y2, z2);
+  net.ResType[i] = kUserGiven, net.Resistance[i] = resistance;
+  net.FanNumber[i] = fan, net.AirwayNo[i] = number;
   return i;
 }
 

@@ -51,9 +51,7 @@ const Variant kVariants[] = {
     {"main fans in series on the total curve",
      [](Network& net, const Defaults&) {
        const int i = Tagged(net, "Main Fan");
-       net.NoOfFans[i] = 2;
-       net.BranchCode[i] |= Bit::FansInSeries;
-       net.CurveFraction[i] = 100;
+       net.NoOfFans[i] = 2, net.BranchCode[i] |= Bit::FansInSeries, net.CurveFraction[i] = 100;
      }},
     {"main fan on a combo curve",
      [](Network& net, const Defaults&) { net.CurveFraction[Tagged(net, "Main Fan")] = 50; }},
@@ -65,20 +63,17 @@ const Variant kVariants[] = {
     {"fixed quantity",
      [](Network& net, const Defaults&) {
        const int i = Tagged(net, "Regulator");
-       net.BranchCode[i] |= Bit::FixedQuantity;
-       net.Quantity[i] = 5;
+       net.BranchCode[i] |= Bit::FixedQuantity, net.Quantity[i] = 5;
      }},
     {"fixed pressure",
      [](Network& net, const Defaults&) {
        const int i = Tagged(net, "Booster");
-       net.FanNumber[i] = -1;
-       net.Pressure[i] = 150;
+       net.FanNumber[i] = -1, net.Pressure[i] = 150;
      }},
     {"bulkhead",
      [](Network& net, const Defaults& d) {
        const int i = Tagged(net, "Regulator");
-       net.ResType[i] = kUserGiven;
-       net.Resistance[i] = static_cast<float>(d.HighResistance);
+       net.ResType[i] = kUserGiven, net.Resistance[i] = static_cast<float>(d.HighResistance);
      }},
     {"negated fan",
      [](Network& net, const Defaults&) {

@@ -15,23 +15,8 @@
 namespace galeris {
 namespace {
 
-// Records the journal entries a reversal makes.
-struct JournalSpy : UndoJournal {
-  struct Entry {
-    int position, kind, action;
-    Key entryIdThen;
-  };
-  const Network* net = nullptr;
-  std::vector<Entry> entries;
-  int action = 7;
-  void RecordUndo(int position, int kind, int act) override {
-    entries.push_back({position, kind, act, net->EntryNodeId[position]});
-  }
-  int UndoAction() const override { return action; }
-  void SetUndoAction(int a) override { action = a; }
-};
-
 using PressureFixture = test::HandMesh;
+using test::JournalSpy;
 
 TEST_F(PressureFixture, LockedChordCarriesTheLoadOfItsLoop) {
   const int fixedQ = Airway(2, 12);
@@ -79,8 +64,7 @@ TEST_F(PressureFixture, FansLeaveOperatingPressureOrMarks) {
 }
 
 TEST_F(PressureFixture, FinishRunReversesNegativeFlowsThroughTheJournal) {
-  JournalSpy journal;
-  journal.net = &net;
+  JournalSpy journal(7, [this](int i) { return static_cast<double>(net.EntryNodeId[i]); });
   ws.journal = &journal;
   ws.defaults.MaxError = 0.05f;
   const int back = Airway(1, -8);
@@ -104,37 +88,30 @@ TEST_F(PressureFixture, FinishRunReversesNegativeFlowsThroughTheJournal) {
 
   EXPECT_FLOAT_EQ(net.Quantity[back], 8);
   EXPECT_EQ(net.EntryNodeId[back], 22);
-  EXPECT_EQ(net.Coord1[back][1], 4);
+  EXPECT_EQ(net.Coord1[back], (Coord3{0, 4, 5, 6}));
   EXPECT_EQ(net.EntryNodeName[back].Trimmed(), "out");
   EXPECT_EQ(net.BranchCode[back] & (Bit::ForceEntrySurface | Bit::ForceExitSurface),
             Bit::ForceExitSurface);
   EXPECT_FLOAT_EQ(net.LabelPos[back], 3);  // made positive, not negated
   EXPECT_FLOAT_EQ(net.LabelPos[smallLabel], 0.5f);
-  EXPECT_FLOAT_EQ(net.Quantity[tiny], -0.01f);
-  EXPECT_FLOAT_EQ(net.Quantity[fixedDirection], -5);
-  EXPECT_FLOAT_EQ(net.Quantity[fan], -5);
+  EXPECT_EQ(
+      std::vector<float>({net.Quantity[tiny], net.Quantity[fixedDirection], net.Quantity[fan]}),
+      (std::vector<float>{-0.01f, -5, -5}));
   EXPECT_EQ(net.Errorlist, std::vector<std::string>{"104\tFan flow reversed"});
   EXPECT_EQ(net.Comment[fan].Trimmed(), "Flow Reverse");  // twelve characters hold it
   EXPECT_TRUE(net.BranchCode[fan] & Bit::ErrorMark);
   EXPECT_EQ(ws.sim.SimStatus, 2);
   EXPECT_TRUE(ws.sim.AirwayReversed);
 
-  ASSERT_EQ(journal.entries.size(), 2u);
-  EXPECT_EQ(journal.entries[0].kind, UndoJournal::kBefore);
-  EXPECT_EQ(journal.entries[0].entryIdThen, 11);
-  EXPECT_EQ(journal.entries[1].kind, UndoJournal::kAfter);
-  EXPECT_EQ(journal.entries[1].entryIdThen, 22);
-  EXPECT_EQ(journal.entries[0].action, 7);
-  EXPECT_EQ(journal.entries[1].action, 7);
+  EXPECT_EQ(journal.entries, (std::vector<JournalSpy::Entry>{{back, UndoJournal::kBefore, 7, 11},
+                                                             {back, UndoJournal::kAfter, 7, 22}}));
   EXPECT_EQ(journal.action, 8);
 }
 
 TEST_F(PressureFixture, FinishRunWithoutReversalsKeepsTheActionNumber) {
-  JournalSpy journal;
-  journal.net = &net;
+  JournalSpy journal(7);
   ws.journal = &journal;
   Airway(1, 5);
-  Airway(1, 6);
   FinishRun(ws);
   EXPECT_TRUE(journal.entries.empty());
   EXPECT_EQ(journal.action, 7);
@@ -181,9 +158,8 @@ TEST_F(PressureFixture, FixedDirectionsAskOnceAndNoKeepsThem) {
   ApplyFixedDirections(ws);
   ASSERT_EQ(ui.MessageTexts().size(), 1u);
   EXPECT_EQ(ui.Records()[0].title, "Reverse airways");
-  EXPECT_FLOAT_EQ(net.Quantity[a], 0.001f);
-  EXPECT_FLOAT_EQ(net.Quantity[f1], -3);
-  EXPECT_FLOAT_EQ(net.Quantity[f2], -4);
+  EXPECT_EQ(std::vector<float>({net.Quantity[a], net.Quantity[f1], net.Quantity[f2]}),
+            (std::vector<float>{0.001f, -3, -4}));
   EXPECT_EQ(net.Errorlist, std::vector<std::string>{"103\tFixed direction violated!"});
 
   ui.ClearRecords();
@@ -336,12 +312,7 @@ TEST(NodeLinks, FastLinksEqualTheQuadraticPassesOnRandomNetworks) {
     std::vector<std::int16_t> links(ws.net.NodeLinks.size());
     std::vector<LinkRange> range(ws.net.NodeLinkRange.size());
     PlainNodeLinks(ws.net, links, range);
-    for (int i = 1; i <= airways; ++i) {
-      for (int end = 1; end <= 2; ++end) {
-        ASSERT_EQ(range[i][end][1], ws.net.NodeLinkRange[i][end][1]) << trial;
-        ASSERT_EQ(range[i][end][2], ws.net.NodeLinkRange[i][end][2]) << trial;
-      }
-    }
+    for (int i = 1; i <= airways; ++i) ASSERT_EQ(range[i], ws.net.NodeLinkRange[i]) << trial;
     const int used = range[airways][2][2] + 1;
     for (int k = 0; k < used; ++k) ASSERT_EQ(links[k], ws.net.NodeLinks[k]) << trial;
   }

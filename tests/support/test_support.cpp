@@ -49,4 +49,10 @@ int AddAirway(Network& net, int x1, int y1, int z1, int x2, int y2, int z2) {
   return i;
 }
 
+int AtNumber(const Network& net, int airwayNo) {
+  for (int i = 1; i <= net.BranchCount; ++i)
+    if (net.AirwayNo[i] == airwayNo) return i;
+  return 0;
+}
+
 }  // namespace galeris::test

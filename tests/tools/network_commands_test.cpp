@@ -12,20 +12,13 @@
 namespace galeris {
 namespace {
 
-struct CountingJournal : UndoJournal {
-  int entries = 0, action = 1;
-  void RecordUndo(int, int, int) override { ++entries; }
-  int UndoAction() const override { return action; }
-  void SetUndoAction(int a) override { action = a; }
-};
-
 using Names = std::vector<std::string>;
 
 struct Commands : ::testing::Test {
   HeadlessUi ui;
   Workspace ws{ui};
   Network& net = ws.net;
-  CountingJournal journal;
+  test::JournalSpy journal;
 
   // A chain of four airways eastwards from (0,0,500), 100 m each, below the surface.
   void SetUp() override {
@@ -61,8 +54,8 @@ TEST_F(Commands, AutoNames) {
     AutoNameAirways(ws);
     EXPECT_EQ(BranchNames(), c.after);
   }
-  EXPECT_EQ(journal.entries, 12);  // before and after of each named airway
-  EXPECT_EQ(journal.action, 3);    // one action for each command that named something
+  EXPECT_EQ(journal.entries.size(), 12u);  // before and after of each named airway
+  EXPECT_EQ(journal.action, 3);            // one action for each command that named something
   ui.QueueAnswer(MsgAnswer::Cancel);
   EXPECT_FALSE(AutoNameAirways(ws));
 
