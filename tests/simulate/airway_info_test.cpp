@@ -56,9 +56,6 @@ TEST(AirwayInfo, RowsByKindOfAirway) {
     EXPECT_EQ(r.heading, c.heading);
     EXPECT_EQ(Row(r, c.row), c.text);
     EXPECT_EQ(r.rows.size(), c.rows);
-    if (ws.net.FanNumber[i] > 0) {
-      EXPECT_EQ(Row(r, "Fan Power"), "n/a");
-    }
   }
 }
 

@@ -71,14 +71,6 @@ TEST_F(FanFixture, InvalidCurveStopsTheCheckWithItsNumber) {
   EXPECT_FLOAT_EQ(net.CurveP[2][11][1], 0.0f);
 }
 
-TEST_F(FanFixture, AllFlowsEqualIsInvalidAndUnnamedFansAreSkipped) {
-  for (int j = 1; j <= 10; ++j) net.CurveQ[3][j] = 50;  // unnamed: not looked at
-  PutFan(net, 4);
-  for (int j = 1; j <= 10; ++j) net.CurveQ[4][j] = 50;
-  ValidateFanCurves(ws);
-  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Invalid Fan Curve : Fan curve # 4"});
-}
-
 TEST_F(FanFixture, ArrangementKeysReadParallelTimesHundredPlusSeries) {
   const struct {
     int count;
@@ -116,17 +108,6 @@ TEST_F(FanFixture, SlotsScaleFlowsInParallelAndPressuresInSeries) {
     EXPECT_FLOAT_EQ(net.SimCurveP[2][j][1], net.CurveP[1][j][1]);
     EXPECT_FLOAT_EQ(net.SimCurveP[3][j][2], 2 * net.CurveP[1][j][2]);
   }
-}
-
-TEST_F(FanFixture, SameTypeAndArrangementShareOneSlot) {
-  PutFan(net, 1);
-  ValidateFanCurves(ws);
-  const int a = AddFanAirway(1, 2, false);
-  AddFanAirway(1, 1, false);
-  const int c = AddFanAirway(1, 2, false);
-  BuildSimCurves(ws);
-  EXPECT_EQ(net.FanSlot[a], net.FanSlot[c]);
-  EXPECT_EQ(ws.sim.SimCurveCount, 2);
 }
 
 TEST_F(FanFixture, FanNumberOutsideTheDatabaseOrTooManyArrangementsEndTheRun) {

