@@ -67,18 +67,6 @@ TEST(ConversionFile, SecondPlaceOfADigitPictureIsTheDecimalPoint) {
   EXPECT_EQ(units.UnitFormat[Unit::Time][1], "hh:mm:ss");  // not a digit picture
 }
 
-TEST(ConversionFile, FileFromACommaMachine) {
-  ConversionFile file;
-  SetMachineDecimalSeparator(',');
-  file.Saved(BuiltInUnits());
-  SetMachineDecimalSeparator('.');
-  UnitTable units = BuiltInUnits();
-  LoadConversion(units, file.path, file.ui);
-  EXPECT_TRUE(file.ui.Records().empty());
-  EXPECT_EQ(units.UnitFactor[Unit::Length][2], 3.2808399);
-  EXPECT_EQ(units.UnitFormat[Unit::Resistance][1], "0.00000");
-}
-
 TEST(ConversionFile, DamagedFileSaysSoAndKeepsTheTableWhole) {
   ConversionFile file;
   const std::vector<std::string> lines = Lines(file.Saved(BuiltInUnits()));

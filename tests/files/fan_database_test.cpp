@@ -51,13 +51,6 @@ TEST(FanDatabase, SavesWithTheSerialRaisedAndReadsBack) {
   EXPECT_TRUE(other.ui.MessageTexts().empty());
 }
 
-TEST(FanDatabase, MissingFileLeavesTheSlotsEmptyAndSaysNothing) {
-  FileFixture fx;
-  LoadFanDatabase(fx.ws);
-  EXPECT_EQ(fx.ws.net.FanName[1], "");
-  EXPECT_TRUE(fx.ui.Records().empty());
-}
-
 TEST(FanDatabase, MoreFansThanTheStoreGrowsIt) {
   FileFixture fx;
   std::string text =

@@ -59,27 +59,6 @@ INSTANTIATE_TEST_SUITE_P(Files, OldVersion,
                                          VersionCase{"v29", false}),
                          [](const auto& info) { return std::string(info.param.folder); });
 
-TEST(OldVersion, ConversionsOfTheOlderRecords) {
-  FileFixture v20;
-  ASSERT_TRUE(LoadAnsweringYes(v20, Fixture("v20", "mine_v20.sim")));
-  EXPECT_EQ(v20.ws.net.ResType[3], kUserGiven);  // resistance preset 10 of 2.0 and before
-  FileFixture v23;
-  ASSERT_TRUE(LoadAnsweringYes(v23, Fixture("v23", "mine_v23.sim")));
-  EXPECT_EQ(v23.ws.net.ResType[3], 10);
-  EXPECT_EQ(v23.ws.net.WallType[2], kUserGiven);
-  EXPECT_EQ(v23.ws.net.ShockType[2], kUserGiven);
-  EXPECT_FLOAT_EQ(v23.ws.defaults.WallFactorPreset[1], 0.003f);  // old density taken out
-  EXPECT_EQ(v23.ws.defaults.ResPreset[1], 10000);                // an old small bulkhead
-  EXPECT_FLOAT_EQ(v23.ws.net.FanDiameter[1], 2.46f);  // estimated: 21 m/s at the largest flow
-  FileFixture v29;
-  ASSERT_TRUE(LoadAnsweringYes(v29, Fixture("v29", "mine_v29.sim")));
-  EXPECT_EQ(v29.ws.net.WallType[2], 10);
-  EXPECT_EQ(v29.ws.net.ShockType[2], 6);
-  EXPECT_EQ(v29.ws.net.SecondLayerShow[3], -1);  // every layer is shown after a load
-  EXPECT_EQ(v29.ws.net.ViewCode[6][4], 4 * kKeyScale);
-  EXPECT_EQ(v29.ws.net.ViewCode[0][4], 255 * kKeyScale);  // an empty field 27
-}
-
 TEST(OldVersion, TotalPressuresAnsweredNoKeepsTheDiameter) {
   FileFixture fx;
   fx.ws.net.FileName = Fixture("v23", "mine_v23.sim");
