@@ -156,16 +156,6 @@ TEST(FrictionResistance, IgnoresServicesPresetsAndParallelAirways) {
   EXPECT_EQ(a.net.Length[a.i], 100);
 }
 
-TEST(RecalcAllResistances, WalksEveryAirway) {
-  Airway a(Bit::Rectangular, 5, 4);
-  const int second = test::AddAirway(a.net, 10, 10, 10, 10, 10, 60);
-  a.net.WallFactor[second] = 0.01f;
-  a.net.WallType[second] = kUserGiven;
-  RecalcAllResistances(a.net, a.defaults);
-  EXPECT_EQ(a.net.Resistance[a.i], Atkinson(0.012f, 18, 120, 20));
-  EXPECT_EQ(a.net.Resistance[second], Atkinson(0.01f, 16, 50, 16));
-}
-
 TEST(ShockCalculator, TableTotalAndClickingABox) {
   UnitTable units = BuiltInUnits();
   std::array<ShockRow, kShockLossCount> rows{};

@@ -49,15 +49,6 @@ class RebuildNodesTest : public ::testing::Test {
   HeadlessUi ui;
 };
 
-TEST_F(RebuildNodesTest, EndAtExactlyRlMinIsOnTheSurface) {
-  AddAirway(net, 10, 10, 1000, 10, 10, 900);
-  AddAirway(net, 10, 10, 999, 10, 10, 900);
-  RebuildNodes(net, defaults, ui);
-  EXPECT_EQ(net.EntryNodeId[1], SurfaceKey);
-  EXPECT_EQ(net.EntryNodeId[2], NodeKey(10, 10, 999));
-  EXPECT_TRUE(ui.Records().empty());
-}
-
 TEST_F(RebuildNodesTest, ForceBitsPutAnEndOnTheSurface) {
   int a = AddAirway(net, 10, 10, 500, 20, 10, 500);
   int b = AddAirway(net, 30, 10, 500, 40, 10, 500);
@@ -111,62 +102,6 @@ TEST_F(RebuildNodesTest, NumbersNewAirwaysAndStopsBlockedFlow) {
   RebuildNodes(net, defaults, ui);
   EXPECT_EQ(std::tuple(net.AirwayNo[a], net.AirwayNo[b], net.NextAirwayNo), std::tuple(41, 7, 41));
   EXPECT_EQ(std::pair(net.Quantity[a], net.Quantity[b]), std::pair(0.0f, 12.0f));
-}
-
-TEST(Store, TextFieldsAreCutAndPadded) {
-  Text12 t = "a comment that is long";
-  EXPECT_EQ(t.Padded(), "a comment th");
-  t = "x";
-  EXPECT_EQ(t.Padded(), "x           ");
-  EXPECT_EQ(t.Trimmed(), "x");
-  EXPECT_EQ(Text40().Padded(), std::string(40, ' '));
-}
-
-TEST(Store, ResizeKeepsAndClearLoses) {
-  Network net;
-  net.MaxAirways = 100;
-  ClearStore(net);
-  int a = AddAirway(net, 1, 2, 3, 4, 5, 6);
-  net.BranchName[a] = "kept";
-  net.MaxAirways = 200;
-  ResizeStore(net);
-  EXPECT_EQ(net.Coord1.size(), 201u);
-  EXPECT_EQ(net.MeshMember.size(), 4001u);
-  EXPECT_EQ(net.BranchName[a].Trimmed(), "kept");
-  ClearStore(net);
-  EXPECT_TRUE(net.BranchName[a].IsBlank());
-  EXPECT_EQ(net.SmokeTime[a], 9999999.0f);
-}
-
-TEST(Store, ReorderMovesEveryField) {
-  Network net;
-  for (int k = 1; k <= 3; ++k) {
-    AddAirway(net, k, k, k, k + 1, k + 1, k + 1);
-    net.AirwayNo[k] = k * 10;
-    net.ChordWeight[k] = static_cast<float>(k);
-  }
-  ReorderAirways(net, {0, 3, 1, 2});
-  EXPECT_EQ(std::vector<int>(&net.AirwayNo[1], &net.AirwayNo[4]), (std::vector<int>{30, 10, 20}));
-  EXPECT_EQ(net.ChordWeight[3], 2.0f);
-  EXPECT_EQ(net.Coord1[1][1], 3);
-}
-
-TEST(Store, DuplicateAirwayNumbers) {
-  Network net;
-  HeadlessUi ui;
-  for (int k = 1; k <= 3; ++k) AddAirway(net, k, k, k, k + 1, k + 1, k + 1);
-  for (int k = 1; k <= 3; ++k) net.AirwayNo[k] = k;
-  net.NextAirwayNo = 3;
-  CheckDuplicateAirwayNumbers(net, ui);
-  EXPECT_EQ(ui.MessageTexts().back(), "All airways have unqiue numbers");
-
-  net.AirwayNo[3] = 1;
-  ui.QueueAnswer(MsgAnswer::Yes);
-  CheckDuplicateAirwayNumbers(net, ui);
-  EXPECT_EQ(ui.Records().back().title, "Duplicate airway numbers");
-  EXPECT_EQ(net.AirwayNo[1], 1);
-  EXPECT_EQ(net.AirwayNo[3], 4);
-  EXPECT_FALSE(HasDuplicateAirwayNumbers(net));
 }
 
 TEST(Store, CapacityMessages) {
