@@ -28,10 +28,7 @@ TEST_F(ExchangeFixture, RoundTripsKeepTheAirways) {
     EXPECT_EQ(ws.net.Dim[i], before.Dim[i]);
     EXPECT_FLOAT_EQ(ws.net.Quantity[i], before.Quantity[i]);
   }
-  EXPECT_EQ(ws.net.RLName[1], "Surface");
   EXPECT_EQ(ws.net.RLBound[1][1], 20);  // ten above the highest entry end
-  EXPECT_EQ(ws.net.RLName[2], "Import Level");
-  EXPECT_EQ(ws.net.RLBound[2][2], -200);
 
   // DXF: the system's own file gives its arrows back as airways (the drives have two each).
   ViewState view = MakeViewState(ws);
@@ -158,7 +155,6 @@ TEST_F(ExchangeFixture, BadFilesLeaveTheNetworkOrSayWhy) {
       {"plan.dwg", "x", ImportOutcome::Refused, kMsgUnknownImportType},
       {"empty.dxf", "", ImportOutcome::Refused, kMsgImportFileEmpty},
       {"binary.txt", std::string("ELF\0\0\x01", 6), ImportOutcome::Refused, kMsgImportNotText},
-      {"big.txt", heads + "-1e12\t0\t0\t1\t1\t1\r\n", ImportOutcome::Abandoned, kMsgImportError},
       {"code.dxf", "0\r\nLINE\r\nten\r\n1\r\n", ImportOutcome::Abandoned, kMsgImportError},
   };
   for (const Case& c : refused) {
