@@ -4,7 +4,6 @@
 
 #include "bench/bench_mine.h"
 #include "core/airway_sheet.h"
-#include "core/headless_ui.h"
 #include "files/undo_journal.h"
 
 namespace galeris {
@@ -12,19 +11,11 @@ namespace {
 
 constexpr int kAirways = 30000;
 
-struct Mine {
-  HeadlessUi ui{HeadlessUi::Policy::AlwaysYes};
-  Workspace ws{ui};
+struct Mine : bench::GeneratedMine {
   UndoFile journal{ws};
-
-  Mine() {
-    ws.net.MaxAirways = kAirways + 100;
-    ResizeStore(ws.net);
-    GenerateMine(ws, kAirways);
-    ws.paths.TempFolder = bench::Scratch("") + "/";
+  Mine() : GeneratedMine(kAirways, HeadlessUi::Policy::AlwaysYes) {
     ws.journal = &journal;
     journal.ResetUndoFile();
-    RebuildNodes(ws.net, ws.defaults, ws.ui);
   }
 };
 

@@ -7,8 +7,6 @@
 #include <fstream>
 
 #include "bench/bench_mine.h"
-#include "core/headless_ui.h"
-#include "core/workspace.h"
 #include "exchange/dxf_export.h"
 #include "exchange/import_file.h"
 #include "exchange/text_exchange.h"
@@ -20,23 +18,15 @@ namespace {
 constexpr int kAirways = 30000;
 
 // One generated mine and its DXF drawing, shared by the benchmarks.
-struct LargeMine {
-  LargeMine() : ws(ui), view(MakeViewState(ws)) {
-    ws.paths.ProgramFolder = bench::Scratch("") + "/";
-    ws.paths.TempFolder = ws.paths.ProgramFolder;
+struct LargeMine : bench::GeneratedMine {
+  LargeMine() : GeneratedMine(kAirways) {
+    ws.paths.ProgramFolder = ws.paths.TempFolder;
     ws.units = BuiltInUnits();
-    SetBuiltInDefaults(ws);
-    GenerateMine(ws, kAirways);
-    RebuildNodes(ws.net, ws.defaults, ui);
-    view = MakeViewState(ws);
-    drawing = bench::Scratch("galeris_bench_exchange.dxf");
     std::ofstream(drawing, std::ios::binary) << FormatDxf(ws, view, false, {}, "bench");
   }
   ~LargeMine() { std::remove(drawing.c_str()); }
-  HeadlessUi ui;
-  Workspace ws;
-  ViewState view;
-  std::string drawing;
+  ViewState view = MakeViewState(ws);
+  std::string drawing = bench::Scratch("galeris_bench_exchange.dxf");
 };
 
 LargeMine& Mine() {

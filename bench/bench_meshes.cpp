@@ -1,12 +1,11 @@
 // The stages before balancing on a generated 30 000-airway mine: the sort (with its clean-up),
-// the checks, the weighing and the meshes, each alone and all four as one run does them.
+// the meshes alone, and all four stages (with the checks and the weighing) as one run does them.
 #include <benchmark/benchmark.h>
 
-#include "core/headless_ui.h"
+#include "bench/bench_mine.h"
 #include "simulate/mesh_builder.h"
 #include "simulate/network_checks.h"
 #include "simulate/sort_airways.h"
-#include "tools/mine_generator.h"
 
 namespace galeris {
 namespace {
@@ -14,15 +13,10 @@ namespace {
 constexpr int kAirways = 30000;
 
 // One generated mine with its node keys, as the stages find it at the start of a run.
-struct Mine {
-  HeadlessUi ui{HeadlessUi::Policy::AlwaysNo};
-  Workspace ws{ui};
-  Network fresh;
+struct Mine : bench::GeneratedMine {
+  Network fresh = ws.net;
   Network sorted;
-  Mine() {
-    GenerateMine(ws, kAirways);
-    RebuildNodes(ws.net, ws.defaults, ws.ui);
-    fresh = ws.net;
+  Mine() : GeneratedMine(kAirways) {
     SortAirways(ws);
     sorted = ws.net;
   }
@@ -49,24 +43,6 @@ void BM_SortAirways(benchmark::State& state) {
   }
 }
 BENCHMARK(BM_SortAirways)->Arg(0)->Arg(1)->Unit(benchmark::kMillisecond);
-
-void BM_CheckNetwork(benchmark::State& state) {
-  Mine& mine = TheMine();
-  for (auto _ : state) {
-    Restart(mine, mine.sorted, state);
-    CheckNetwork(mine.ws);
-  }
-}
-BENCHMARK(BM_CheckNetwork)->Unit(benchmark::kMillisecond);
-
-void BM_WeighAirways(benchmark::State& state) {
-  Mine& mine = TheMine();
-  for (auto _ : state) {
-    Restart(mine, mine.sorted, state);
-    WeighAirways(mine.ws);
-  }
-}
-BENCHMARK(BM_WeighAirways)->Unit(benchmark::kMillisecond);
 
 void BM_BuildMeshes(benchmark::State& state) {
   Mine& mine = TheMine();
