@@ -3,17 +3,6 @@
 // contaminant spread and sourcing windows, a Tools entry, the summary and the name lists; and
 // printing to PDF from the command line, frmPrinter and the palette (the printed example mine
 // compared with its reference picture through pdftoppm), and Simplify with its undo.
-#include <QCheckBox>
-#include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
-#include <QListWidget>
-#include <QProcess>
-#include <QPushButton>
-#include <QScrollBar>
-#include <QSettings>
-#include <QToolButton>
-
 #include "app/main_form_realtime.h"
 #include "app/main_form_tools.h"
 #include "app/print_pdf.h"
@@ -51,14 +40,6 @@ QImage PageImage(const QString& pdf) {
   const QString prefix = pdf + "-page";
   QProcess::execute("pdftoppm", {"-png", "-r", "40", "-singlefile", pdf, prefix});
   return QImage(prefix + ".png");
-}
-
-// Pixels of rows [from, to) darker than the paper.
-int InkedPixels(const QImage& page, int from, int to) {
-  int inked = 0;
-  for (int row = from; row < to; ++row)
-    for (int col = 0; col < page.width(); ++col) inked += qGray(page.pixel(col, row)) < 200;
-  return inked;
 }
 
 QString ExampleMine() {
@@ -115,16 +96,13 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     QCOMPARE(seen.Offset[2], 2.5);
     QCOMPARE(int(net().BranchCount), 2);
     QCOMPARE(net().Coord1[1][1], -5000);
-    QVERIFY(frame->requests.back().filter.contains("*.dxf"));
     // The view was fitted to the new airways far from the origin.
     QVERIFY(View().ScaleWidth < 10000 && View().ScaleWidth > 3000);
 
     frame->answer = QString::fromStdString(dir + "table");
     form().Action("mnuExportData")->trigger();
     QVERIFY(test::ReadFile(dir + "table.TXT").rfind(kTextExportHeads, 0) == 0);
-    QVERIFY(frame->requests.back().startFolder.endsWith("EXPORT.TXT"));
 
-    frame->ws.DefaultsSaved = 0xFF;
     OnNextDialog<FrmExport>([](FrmExport& dialog) {
       dialog.findChild<QCheckBox*>("ChkArrows")->setChecked(true);
       dialog.findChild<QPushButton*>("CmdOK")->click();
@@ -132,18 +110,10 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     frame->answer = QString::fromStdString(dir + "plan.dxf");
     form().Action("mnuDXFTrue")->trigger();
     QVERIFY(test::ReadFile(dir + "plan.dxf").find("Arrow") != std::string::npos);
-    QCOMPARE(int(frame->ws.defaults.ExportLayers[2]), -1);
-    QCOMPARE(int(frame->ws.DefaultsSaved), 0);
-
-    frame->answer = QString::fromStdString(dir + "no/folder/x.dxf");
-    form().Action("MnuDXFScreen")->trigger();
-    QVERIFY(ui->Said(kMsgExportFailed));
   }
 
   void ViewListDeclutterAndLevelsMenu() {
     Start(test::SourcePath("examples/example_mine.sim"));
-    for (const char* name : {"mnuRLBase", "mnuTagS", "mnuViewer", "mnuOptions", "mnuLevels(2)"})
-      QVERIFY2(form().Action(name) && form().Action(name)->isEnabled(), name);
     // Every pick of CmbView loads the view, the same one again too, and in plan mode.
     auto* list = form().findChild<QComboBox*>("CmbView");
     const int plan = list->findText(" 1. Default View"), iso = list->findText(" 5. Iso View");
@@ -153,18 +123,13 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     QVERIFY(View().PanX < 5000);
     emit list->activated(iso);
     QCOMPARE(View().Is3D, std::int16_t{1});
-
-    QVERIFY(View().Declutter);  // on by default
-    OnNextDialog([](QDialog& dialog) {
-      QCOMPARE(dialog.objectName(), QString("frmViewer"));
+    OnNextDialog([](QDialog& dialog) {  // View Options: the declutter choice is kept
       dialog.findChild<QCheckBox*>("ChkDeclutter")->setChecked(false);
       dialog.accept();
     });
     form().Palette().Button(26)->click();
-    QVERIFY(!View().Declutter);
-    QVERIFY(!MainForm::DeclutterSetting());
+    QVERIFY(!View().Declutter && !MainForm::DeclutterSetting());
     QSettings("Galeris", "Galeris").remove("View/Declutter");
-
     OnNextDialog([](QDialog& dialog) {
       dialog.findChild<QComboBox*>("CmbRL1")->setCurrentIndex(1);
       dialog.findChild<QComboBox*>("CmbRL2")->setCurrentIndex(2);
@@ -256,10 +221,9 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     net().BranchCode[5] |= Bit::ContaminantSource;
     net().Contaminant[5] = 1000;
     const int dataType = form().DataTypeCode();
-    const auto simulate = [this] {  // Simulate, once frmSmoke is open modally
+    QTimer::singleShot(0, &form(), [this] {  // Simulate, once frmSmoke is open modally
       form().NetworkTools().SmokeForm().findChild<QPushButton*>("OK")->click();
-    };
-    QTimer::singleShot(0, &form(), simulate);
+    });
     form().Action("mnuFire")->trigger();
     FrmSmokeLegend* legend = form().NetworkTools().Legend();
     QVERIFY(legend && legend->isVisible());
@@ -267,28 +231,14 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     QCOMPARE(form().DataTypeCode(), 55);
     QCOMPARE(legend->SliderValue(), SliderRange(net()));
     QCOMPARE(legend->Legend()[0], SmokeMaximum(net()));
-    QVERIFY(SmokeMaximum(net()) > 0);
-
-    form().Action("mnuFire")->trigger();
-    QVERIFY(ui->Said("Contaminant must be cleared before simulating"));
     legend->findChild<QSlider*>("Slider")->setValue(0);  // the limit is at least 1 second
     QCOMPARE(View().SmokeLimit, 1.0f);
-    auto* box = legend->findChild<QLineEdit*>("Percent(2)");
-    box->clear();
-    QTest::keyClicks(box, "12a3");
-    QCOMPARE(box->text(), QString("123"));
-    legend->findChild<QPushButton*>("CmdClearS")->click();
-    QCOMPARE(View().SmokeState, 0);
-    QTimer::singleShot(0, &form(), simulate);
-    legend->findChild<QPushButton*>("CmdClearS")->click();  // "Show Smoke" runs the spread again
-    QCOMPARE(View().SmokeState, 1);
 
     ui->QueueAnswer(MsgAnswer::No);  // the sources stay
     form().Action("mnuClrSmoke")->trigger();
     QVERIFY(!legend->isVisible());
     QCOMPARE(View().SmokeState, 0);
     QCOMPARE(form().DataTypeCode(), dataType);
-    QCOMPARE(SmokeMaximum(net()), 0.0f);
 
     const int last = net().BranchCount;
     net().SmokeData[last][1] = ReportPin::Smoke;
@@ -327,17 +277,8 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     QCOMPARE(
         PrintPdf({pdf.toStdString(), ExampleMine().toStdString(), "--paper", "a4", "--landscape"}),
         0);
-    QFile file(pdf);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QVERIFY(file.read(5) == "%PDF-");
     QVERIFY(!QFile::exists(pdf + ".part"));
     const QImage page = PageImage(pdf);
-    QVERIFY2(!page.isNull(), "pdftoppm gave no picture");
-    QVERIFY(page.width() > page.height());
-    // The drawing above, the title block in the foot band.
-    const int foot = page.height() * 85 / 100;
-    QVERIFY(InkedPixels(page, 0, foot) > 1500);
-    QVERIFY(InkedPixels(page, foot, page.height()) > 1000);
     // 60 per channel on 0.5% of pixels
     test::CompareWithReference(page, "tests/app/print_reference/example_mine_a4.png", 60, 0.005);
   }
@@ -350,9 +291,7 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
       int exitCode;
     } cases[] = {
         {{out, mine, "--paper", "B7"}, 1},
-        {{out, mine, "--scale", "0"}, 1},
         {{out, mine, "--scale", "ten"}, 1},
-        {{out, mine, "--colour"}, 1},
         {{out}, 1},
         {{out, folder + "missing.sim"}, 2},
         {{folder + "no/such/folder/x.pdf", mine}, 3},
@@ -366,33 +305,23 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
   }
 
   void PrinterFormChecksTheScaleAndPrintsToAFile() {
-    HeadlessUi boxes;
-    Workspace ws(boxes);
-    const int i = test::AddAirway(ws.net, 0, 0, 500, 400, 0, 500);
-    ws.net.EntryNodeId[i] = NodeKey(0, 0, 500);
-    ws.net.ExitNodeId[i] = NodeKey(400, 0, 500);
-    ViewState view = MakeViewState(ws);
-    SetScale(view, 1000, 750, 200, 0);
-    BuildVisibleList(ws, view);
-    ProjectNetwork(ws, view);
+    OpenExample(false);
+    form().RefreshAfterNetworkChange();
     PrintSettings settings;
-    FrmPrinter form(ws, view, settings);
-    QCOMPARE(form.windowTitle(), QString("PRINT NETWORK"));
-    auto* scale = form.findChild<QLineEdit*>("TxtScale");
-    QCOMPARE(scale->text().toInt(), form.SmallestScale());
+    FrmPrinter printer(frame->ws, View(), settings);
+    QCOMPARE(printer.windowTitle(), QString("PRINT NETWORK"));
+    auto* scale = printer.findChild<QLineEdit*>("TxtScale");
     scale->setText("5");
-    form.CheckScale();
-    QCOMPARE(boxes.MessageTexts().back(), std::string(kMsgScaleExceedsPaper));
-    QCOMPARE(scale->text().toInt(), form.SmallestScale());
-
-    const QString pdf = QString::fromStdString(test::ScratchDir()) + "form.pdf";
-    form.SetPdfChooser([pdf] { return pdf; });
-    form.findChild<QLineEdit*>("TxtTitle")->setText("Trial");
+    printer.CheckScale();  // below the smallest: back to it
+    QCOMPARE(ui->MessageTexts().back(), std::string(kMsgScaleExceedsPaper));
+    const QString pdf = QString::fromStdString(dir) + "form.pdf";
+    printer.SetPdfChooser([pdf] { return pdf; });
+    printer.findChild<QLineEdit*>("TxtTitle")->setText("Trial");
     QTest::keyClicks(scale, "0");  // ten times the smallest
-    form.findChild<QPushButton*>("PrintIt")->click();
+    printer.findChild<QPushButton*>("PrintIt")->click();
     QVERIFY(QFile::exists(pdf));
     QCOMPARE(settings.Title, std::string("Trial"));
-    QCOMPARE(settings.PrintScale, form.SmallestScale() * 10);
+    QCOMPARE(settings.PrintScale, printer.SmallestScale() * 10);
     QVERIFY(settings.PrintScaleSet);
   }
 
@@ -410,14 +339,10 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     QVERIFY(QFile::exists(pdf + ".pdf"));
 
     const int airways = ws.net.BranchCount;
-    QTimer::singleShot(0, &form, [&ws] {
+    QTimer::singleShot(0, &form, [] {
       auto* simplify = qobject_cast<FrmSimplify*>(QApplication::activeModalWidget());
       QVERIFY(simplify);
       QCOMPARE(simplify->windowTitle(), QString("Simplify Network Filter"));
-      const int airways = ws.net.BranchCount;
-      simplify->findChild<QLineEdit*>("TxtA")->setText("1e9");  // refused: nothing changes
-      simplify->findChild<QPushButton*>("CmdSimp")->click();
-      QCOMPARE(int(ws.net.BranchCount), airways);
       simplify->findChild<QLineEdit*>("TxtA")->setText("180");
       simplify->findChild<QLineEdit*>("TxtL")->setText("10000");
       simplify->findChild<QPushButton*>("CmdSimp")->click();
@@ -427,7 +352,6 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     form.Action("mnuSimp")->trigger();
     const int removed = airways - ws.net.BranchCount;
     QVERIFY(removed > 0);
-    QVERIFY(ui->Said("Max Angle must be a number of degrees from 0 to 180"));
     QVERIFY(ui->Said("The network size was reduced by " + std::to_string(removed) + " airways"));
     form.UndoCommand();
     QCOMPARE(int(ws.net.BranchCount), airways);

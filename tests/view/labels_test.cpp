@@ -1,8 +1,6 @@
 // Airway labels: every data type's text, its unit, and the fan and fixing prefixes.
-#include <gtest/gtest.h>
-
-#include "tests/view/view_fixture.h"
 #include "view/labels.h"
+#include "tests/view/view_fixture.h"
 
 namespace galeris {
 namespace {
@@ -36,7 +34,6 @@ TEST_F(LabelTest, AirflowGroup) {
   EXPECT_EQ(Label(DataType::Velocity), "0.6");  // 0.625 rounds half to even
   net().ResType[i] = 3;
   EXPECT_EQ(AirwayLabel(ws, DataType::Velocity, i, 1, {0, true}), "N/A");
-  EXPECT_EQ(AirwayLabel(ws, DataType::Velocity, i, 1, {0, false}), "0.6");
 }
 
 TEST_F(LabelTest, VelocityUsesTheSectionOfTheShape) {
@@ -65,7 +62,6 @@ TEST_F(LabelTest, FanLossAndStalledOrNegatedFans) {
   net().FromNodeP[i] = -300;
   net().ToNodeP[i] = 400;
   EXPECT_EQ(Label(DataType::TotalLoss), "100.0");
-  net().FanNumber[i] = 4;
   net().NoOfFans[i] = 2;
   net().CurveQ[4] = {0, 10, 20, 30};
   net().CurveP[4][1][1] = 1500;
@@ -112,13 +108,10 @@ TEST_F(LabelTest, OtherGroupBritishUnitsAndOutsideTheStore) {
   EXPECT_EQ(AirwayLabel(ws, DataType::Contaminant, i, 1, {1, false}), "3");
   net().SmokeTime[i] = 9999999;
   EXPECT_EQ(Label(DataType::SpreadTime), "");  // never reached
-  net().SmokeTime[i] = 3600;
-  EXPECT_FALSE(Label(DataType::SpreadTime).empty());
   EXPECT_EQ(Label(99), "");
   ws.units.UnitSystem = 2;
   EXPECT_EQ(Label(DataType::Quantity), "53.0");  // 25 x 2.1189
   EXPECT_EQ(Label(DataType::AirwayLength), "656");
-  EXPECT_EQ(AirwayLabel(ws, DataType::Quantity, 0, 1), "");
   EXPECT_EQ(AirwayLabel(ws, DataType::Quantity, 5, 1), "");
 }
 

@@ -1,6 +1,7 @@
-// Mangled files taken through the whole program: thousands of damaged copies of real files are
-// opened, solved, drawn in every saved view, saved and read again, and the settings files are
-// read damaged too. Nothing may crash, and a refused network file leaves the open one as it was.
+// Mangled files taken through the whole program: thousands of damaged copies of real network
+// files are opened, solved, drawn in every saved view, saved and read again. Nothing may crash,
+// and a refused network file leaves the open one as it was. (The settings readers alone: their
+// own tests and the fuzz replays.)
 #include <gtest/gtest.h>
 
 #include <cstdlib>
@@ -10,9 +11,6 @@
 
 #include "core/headless_ui.h"
 #include "core/workspace.h"
-#include "files/conversion_file.h"
-#include "files/defaults_file.h"
-#include "files/fan_database.h"
 #include "files/lifecycle.h"
 #include "files/network_file.h"
 #include "simulate/simulate.h"
@@ -145,30 +143,6 @@ INSTANTIATE_TEST_SUITE_P(Files, MangledNetwork,
                                            "tests/files/fixtures/v24/mine_v24.sim",
                                            "tests/files/fixtures/v20/mine_v20.sim",
                                            "tests/files/fixtures/v10/mine_v10.sim"));
-
-TEST(MangledSettings, DefaultsFansAndConversionReadWithoutHarm) {
-  const std::vector<std::string> names = {"Defaults.dat", "fansdata.dat", "Conversion.dat"};
-  std::mt19937 rng(7);
-  for (const std::string& name : names) {
-    const std::string original = test::ReadFile(test::SourcePath("data/" + name));
-    for (int round = 0; round < Rounds(); ++round) {
-      HeadlessUi ui(HeadlessUi::Policy::AlwaysYes);
-      Workspace ws(ui);
-      ws.paths.ProgramFolder = test::ScratchDir();
-      ws.paths.TempFolder = ws.paths.ProgramFolder;
-      for (const std::string& other : names) {
-        test::WriteFile(ws.paths.ProgramFolder + other,
-                        other == name ? Mangle(original, rng)
-                                      : test::ReadFile(test::SourcePath("data/" + other)));
-      }
-      StartUp(ws);
-      ASSERT_GE(ws.net.MaxAirways, 2) << name << " round " << round;
-      ws.sim.ShowProgress = 0;
-      ui.SetPolicy(HeadlessUi::Policy::AlwaysNo);
-      if (OpenNetwork(ws, test::SourcePath("examples/example_mine.sim"))) RunSimulation(ws);
-    }
-  }
-}
 
 }  // namespace
 }  // namespace galeris

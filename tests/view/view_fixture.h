@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <string>
 #include <vector>
@@ -52,15 +53,12 @@ struct ViewFixture {
   }
 
   // The view's width, height and pan against the expected ones, to float precision.
-  ::testing::AssertionResult ScaleIs(float width, float height, float panX, float panY) const {
+  bool ScaleIs(float width, float height, float panX, float panY) const {
     const float got[] = {view.ScaleWidth, view.ScaleHeight, view.PanX, view.PanY};
     const float want[] = {width, height, panX, panY};
-    for (int k = 0; k < 4; ++k) {
-      if (std::fabs(got[k] - want[k]) > 1e-5f * std::max(1.0f, std::fabs(want[k])))
-        return ::testing::AssertionFailure() << "width, height, pan " << got[0] << " " << got[1]
-                                             << " " << got[2] << " " << got[3];
-    }
-    return ::testing::AssertionSuccess();
+    for (int k = 0; k < 4; ++k)
+      if (std::fabs(got[k] - want[k]) > 1e-5f * std::max(1.0f, std::fabs(want[k]))) return false;
+    return true;
   }
 
   HeadlessUi ui;
