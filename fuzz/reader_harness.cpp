@@ -21,6 +21,8 @@
 namespace galeris::fuzz {
 namespace {
 
+constexpr int kSmallStore = 100;
+
 void Fail(const char* why) {
   std::fprintf(stderr, "reader harness: %s\n", why);
   std::abort();
@@ -87,6 +89,52 @@ void ReadImport(Workspace& ws, std::string_view bytes, const char* name) {
   ImportFile(ws, WriteInput(name, bytes), choices);
 }
 
+// The state of the program before a reader runs, with a small store to keep the runs quick (a
+// file that asks for more makes it grow).
+struct StartState {
+  Network net;
+  Defaults defaults;
+  UnitTable units;
+};
+
+const StartState& Start() {
+  static const StartState start = [] {
+    HeadlessUi ui;
+    Workspace ws(ui);
+    ws.units = BuiltInUnits();
+    SetBuiltInDefaults(ws);
+    ws.defaults.RequestedAirways = kSmallStore;
+    ws.net.MaxAirways = kSmallStore;
+    ResizeStore(ws.net);
+    return StartState{std::move(ws.net), ws.defaults, ws.units};
+  }();
+  return start;
+}
+
+// One workspace serves every input, since making one sizes a full store: each of its fields is
+// set back to the start state here.
+Workspace& FreshWorkspace() {
+  static HeadlessUi ui(HeadlessUi::Policy::AlwaysYes);
+  static Workspace ws(ui);
+  ui.ClearRecords();
+  ws.net = Start().net;
+  ws.defaults = Start().defaults;
+  ws.units = Start().units;
+  ws.paths.ProgramFolder = ScratchFolder();
+  ws.paths.TempFolder = ScratchFolder();
+  ws.sim = SimRun{};
+  ws.remote = RemoteStations{};
+  ws.journal = nullptr;
+  ws.RecentFiles = {};
+  ws.StoreRecentFiles = nullptr;
+  ws.NetworkChanged = nullptr;
+  ws.DefaultsSaved = 0xFF;
+  ws.MergeBase = 1;
+  ws.MasterMode = false;
+  ws.CoordinateWarned = false;
+  return ws;
+}
+
 using Reader = std::function<void(Workspace&, std::string_view)>;
 
 const std::map<std::string, Reader, std::less<>>& Readers() {
@@ -95,7 +143,7 @@ const std::map<std::string, Reader, std::less<>>& Readers() {
       {"defaults",
        [](Workspace& ws, std::string_view bytes) {
          WriteInput("Defaults.dat", bytes);
-         InitDefaults(ws);
+         LoadDefaults(ws);
        }},
       {"conversion",
        [](Workspace& ws, std::string_view bytes) {
@@ -140,14 +188,8 @@ const std::vector<std::string>& ReaderNames() {
 void RunReader(std::string_view reader, std::string_view bytes) {
   const auto found = Readers().find(reader);
   if (found == Readers().end()) Fail("unknown reader");
-  HeadlessUi ui(HeadlessUi::Policy::AlwaysYes);
-  Workspace ws(ui);
-  ws.paths.ProgramFolder = ScratchFolder();
-  ws.paths.TempFolder = ScratchFolder();
   ClearScratchFolder();
-  ws.units = BuiltInUnits();
-  InitDefaults(ws);
-  found->second(ws, bytes);
+  found->second(FreshWorkspace(), bytes);
 }
 
 }  // namespace galeris::fuzz
