@@ -47,8 +47,8 @@ TEST_P(FuzzReplay, ReaderSurvivesTheFile) {
 
 INSTANTIATE_TEST_SUITE_P(Files, FuzzReplay, testing::ValuesIn(AllReplays()),
                          [](const testing::TestParamInfo<Replay>& info) {
-                           std::string name = info.param.reader + "_" +
-                                              info.param.file.filename().string();
+                           std::string name =
+                               info.param.reader + "_" + info.param.file.filename().string();
                            std::replace_if(
                                name.begin(), name.end(),
                                [](unsigned char c) { return !std::isalnum(c); }, '_');
@@ -58,9 +58,9 @@ INSTANTIATE_TEST_SUITE_P(Files, FuzzReplay, testing::ValuesIn(AllReplays()),
 TEST(FuzzReplayFolders, EveryReaderHasAFile) {
   const std::vector<Replay> replays = AllReplays();
   for (const std::string& reader : fuzz::ReaderNames())
-    EXPECT_TRUE(std::any_of(replays.begin(), replays.end(),
-                            [&](const Replay& r) { return r.reader == reader; }))
-        << reader;
+    EXPECT_TRUE(std::any_of(replays.begin(), replays.end(), [&](const Replay& r) {
+      return r.reader == reader;
+    })) << reader;
 }
 
 }  // namespace
