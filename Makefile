@@ -8,8 +8,11 @@ else
   CMAKE_FLAGS += -DCMAKE_BUILD_TYPE=RelWithDebInfo
 endif
 EXAMPLE ?= examples/example_mine.sim
+# make fuzz: SECONDS per reader; corpora and finds go to FUZZ_OUT, outside the source tree.
+SECONDS ?= 60
+FUZZ_OUT ?= $(HOME)/.cache/galeris-fuzz
 
-.PHONY: setup configure build test run bench clean
+.PHONY: setup configure build test run bench fuzz clean
 
 setup:
 	@scripts/setup
@@ -36,5 +39,11 @@ bench: setup
 	@cmake --build build-bench -j $(JOBS)
 	@for b in build-bench/bin/bench_*; do $$b; done
 
+fuzz:
+	@scripts/setup fuzz
+	@CXX=clang++ cmake -S . -B build-fuzz -DCMAKE_BUILD_TYPE=RelWithDebInfo -DGALERIS_FUZZ=ON >/dev/null
+	@cmake --build build-fuzz -j $(JOBS)
+	@scripts/fuzz build-fuzz/bin $(FUZZ_OUT) $(SECONDS)
+
 clean:
-	rm -rf build build-asan build-bench
+	rm -rf build build-asan build-bench build-fuzz

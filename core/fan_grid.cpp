@@ -49,7 +49,7 @@ FanCurveChecks CurveChecksOf(const Network& net, int fan) {
 }
 
 FanGridText FanGridOf(const Workspace& ws, int fan) {
-  FanGridText grid{};
+  FanGridText grid;
   if (!ValidFan(ws.net, fan)) return grid;
   for (int k = 1; k <= kFanPoints; ++k) {
     grid[k][FanColumn::Static] = FullText(ws.units, ws.net.CurveP[fan][k][1], Unit::Pressure);

@@ -159,7 +159,9 @@ void LoadFanDatabase(Workspace& ws) {
   const float version = VersionOf(line);
   FieldTable f;
   SplitLine(version, line, f);
-  if (!f[2].empty()) net.FanDatabaseSerial = static_cast<std::int32_t>(Val(f[2]));
+  // A serial beyond a long is not one this program wrote: the old one stays.
+  if (const double serial = Val(f[2]); !f[2].empty() && std::fabs(serial) < 2147483647.0)
+    net.FanDatabaseSerial = static_cast<std::int32_t>(serial);
   if (version == 1.0f) {
     ReadVersionOneDatabase(net, in);
     return;
