@@ -346,7 +346,7 @@ int ReadAirways(NetworkReader& r, Workspace& ws, UiPort& ui) {
       }
     }
     if (got) {
-      r.Split();
+      r.SplitRecord();
       ReadAirwayFields(ws, r, position);
     }
     net.UndoNo[position] = 0;
@@ -385,6 +385,7 @@ void ReadLegacyNetwork(NetworkReader& r, Workspace& ws, bool merge, UiPort& ui) 
       if (!tokens.Take(r.f[field])) r.Next();
     for (int field : {26, 30, 31})
       if (!tokens.Take(r.f[field])) r.Next();
+    r.UseTable();
     ReadAirwayFields(ws, r, position);
     net.UndoNo[position] = 0;
     ++position;
@@ -442,6 +443,7 @@ bool ReadNetworkFile(NetworkReader& r, Workspace& ws, UiPort& ui) {
   r.version = VersionOf(r.line);
   r.locale = LocaleOfHeader(r.line);
   SplitLine(r.version, r.line.size() > 4 ? std::string_view(r.line).substr(4) : "", r.f, r.locale);
+  r.UseTable();
   if (r.f[1].compare(0, 7, "GALERIS") != 0) {
     ui.Message(kMsgNotGaleris, MsgButtons::OK, MsgIcon::Exclamation);
     return false;
@@ -579,6 +581,13 @@ bool NetworkReader::AtEnd() {
   return !pushedBack_ && in_.AtEnd();
 }
 
+void NetworkReader::SplitRecord() {
+  if (!IsTabFormat(version)) return Split();
+  const std::string_view view =
+      MapDecimalMarks(line, locale, mappedLine_) ? std::string_view(mappedLine_) : line;
+  SplitTabViews(view, fields_);
+}
+
 void NetworkReader::Trap() {
   if (quietPastEnd_) return;
   if (ui_.Message(std::string(kMsgLoadError) + "\n" + kMsgContinueLoading, MsgButtons::YesNo,
@@ -588,18 +597,18 @@ void NetworkReader::Trap() {
 
 void NetworkReader::Strict(int field, float& target) {
   double v = 0;
-  if (!StrictNumber(f[field], v) || std::fabs(v) > FLT_MAX) return Trap();
+  if (!StrictNumber(Field(field), v) || std::fabs(v) > FLT_MAX) return Trap();
   target = static_cast<float>(v);
 }
 
 void NetworkReader::StrictWhole(int field, std::int32_t& target) {
   double v = 0;
-  if (!StrictNumber(f[field], v) || std::fabs(v) > 2147483647.0) return Trap();
+  if (!StrictNumber(Field(field), v) || std::fabs(v) > 2147483647.0) return Trap();
   target = static_cast<std::int32_t>(RoundHalfEven(v));
 }
 
 void NetworkReader::Whole(int field, std::int16_t& target) {
-  const double v = Val(f[field]);
+  const double v = Val(Field(field));
   if (!(std::fabs(v) < 1e9)) return Trap();
   const long long r = RoundHalfEven(v);
   if (r < -32768 || r > 32767) return Trap();
@@ -607,19 +616,19 @@ void NetworkReader::Whole(int field, std::int16_t& target) {
 }
 
 void NetworkReader::Whole(int field, std::int32_t& target) {
-  const double v = Val(f[field]);
+  const double v = Val(Field(field));
   if (!(std::fabs(v) <= 2147483647.0)) return Trap();
   target = static_cast<std::int32_t>(RoundHalfEven(v));
 }
 
 void NetworkReader::Single(int field, float& target) {
-  const double v = Val(f[field]);
+  const double v = Val(Field(field));
   if (!(std::fabs(v) <= FLT_MAX)) return Trap();
   target = static_cast<float>(v);
 }
 
 void NetworkReader::Currency(int field, std::int64_t& target) {
-  const double v = Val(f[field]) * kKeyScale;
+  const double v = Val(Field(field)) * kKeyScale;
   if (!(std::fabs(v) <= 9.2e18)) return Trap();
   target = static_cast<std::int64_t>(RoundHalfEven(v));
 }
@@ -629,9 +638,9 @@ void NetworkReader::Currency(int field, std::int64_t& target) {
 void ReadAirwayFields(Workspace& ws, NetworkReader& r, int p) {
   Network& n = ws.net;
   const float version = r.version;
-  n.EntryNodeName[p] = r.f[1];
-  n.ExitNodeName[p] = r.f[2];
-  n.BranchName[p] = r.f[3];
+  n.EntryNodeName[p] = r.Field(1);
+  n.ExitNodeName[p] = r.Field(2);
+  n.BranchName[p] = r.Field(3);
   r.Currency(4, n.EntryNodeId[p]);
   r.Currency(5, n.ExitNodeId[p]);
   for (int k = 1; k <= 3; ++k) {
@@ -649,19 +658,19 @@ void ReadAirwayFields(Workspace& ws, NetworkReader& r, int p) {
   if (version < 2.9f && n.WallType[p] == 10) n.WallType[p] = kUserGiven;
   r.Strict(18, n.WallFactor[p]);
   r.Strict(19, n.ShockFactor[p]);
-  n.Comment[p] = r.f[20];
+  n.Comment[p] = r.Field(20);
   r.Strict(21, n.Resistance[p]);
   r.Strict(22, n.Quantity[p]);
   r.Whole(23, n.FanNumber[p]);
   r.Whole(24, n.NoOfFans[p]);
   r.Strict(25, n.Length[p]);
   // An older, shorter record keeps what the slot held for the pressures and layers.
-  if (!r.f[26].empty()) r.Strict(26, n.Pressure[p]);
-  if (!r.f[27].empty()) r.Single(27, n.Contaminant[p]);
-  if (!r.f[28].empty()) r.Whole(28, n.PrimaryLayer[p]);
-  if (!r.f[29].empty()) r.Whole(29, n.SecondLayer[p]);
-  if (!r.f[30].empty()) r.Strict(30, n.FromNodeP[p]);
-  if (!r.f[31].empty()) r.Strict(31, n.ToNodeP[p]);
+  if (!r.Field(26).empty()) r.Strict(26, n.Pressure[p]);
+  if (!r.Field(27).empty()) r.Single(27, n.Contaminant[p]);
+  if (!r.Field(28).empty()) r.Whole(28, n.PrimaryLayer[p]);
+  if (!r.Field(29).empty()) r.Whole(29, n.SecondLayer[p]);
+  if (!r.Field(30).empty()) r.Strict(30, n.FromNodeP[p]);
+  if (!r.Field(31).empty()) r.Strict(31, n.ToNodeP[p]);
   r.Whole(32, n.UndoNo[p]);
   r.Whole(33, n.AirwayNo[p]);
   r.Single(34, n.LabelPos[p]);

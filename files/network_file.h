@@ -3,6 +3,7 @@
 // journal shares.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -73,7 +74,19 @@ class NetworkReader {
   void Unread() { pushedBack_ = true; }
   bool PastEnd() const { return pastEnd_; }
   bool AtEnd();
-  void Split() { SplitLine(version, line, f, locale); }
+  void Split() {
+    SplitLine(version, line, f, locale);
+    UseTable();
+  }
+  // Splits an airway record: the fields are left as views into the line only, not copied
+  // into f. They stay valid until the next line is read.
+  void SplitRecord();
+  // Points the fields the conversions read at f, after f was filled by hand.
+  void UseTable() {
+    for (int i = 1; i <= kSplitFields; ++i) fields_[i] = f[i];
+  }
+  // Field i of the last split: what the conversions below read.
+  std::string_view Field(int i) const { return fields_[i]; }
   bool NextSplit() {
     const bool ok = Next();
     Split();
@@ -101,6 +114,8 @@ class NetworkReader {
  private:
   UiPort& ui_;
   LineReader in_;
+  FieldViews fields_{};
+  std::string mappedLine_;  // a record line after its decimal marks were mapped
   bool pastEnd_ = false;
   bool quietPastEnd_ = false;
   bool pushedBack_ = false;

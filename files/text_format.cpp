@@ -6,6 +6,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -50,20 +51,22 @@ bool IsBlank(char c) {
   return c == ' ' || c == '\t' || c == '\n';
 }
 
-void SplitTabs(std::string_view line, FieldTable& fields) {
-  int field = 1;
-  std::size_t start = 0;
-  while (field <= kSplitFields) {
-    const std::size_t tab = line.find('\t', start);
-    if (tab == std::string_view::npos) {
-      fields[field].assign(line.substr(start));
-      return;
-    }
-    fields[field].assign(line.substr(start, tab - start));
-    start = tab + 1;
-    ++field;
+// The decimal rules of a tab-joined line as one mapping of single characters: first `point`
+// becomes the separator, then (when the file's mark differs) the file's mark does.
+struct DecimalMapping {
+  char point, separator, fileMark;
+  bool differs;
+  bool Touches(std::string_view s) const {
+    return s.find(point) != std::string_view::npos ||
+           (differs && s.find(fileMark) != std::string_view::npos);
   }
-}
+  void Apply(std::string& s) const {
+    for (char& c : s) {
+      if (c == point) c = separator;
+      if (differs && c == fileMark) c = separator;
+    }
+  }
+};
 
 void SplitCommas(std::string_view line, FieldTable& fields, char separator) {
   int field = 1;
@@ -94,6 +97,40 @@ bool ParseDouble(const std::string& s, double& value) {
   return ec == std::errc() && ptr == s.data() + s.size();
 }
 
+// The common plain decimal, as "-12.5" or "3": an optional sign, digits and at most one point
+// (the given character), nothing else. When its digits fit a double exactly the value is one
+// correctly rounded division, the same double the full conversion gives. False for anything
+// else, which then takes the full way.
+bool PlainDecimal(std::string_view s, char point, double& value) {
+  constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  // Up to 15 digits stay below 2^53 and add up exactly; longer texts take the full way.
+  constexpr std::ptrdiff_t kMostDigits = 15;
+  const char* p = s.data();
+  const char* const end = p + s.size();
+  const bool negative = p != end && *p == '-';
+  if (p != end && (*p == '-' || *p == '+')) ++p;
+  const char* const first = p;
+  if (end - first > kMostDigits) return false;
+  std::uint64_t digits = 0;
+  const char* pointAt = nullptr;
+  for (; p != end; ++p) {
+    const auto d = static_cast<unsigned>(static_cast<unsigned char>(*p) - '0');
+    if (d <= 9)
+      digits = digits * 10 + d;
+    else if (*p == point && !pointAt)
+      pointAt = p;
+    else
+      return false;
+  }
+  if (end - first - (pointAt ? 1 : 0) == 0) return false;  // no digit
+  const std::ptrdiff_t decimals = pointAt ? end - pointAt - 1 : 0;
+  const double whole = static_cast<double>(digits);
+  const double magnitude = decimals == 0 ? whole : whole / kPowers[decimals];
+  value = negative ? -magnitude : magnitude;
+  return true;
+}
+
 }  // namespace
 
 bool IsTabFormat(float version) {
@@ -103,19 +140,44 @@ bool IsTabFormat(float version) {
 
 void SplitLine(float version, std::string_view line, FieldTable& fields,
                const SplitLocale& locale) {
-  for (int i = 1; i <= kSplitFields; ++i) fields[i].clear();
   const char separator = MachineDecimalSeparator();
   if (!IsTabFormat(version)) {
+    for (int i = 1; i <= kSplitFields; ++i) fields[i].clear();
     SplitCommas(line, fields, separator);
     return;
   }
-  std::string text(line);
-  if (separator != ',')
-    ReplaceAll(text, ',', separator);
-  else
-    ReplaceAll(text, '.', separator);
-  if (locale.differs) ReplaceAll(text, locale.fileMark, separator);
-  SplitTabs(text, fields);
+
+  std::string mapped;
+  const std::string_view text =
+      MapDecimalMarks(line, locale, mapped) ? std::string_view(mapped) : line;
+  FieldViews views;
+  SplitTabViews(text, views);
+  for (int i = 1; i <= kSplitFields; ++i) fields[i].assign(views[i]);
+}
+
+bool MapDecimalMarks(std::string_view line, const SplitLocale& locale, std::string& mapped) {
+  const char separator = MachineDecimalSeparator();
+  const DecimalMapping mapping{separator != ',' ? ',' : '.', separator, locale.fileMark,
+                               locale.differs};
+  if (!mapping.Touches(line)) return false;
+  mapped.assign(line);
+  mapping.Apply(mapped);
+  return true;
+}
+
+void SplitTabViews(std::string_view line, FieldViews& fields) {
+  // Fields are short: a plain loop finds the tabs sooner than a library search per field.
+  int field = 1;
+  const char* start = line.data();
+  const char* const end = start + line.size();
+  for (const char* p = start; p != end; ++p) {
+    if (*p != '\t') continue;
+    fields[field] = std::string_view(start, static_cast<std::size_t>(p - start));
+    start = p + 1;
+    if (++field > kSplitFields) return;
+  }
+  fields[field] = std::string_view(start, static_cast<std::size_t>(end - start));
+  for (++field; field <= kSplitFields; ++field) fields[field] = {};
 }
 
 std::string TrimBlanks(std::string_view text) {
@@ -176,9 +238,11 @@ std::string PrintSingle(float value) {
 double Val(std::string_view text) {
   // Blanks are skipped anywhere, as in "1 000"; the number ends at the first other character
   // that cannot continue it.
+  const char separator = MachineDecimalSeparator();
+  double plain = 0;
+  if (separator == '.' && PlainDecimal(text, '.', plain)) return plain;
   std::string number;
   bool digits = false, point = false, exponent = false, exponentDigits = false;
-  const char separator = MachineDecimalSeparator();
   for (char c : text) {
     if (IsBlank(c)) continue;
     if (c >= '0' && c <= '9') {
@@ -216,6 +280,9 @@ bool StrictNumber(std::string_view text, double& value) {
   while (b > a && (text[b - 1] == ' ' || text[b - 1] == '\t')) --b;
   if (a == b) return false;
   const char separator = MachineDecimalSeparator();
+  if ((separator == '.' || separator == ',') &&
+      PlainDecimal(text.substr(a, b - a), separator, value))
+    return true;
   std::string number;
   number.reserve(b - a);
   bool digits = false;
@@ -237,17 +304,24 @@ bool StrictNumber(std::string_view text, double& value) {
   return true;
 }
 
-LineReader::LineReader(const std::string& path) : in_(path, std::ios::binary) {
-  buffer_.resize(kReadChunk);
+LineReader::LineReader(const std::string& path) {
+  // The whole file at once: every reader goes through it from start to end.
+  std::ifstream in(path, std::ios::binary);
+  open_ = in.is_open();
+  std::error_code ec;
+  const auto size = std::filesystem::file_size(path, ec);
+  std::size_t chunk = !ec && size > 0 && size < (std::size_t{1} << 40) ? size + 1 : kReadChunk;
+  while (open_ && in) {
+    buffer_.resize(end_ + chunk);
+    in.read(buffer_.data() + end_, static_cast<std::streamsize>(chunk));
+    end_ += static_cast<std::size_t>(in.gcount());
+    chunk = kReadChunk;
+  }
+  buffer_.resize(end_);
 }
 
 bool LineReader::Fill() {
-  if (start_ < end_) return true;
-  if (!in_.is_open() || !in_) return false;
-  in_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
-  start_ = 0;
-  end_ = static_cast<std::size_t>(in_.gcount());
-  return end_ > 0;
+  return start_ < end_;
 }
 
 int LineReader::Peek() {
@@ -260,21 +334,23 @@ bool LineReader::AtEnd() {
 }
 
 bool LineReader::ReadLine(std::string& line) {
-  line.clear();
-  if (!Fill()) return false;
-  ++lineNumber_;
-  while (Fill()) {
-    const char* begin = buffer_.data() + start_;
-    const char* end = buffer_.data() + end_;
-    const char* stop = std::find_if(begin, end, [](char c) { return c == '\r' || c == '\n'; });
-    line.append(begin, stop);
-    start_ += static_cast<std::size_t>(stop - begin);
-    if (stop == end) continue;
-    const char ending = *stop;
-    ++start_;
-    if (ending == '\r' && Peek() == '\n') ++start_;
-    return true;
+  if (!Fill()) {
+    line.clear();
+    return false;
   }
+  ++lineNumber_;
+  const char* begin = buffer_.data() + start_;
+  const char* end = buffer_.data() + end_;
+  // The line ends at the first CR or LF: the first LF bounds the search for a CR.
+  const char* stop = static_cast<const char*>(std::memchr(begin, '\n', end - begin));
+  if (!stop) stop = end;
+  if (const void* cr = std::memchr(begin, '\r', stop - begin)) stop = static_cast<const char*>(cr);
+  line.assign(begin, stop);
+  start_ += static_cast<std::size_t>(stop - begin);
+  if (stop == end) return true;
+  const char ending = *stop;
+  ++start_;
+  if (ending == '\r' && Peek() == '\n') ++start_;
   return true;
 }
 

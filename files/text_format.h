@@ -23,8 +23,16 @@ struct SplitLocale {
   bool differs = false;  // the file's decimal mark differs from the machine's
   char fileMark = '.';
 };
+// The line must not lie in one of the fields.
 void SplitLine(float version, std::string_view line, FieldTable& fields,
                const SplitLocale& locale = {});
+
+// The tab-joined split in two steps, for readers that keep the fields as views into the line:
+// the decimal marks mapped as SplitLine maps them (true, with the mapped line in `mapped`, when
+// anything changed), then the fields between the tabs.
+using FieldViews = std::array<std::string_view, kSplitFields + 1>;
+bool MapDecimalMarks(std::string_view line, const SplitLocale& locale, std::string& mapped);
+void SplitTabViews(std::string_view line, FieldViews& fields);
 
 // The text without the blanks around it, as the readers trim names.
 std::string TrimBlanks(std::string_view text);
@@ -57,11 +65,12 @@ double Val(std::string_view text);
 // Strict: the whole text must be a number (blanks around allowed); false on bad or empty text.
 bool StrictNumber(std::string_view text, double& value);
 
-// Reads a file line by line; lines end at CR LF, LF or CR. Survives any bytes.
+// Reads a file line by line; lines end at CR LF, LF or CR. Survives any bytes. The file is
+// read whole when the reader is made, and closed again.
 class LineReader {
  public:
   explicit LineReader(const std::string& path);
-  bool IsOpen() const { return in_.is_open(); }
+  bool IsOpen() const { return open_; }
   bool ReadLine(std::string& line);  // false at end of file
   bool AtEnd();
   long LineNumber() const { return lineNumber_; }
@@ -69,7 +78,7 @@ class LineReader {
  private:
   bool Fill();  // false when the file has nothing more
   int Peek();   // the next byte, or -1 at the end
-  std::ifstream in_;
+  bool open_ = false;
   long lineNumber_ = 0;
   std::vector<char> buffer_;
   std::size_t start_ = 0, end_ = 0;
