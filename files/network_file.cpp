@@ -76,12 +76,6 @@ std::int16_t AxisSign(const std::string& field) {
   return 1;
 }
 
-void AppendInt(std::string& out, long long v) {
-  char text[24];
-  auto [end, ec] = std::to_chars(text, text + sizeof text, v);
-  out.append(text, end);
-}
-
 // ---- Writer -----------------------------------------------------------------------------
 
 void AppendHeader(std::string& out, const Network& net) {
@@ -711,22 +705,36 @@ void ReadAirwayRecord(Workspace& ws, const std::string& line, int position, floa
 std::string FormatAirwayRecord(const Network& net, int p) {
   std::string s;
   s.reserve(256);
-  const auto text = [&s](const std::string& t) {
-    s += CleanField(TrimBlanks(t));
-    s += '\t';
+  AppendAirwayRecord(s, net, p);
+  return s;
+}
+
+void AppendAirwayRecord(std::string& s, const Network& net, int p) {
+  // The record is made in a buffer that holds the longest one: four texts of at most 40
+  // characters and a tab, and the other fields with room for any number.
+  char buffer[4 * 41 + 39 * kSingleTextSize];
+  char* out = buffer;
+  const auto text = [&out](std::string_view t) {
+    // Without the blanks around it, and with no tab or line end inside.
+    const std::size_t a = t.find_first_not_of(' ');
+    t = a == std::string_view::npos ? std::string_view()
+                                    : t.substr(a, t.find_last_not_of(' ') - a + 1);
+    for (char c : t) *out++ = c == '\t' || c == '\r' || c == '\n' ? ' ' : c;
+    *out++ = '\t';
   };
-  const auto whole = [&s](long long v) {
-    AppendInt(s, v);
-    s += '\t';
+  const auto whole = [&out](long long v) {
+    out = std::to_chars(out, out + kSingleTextSize, v).ptr;
+    *out++ = '\t';
   };
-  const auto single = [&s](float v) {
-    s += FormatGeneralSingle(v);
-    s += '\t';
+  const auto single = [&out](float v) {
+    out = WriteGeneralSingle(out, v);
+    *out++ = '\t';
   };
-  text(net.EntryNodeName[p].Trimmed());
-  text(net.ExitNodeName[p].Trimmed());
-  text(net.BranchName[p].Trimmed());
-  s += "\t\t";
+  text(net.EntryNodeName[p].View());
+  text(net.ExitNodeName[p].View());
+  text(net.BranchName[p].View());
+  *out++ = '\t';
+  *out++ = '\t';
   for (int k = 1; k <= 3; ++k) whole(net.Coord1[p][k]);
   for (int k = 1; k <= 3; ++k) whole(net.Coord2[p][k]);
   single(net.Dim[p][1]);
@@ -737,7 +745,7 @@ std::string FormatAirwayRecord(const Network& net, int p) {
   whole(net.WallType[p]);
   single(net.WallFactor[p]);
   single(net.ShockFactor[p]);
-  text(net.Comment[p].Trimmed());
+  text(net.Comment[p].View());
   single(net.Resistance[p]);
   single(net.Quantity[p]);
   whole(net.FanNumber[p]);
@@ -756,8 +764,8 @@ std::string FormatAirwayRecord(const Network& net, int p) {
   whole(net.ParallelCount[p]);
   whole(net.CurveFraction[p]);
   whole(net.SmokeData[p][1]);
-  AppendInt(s, net.SmokeData[p][2]);
-  return s;
+  out = std::to_chars(out, out + kSingleTextSize, net.SmokeData[p][2]).ptr;
+  s.append(buffer, out);
 }
 
 std::string EscapeNote(const std::string& text) {
@@ -834,7 +842,7 @@ std::string FormatNetworkFile(const Workspace& ws, bool allPositions) {
   out += kCrLf;
   const int last = LastWrittenPosition(net, allPositions);
   for (int p = 1; p <= last; ++p) {
-    out += FormatAirwayRecord(net, p);
+    AppendAirwayRecord(out, net, p);
     out += kCrLf;
   }
   return out;

@@ -32,6 +32,8 @@ bool GasSimulationBlocksSave(UiPort& ui, int smokeState);
 // One airway record, 39 fields.
 void ReadAirwayRecord(Workspace& ws, const std::string& line, int position, float version);
 std::string FormatAirwayRecord(const Network& net, int position);
+// The same record added to the end of out.
+void AppendAirwayRecord(std::string& out, const Network& net, int position);
 
 std::string EscapeNote(const std::string& text);
 std::string UnescapeNote(const std::string& text);

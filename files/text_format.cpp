@@ -25,19 +25,110 @@ void ReplaceAll(std::string& s, char from, char to) {
 
 // The shortest general form with the given significant digits, as VB prints it: fixed notation
 // while the exponent lies from -5 to digits-1, else "1.5E+10"; the machine's decimal separator.
+// The general form of the value with the given significant digits, as printf's %g makes it
+// ('.' and 'e'); returns the end of the text.
+char* GeneralText(double value, int digits, char* text, char* last) {
+  return std::to_chars(text, last, value, std::chars_format::general, digits).ptr;
+}
+
+// The same for a single to 7 digits, without the general formatter for nearly every value:
+// the value scaled to seven whole digits with one rounding, which an exact power of ten keeps
+// within far less than a millionth of a unit of the true product, then rounded half to even.
+// A product within a millionth of a half unit, or a value beyond the exact powers, takes the
+// general formatter.
+char* SingleText(float single, char* text, char* last) {
+  constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+  constexpr int kLargestPower = 22;
+  constexpr double kLow = 1e6, kHigh = 1e7;  // seven whole digits
+  constexpr double kNearHalf = 1e-6;
+  const double value = single;
+  const double magnitude = std::fabs(value);
+  int binary = 0;
+  std::frexp(magnitude, &binary);
+  int exponent = static_cast<int>(std::floor((binary - 1) * 0.30102999566398120));
+  double scaled = 0;
+  for (int tries = 0; tries < 3; ++tries) {
+    const int shift = 6 - exponent;
+    if (shift > kLargestPower || -shift > kLargestPower) return GeneralText(value, 7, text, last);
+    scaled = shift >= 0 ? magnitude * kPowers[shift] : magnitude / kPowers[-shift];
+    if (scaled >= kHigh)
+      ++exponent;
+    else if (scaled < kLow)
+      --exponent;
+    else
+      break;
+  }
+  if (scaled < kLow || scaled >= kHigh) return GeneralText(value, 7, text, last);
+  double whole = std::floor(scaled);
+  const double rest = scaled - whole;
+  if (std::fabs(rest - 0.5) < kNearHalf) return GeneralText(value, 7, text, last);
+  if (rest > 0.5) whole += 1;
+  auto n = static_cast<std::uint32_t>(whole);
+  if (n >= 10000000) {  // 9999999.5 and up: one more place
+    n /= 10;
+    ++exponent;
+  }
+  char d[7];
+  for (int i = 6; i >= 0; --i) {
+    d[i] = static_cast<char>('0' + n % 10);
+    n /= 10;
+  }
+  int count = 7;
+  while (count > 1 && d[count - 1] == '0') --count;
+  char* p = text;
+  if (value < 0) *p++ = '-';
+  if (exponent < -4 || exponent >= 7) {
+    *p++ = d[0];
+    if (count > 1) {
+      *p++ = '.';
+      for (int i = 1; i < count; ++i) *p++ = d[i];
+    }
+    *p++ = 'e';
+    *p++ = exponent < 0 ? '-' : '+';
+    const int e = std::abs(exponent);
+    if (e >= 10)
+      *p++ = static_cast<char>('0' + e / 10);
+    else
+      *p++ = '0';
+    *p++ = static_cast<char>('0' + e % 10);
+  } else if (exponent >= 0) {
+    for (int i = 0; i <= exponent; ++i) *p++ = d[i];
+    if (count > exponent + 1) {
+      *p++ = '.';
+      for (int i = exponent + 1; i < count; ++i) *p++ = d[i];
+    }
+  } else {
+    *p++ = '0';
+    *p++ = '.';
+    for (int i = -1; i > exponent; --i) *p++ = '0';
+    for (int i = 0; i < count; ++i) *p++ = d[i];
+  }
+  return p;
+}
+
+// The text as a formatted field: 'E' for the exponent, the machine's decimal separator.
+void AppendFormatted(std::string& out, const char* text, const char* end) {
+  const char separator = MachineDecimalSeparator();
+  const std::size_t at = out.size();
+  out.append(text, end);
+  for (std::size_t i = at; i < out.size(); ++i) {
+    if (out[i] == 'e')
+      out[i] = 'E';
+    else if (out[i] == '.')
+      out[i] = separator;
+  }
+}
+
+// The shortest general form with the given significant digits, as VB prints it: fixed notation
+// while the exponent lies from -5 to digits-1, else "1.5E+10"; the machine's decimal separator.
 std::string General(double value, int digits) {
   if (!std::isfinite(value)) return "0";  // never written: such a value could not be read back
   if (value == 0) return "0";             // no "-0"
   char text[48];
-  auto [end, ec] =
-      std::to_chars(text, text + sizeof text, value, std::chars_format::general, digits);
-  std::string s(text, end);
-  for (char& c : s) {
-    if (c == 'e')
-      c = 'E';
-    else if (c == '.')
-      c = MachineDecimalSeparator();
-  }
+  std::string s;
+  AppendFormatted(s, text, GeneralText(value, digits, text, text + sizeof text));
   return s;
 }
 
@@ -226,7 +317,32 @@ std::string FormatGeneral(double value) {
   return General(value, 15);
 }
 std::string FormatGeneralSingle(float value) {
-  return General(value, 7);
+  std::string s;
+  AppendGeneralSingle(s, value);
+  return s;
+}
+void AppendGeneralSingle(std::string& out, float value) {
+  char text[kSingleTextSize];
+  out.append(text, WriteGeneralSingle(text, value));
+}
+
+char* WriteGeneralSingle(char* text, float value) {
+  if (!std::isfinite(value) || value == 0) {
+    *text = '0';  // as General: no "-0", and nothing that could not be read back
+    return text + 1;
+  }
+  const float magnitude = std::fabs(value);
+  if (magnitude < 1e7f && magnitude == std::floor(magnitude))  // whole: all its digits
+    return std::to_chars(text, text + kSingleTextSize, static_cast<std::int32_t>(value)).ptr;
+  char* const end = SingleText(value, text, text + kSingleTextSize);
+  const char separator = MachineDecimalSeparator();
+  for (char* p = text; p != end; ++p) {
+    if (*p == 'e')
+      *p = 'E';
+    else if (*p == '.')
+      *p = separator;
+  }
+  return end;
 }
 std::string PrintNumber(double value) {
   return Printed(FormatGeneral(value));

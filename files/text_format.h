@@ -59,6 +59,11 @@ std::string PrintSingle(float value);
 // Formatted fields: the shortest general form, no blanks ("5", "-2.5", "1E+10").
 std::string FormatGeneral(double value);
 std::string FormatGeneralSingle(float value);
+// FormatGeneralSingle added to the end of out, or written at text (kSingleTextSize bytes of
+// room), returning the end.
+inline constexpr std::size_t kSingleTextSize = 32;
+void AppendGeneralSingle(std::string& out, float value);
+char* WriteGeneralSingle(char* text, float value);
 
 // Val-style: the longest leading number of the text, blanks skipped, 0 when there is none.
 double Val(std::string_view text);
