@@ -45,9 +45,11 @@ char* SingleText(float single, char* text, char* last) {
   constexpr double kNearHalf = 1e-6;
   const double value = single;
   const double magnitude = std::fabs(value);
-  int binary = 0;
-  std::frexp(magnitude, &binary);
-  int exponent = static_cast<int>(std::floor((binary - 1) * 0.30102999566398120));
+  // The decimal exponent from the binary one, at most one too small; the loop puts it right.
+  std::uint32_t bits = 0;
+  std::memcpy(&bits, &single, sizeof bits);
+  const int binary = static_cast<int>((bits >> 23) & 0xFF) - 127;  // subnormals: far too small
+  int exponent = binary >= 0 ? binary * 30103 / 100000 : -((-binary * 30103 + 99999) / 100000);
   double scaled = 0;
   for (int tries = 0; tries < 3; ++tries) {
     const int shift = 6 - exponent;
@@ -61,11 +63,10 @@ char* SingleText(float single, char* text, char* last) {
       break;
   }
   if (scaled < kLow || scaled >= kHigh) return GeneralText(value, 7, text, last);
-  double whole = std::floor(scaled);
-  const double rest = scaled - whole;
+  auto n = static_cast<std::uint32_t>(scaled);  // positive: truncation is the floor
+  const double rest = scaled - n;
   if (std::fabs(rest - 0.5) < kNearHalf) return GeneralText(value, 7, text, last);
-  if (rest > 0.5) whole += 1;
-  auto n = static_cast<std::uint32_t>(whole);
+  if (rest > 0.5) ++n;
   if (n >= 10000000) {  // 9999999.5 and up: one more place
     n /= 10;
     ++exponent;
