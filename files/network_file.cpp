@@ -580,6 +580,7 @@ void NetworkReader::SplitRecord() {
   const std::string_view view =
       MapDecimalMarks(line, locale, mappedLine_) ? std::string_view(mappedLine_) : line;
   SplitTabViews(view, fields_);
+  recordViews_ = true;
 }
 
 void NetworkReader::Trap() {

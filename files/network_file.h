@@ -83,12 +83,12 @@ class NetworkReader {
   // Splits an airway record: the fields are left as views into the line only, not copied
   // into f. They stay valid until the next line is read.
   void SplitRecord();
-  // Points the fields the conversions read at f, after f was filled by hand.
-  void UseTable() {
-    for (int i = 1; i <= kSplitFields; ++i) fields_[i] = f[i];
-  }
+  // Points the conversions back at f, after f was filled by hand.
+  void UseTable() { recordViews_ = false; }
   // Field i of the last split: what the conversions below read.
-  std::string_view Field(int i) const { return fields_[i]; }
+  std::string_view Field(int i) const {
+    return recordViews_ ? fields_[i] : std::string_view(f[i]);
+  }
   bool NextSplit() {
     const bool ok = Next();
     Split();
@@ -116,7 +116,8 @@ class NetworkReader {
  private:
   UiPort& ui_;
   LineReader in_;
-  FieldViews fields_{};
+  FieldViews fields_{};       // the record fields of SplitRecord
+  bool recordViews_ = false;  // the conversions read fields_ rather than f
   std::string mappedLine_;  // a record line after its decimal marks were mapped
   bool pastEnd_ = false;
   bool quietPastEnd_ = false;
