@@ -29,6 +29,8 @@ class FixedText {
     while (n > 0 && chars_[n - 1] == ' ') --n;
     return std::string(chars_.data(), n);
   }
+  // All N characters, padding included, without a copy.
+  std::string_view View() const { return std::string_view(chars_.data(), N); }
   bool IsBlank() const {
     return std::all_of(chars_.begin(), chars_.end(), [](char c) { return c == ' '; });
   }

@@ -227,11 +227,13 @@ long long RoundHalfEven(double value) {
   constexpr double kLimit = 9223372036854774784.0;  // the largest double below 2^63
   if (value >= kLimit) return std::numeric_limits<long long>::max();
   if (value <= -kLimit) return std::numeric_limits<long long>::min();
-  const double floor = std::floor(value);
-  const double rest = value - floor;  // exact: floor and value share their high bits
-  double rounded = floor;
-  if (rest > 0.5 || (rest == 0.5 && std::fmod(floor, 2.0) != 0)) rounded = floor + 1;
-  return static_cast<long long>(rounded);
+  const auto truncated = static_cast<long long>(value);
+  if (static_cast<double>(truncated) == value) return truncated;  // whole already
+  // A fraction: |value| is below 2^52, so the floor and the rest are exact.
+  const long long whole = value < 0 ? truncated - 1 : truncated;
+  const double rest = value - static_cast<double>(whole);
+  if (rest > 0.5 || (rest == 0.5 && (whole & 1) != 0)) return whole + 1;
+  return whole;
 }
 
 }  // namespace galeris

@@ -77,12 +77,6 @@ std::int16_t AxisSign(const std::string& field) {
   return 1;
 }
 
-void AppendInt(std::string& out, long long v) {
-  char text[24];
-  auto [end, ec] = std::to_chars(text, text + sizeof text, v);
-  out.append(text, end);
-}
-
 // ---- Writer -----------------------------------------------------------------------------
 
 void AppendHeader(std::string& out, const Network& net) {
@@ -347,7 +341,7 @@ int ReadAirways(NetworkReader& r, Workspace& ws, UiPort& ui) {
       }
     }
     if (got) {
-      r.Split();
+      r.SplitRecord();
       ReadAirwayFields(ws, r, position);
     }
     net.UndoNo[position] = 0;
@@ -386,6 +380,7 @@ void ReadLegacyNetwork(NetworkReader& r, Workspace& ws, bool merge, UiPort& ui) 
       if (!tokens.Take(r.f[field])) r.Next();
     for (int field : {26, 30, 31})
       if (!tokens.Take(r.f[field])) r.Next();
+    r.UseTable();
     ReadAirwayFields(ws, r, position);
     net.UndoNo[position] = 0;
     ++position;
@@ -443,6 +438,7 @@ bool ReadNetworkFile(NetworkReader& r, Workspace& ws, UiPort& ui) {
   r.version = VersionOf(r.line);
   r.locale = LocaleOfHeader(r.line);
   SplitLine(r.version, r.line.size() > 4 ? std::string_view(r.line).substr(4) : "", r.f, r.locale);
+  r.UseTable();
   if (r.f[1].compare(0, 7, "GALERIS") != 0) {
     ui.Message(kMsgNotGaleris, MsgButtons::OK, MsgIcon::Exclamation);
     return false;
@@ -580,6 +576,14 @@ bool NetworkReader::AtEnd() {
   return !pushedBack_ && in_.AtEnd();
 }
 
+void NetworkReader::SplitRecord() {
+  if (!IsTabFormat(version)) return Split();
+  const std::string_view view =
+      MapDecimalMarks(line, locale, mappedLine_) ? std::string_view(mappedLine_) : line;
+  SplitTabViews(view, fields_);
+  recordViews_ = true;
+}
+
 void NetworkReader::Trap() {
   if (quietPastEnd_) return;
   if (ui_.Message(std::string(kMsgLoadError) + "\n" + kMsgContinueLoading, MsgButtons::YesNo,
@@ -589,18 +593,18 @@ void NetworkReader::Trap() {
 
 void NetworkReader::Strict(int field, float& target) {
   double v = 0;
-  if (!StrictNumber(f[field], v) || std::fabs(v) > FLT_MAX) return Trap();
+  if (!StrictNumber(Field(field), v) || std::fabs(v) > FLT_MAX) return Trap();
   target = static_cast<float>(v);
 }
 
 void NetworkReader::StrictWhole(int field, std::int32_t& target) {
   double v = 0;
-  if (!StrictNumber(f[field], v) || std::fabs(v) > 2147483647.0) return Trap();
+  if (!StrictNumber(Field(field), v) || std::fabs(v) > 2147483647.0) return Trap();
   target = static_cast<std::int32_t>(RoundHalfEven(v));
 }
 
 void NetworkReader::Whole(int field, std::int16_t& target) {
-  const double v = Val(f[field]);
+  const double v = Val(Field(field));
   if (!(std::fabs(v) < 1e9)) return Trap();
   const long long r = RoundHalfEven(v);
   if (r < -32768 || r > 32767) return Trap();
@@ -608,19 +612,19 @@ void NetworkReader::Whole(int field, std::int16_t& target) {
 }
 
 void NetworkReader::Whole(int field, std::int32_t& target) {
-  const double v = Val(f[field]);
+  const double v = Val(Field(field));
   if (!(std::fabs(v) <= 2147483647.0)) return Trap();
   target = static_cast<std::int32_t>(RoundHalfEven(v));
 }
 
 void NetworkReader::Single(int field, float& target) {
-  const double v = Val(f[field]);
+  const double v = Val(Field(field));
   if (!(std::fabs(v) <= FLT_MAX)) return Trap();
   target = static_cast<float>(v);
 }
 
 void NetworkReader::Currency(int field, std::int64_t& target) {
-  const double v = Val(f[field]) * kKeyScale;
+  const double v = Val(Field(field)) * kKeyScale;
   if (!(std::fabs(v) <= 9.2e18)) return Trap();
   target = static_cast<std::int64_t>(RoundHalfEven(v));
 }
@@ -630,9 +634,9 @@ void NetworkReader::Currency(int field, std::int64_t& target) {
 void ReadAirwayFields(Workspace& ws, NetworkReader& r, int p) {
   Network& n = ws.net;
   const float version = r.version;
-  n.EntryNodeName[p] = r.f[1];
-  n.ExitNodeName[p] = r.f[2];
-  n.BranchName[p] = r.f[3];
+  n.EntryNodeName[p] = r.Field(1);
+  n.ExitNodeName[p] = r.Field(2);
+  n.BranchName[p] = r.Field(3);
   r.Currency(4, n.EntryNodeId[p]);
   r.Currency(5, n.ExitNodeId[p]);
   for (int k = 1; k <= 3; ++k) {
@@ -650,19 +654,19 @@ void ReadAirwayFields(Workspace& ws, NetworkReader& r, int p) {
   if (version < 2.9f && n.WallType[p] == 10) n.WallType[p] = kUserGiven;
   r.Strict(18, n.WallFactor[p]);
   r.Strict(19, n.ShockFactor[p]);
-  n.Comment[p] = r.f[20];
+  n.Comment[p] = r.Field(20);
   r.Strict(21, n.Resistance[p]);
   r.Strict(22, n.Quantity[p]);
   r.Whole(23, n.FanNumber[p]);
   r.Whole(24, n.NoOfFans[p]);
   r.Strict(25, n.Length[p]);
   // An older, shorter record keeps what the slot held for the pressures and layers.
-  if (!r.f[26].empty()) r.Strict(26, n.Pressure[p]);
-  if (!r.f[27].empty()) r.Single(27, n.Contaminant[p]);
-  if (!r.f[28].empty()) r.Whole(28, n.PrimaryLayer[p]);
-  if (!r.f[29].empty()) r.Whole(29, n.SecondLayer[p]);
-  if (!r.f[30].empty()) r.Strict(30, n.FromNodeP[p]);
-  if (!r.f[31].empty()) r.Strict(31, n.ToNodeP[p]);
+  if (!r.Field(26).empty()) r.Strict(26, n.Pressure[p]);
+  if (!r.Field(27).empty()) r.Single(27, n.Contaminant[p]);
+  if (!r.Field(28).empty()) r.Whole(28, n.PrimaryLayer[p]);
+  if (!r.Field(29).empty()) r.Whole(29, n.SecondLayer[p]);
+  if (!r.Field(30).empty()) r.Strict(30, n.FromNodeP[p]);
+  if (!r.Field(31).empty()) r.Strict(31, n.ToNodeP[p]);
   r.Whole(32, n.UndoNo[p]);
   r.Whole(33, n.AirwayNo[p]);
   r.Single(34, n.LabelPos[p]);
@@ -703,22 +707,36 @@ void ReadAirwayRecord(Workspace& ws, const std::string& line, int position, floa
 std::string FormatAirwayRecord(const Network& net, int p) {
   std::string s;
   s.reserve(256);
-  const auto text = [&s](const std::string& t) {
-    s += CleanField(TrimBlanks(t));
-    s += '\t';
+  AppendAirwayRecord(s, net, p);
+  return s;
+}
+
+void AppendAirwayRecord(std::string& s, const Network& net, int p) {
+  // The record is made in a buffer that holds the longest one: four texts of at most 40
+  // characters and a tab, and the other fields with room for any number.
+  char buffer[4 * 41 + 39 * kSingleTextSize];
+  char* out = buffer;
+  const auto text = [&out](std::string_view t) {
+    // Without the blanks around it, and with no tab or line end inside.
+    const std::size_t a = t.find_first_not_of(' ');
+    t = a == std::string_view::npos ? std::string_view()
+                                    : t.substr(a, t.find_last_not_of(' ') - a + 1);
+    for (char c : t) *out++ = c == '\t' || c == '\r' || c == '\n' ? ' ' : c;
+    *out++ = '\t';
   };
-  const auto whole = [&s](long long v) {
-    AppendInt(s, v);
-    s += '\t';
+  const auto whole = [&out](long long v) {
+    out = std::to_chars(out, out + kSingleTextSize, v).ptr;
+    *out++ = '\t';
   };
-  const auto single = [&s](float v) {
-    s += FormatGeneralSingle(v);
-    s += '\t';
+  const auto single = [&out](float v) {
+    out = WriteGeneralSingle(out, v);
+    *out++ = '\t';
   };
-  text(net.EntryNodeName[p].Trimmed());
-  text(net.ExitNodeName[p].Trimmed());
-  text(net.BranchName[p].Trimmed());
-  s += "\t\t";
+  text(net.EntryNodeName[p].View());
+  text(net.ExitNodeName[p].View());
+  text(net.BranchName[p].View());
+  *out++ = '\t';
+  *out++ = '\t';
   for (int k = 1; k <= 3; ++k) whole(net.Coord1[p][k]);
   for (int k = 1; k <= 3; ++k) whole(net.Coord2[p][k]);
   single(net.Dim[p][1]);
@@ -729,7 +747,7 @@ std::string FormatAirwayRecord(const Network& net, int p) {
   whole(net.WallType[p]);
   single(net.WallFactor[p]);
   single(net.ShockFactor[p]);
-  text(net.Comment[p].Trimmed());
+  text(net.Comment[p].View());
   single(net.Resistance[p]);
   single(net.Quantity[p]);
   whole(net.FanNumber[p]);
@@ -748,8 +766,8 @@ std::string FormatAirwayRecord(const Network& net, int p) {
   whole(net.ParallelCount[p]);
   whole(net.CurveFraction[p]);
   whole(net.SmokeData[p][1]);
-  AppendInt(s, net.SmokeData[p][2]);
-  return s;
+  out = std::to_chars(out, out + kSingleTextSize, net.SmokeData[p][2]).ptr;
+  s.append(buffer, out);
 }
 
 std::string EscapeNote(const std::string& text) {
@@ -826,7 +844,7 @@ std::string FormatNetworkFile(const Workspace& ws, bool allPositions) {
   out += kCrLf;
   const int last = LastWrittenPosition(net, allPositions);
   for (int p = 1; p <= last; ++p) {
-    out += FormatAirwayRecord(net, p);
+    AppendAirwayRecord(out, net, p);
     out += kCrLf;
   }
   return out;

@@ -3,6 +3,7 @@
 // journal shares.
 #pragma once
 
+#include <array>
 #include <cstdint>
 #include <functional>
 #include <string>
@@ -31,6 +32,8 @@ bool GasSimulationBlocksSave(UiPort& ui, int smokeState);
 // One airway record, 39 fields.
 void ReadAirwayRecord(Workspace& ws, const std::string& line, int position, float version);
 std::string FormatAirwayRecord(const Network& net, int position);
+// The same record added to the end of out.
+void AppendAirwayRecord(std::string& out, const Network& net, int position);
 
 std::string EscapeNote(const std::string& text);
 std::string UnescapeNote(const std::string& text);
@@ -73,7 +76,19 @@ class NetworkReader {
   void Unread() { pushedBack_ = true; }
   bool PastEnd() const { return pastEnd_; }
   bool AtEnd();
-  void Split() { SplitLine(version, line, f, locale); }
+  void Split() {
+    SplitLine(version, line, f, locale);
+    UseTable();
+  }
+  // Splits an airway record: the fields are left as views into the line only, not copied
+  // into f. They stay valid until the next line is read.
+  void SplitRecord();
+  // Points the conversions back at f, after f was filled by hand.
+  void UseTable() { recordViews_ = false; }
+  // Field i of the last split: what the conversions below read.
+  std::string_view Field(int i) const {
+    return recordViews_ ? fields_[i] : std::string_view(f[i]);
+  }
   bool NextSplit() {
     const bool ok = Next();
     Split();
@@ -101,6 +116,9 @@ class NetworkReader {
  private:
   UiPort& ui_;
   LineReader in_;
+  FieldViews fields_{};       // the record fields of SplitRecord
+  bool recordViews_ = false;  // the conversions read fields_ rather than f
+  std::string mappedLine_;  // a record line after its decimal marks were mapped
   bool pastEnd_ = false;
   bool quietPastEnd_ = false;
   bool pushedBack_ = false;

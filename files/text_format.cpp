@@ -6,6 +6,7 @@
 #include <cctype>
 #include <charconv>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <fstream>
 
@@ -24,19 +25,111 @@ void ReplaceAll(std::string& s, char from, char to) {
 
 // The shortest general form with the given significant digits, as VB prints it: fixed notation
 // while the exponent lies from -5 to digits-1, else "1.5E+10"; the machine's decimal separator.
+// The general form of the value with the given significant digits, as printf's %g makes it
+// ('.' and 'e'); returns the end of the text.
+char* GeneralText(double value, int digits, char* text, char* last) {
+  return std::to_chars(text, last, value, std::chars_format::general, digits).ptr;
+}
+
+// The same for a single to 7 digits, without the general formatter for nearly every value:
+// the value scaled to seven whole digits with one rounding, which an exact power of ten keeps
+// within far less than a millionth of a unit of the true product, then rounded half to even.
+// A product within a millionth of a half unit, or a value beyond the exact powers, takes the
+// general formatter.
+char* SingleText(float single, char* text, char* last) {
+  constexpr double kPowers[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
+                                1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
+  constexpr int kLargestPower = 22;
+  constexpr double kLow = 1e6, kHigh = 1e7;  // seven whole digits
+  constexpr double kNearHalf = 1e-6;
+  const double value = single;
+  const double magnitude = std::fabs(value);
+  // The decimal exponent from the binary one, at most one too small; the loop puts it right.
+  std::uint32_t bits = 0;
+  std::memcpy(&bits, &single, sizeof bits);
+  const int binary = static_cast<int>((bits >> 23) & 0xFF) - 127;  // subnormals: far too small
+  int exponent = binary >= 0 ? binary * 30103 / 100000 : -((-binary * 30103 + 99999) / 100000);
+  double scaled = 0;
+  for (int tries = 0; tries < 3; ++tries) {
+    const int shift = 6 - exponent;
+    if (shift > kLargestPower || -shift > kLargestPower) return GeneralText(value, 7, text, last);
+    scaled = shift >= 0 ? magnitude * kPowers[shift] : magnitude / kPowers[-shift];
+    if (scaled >= kHigh)
+      ++exponent;
+    else if (scaled < kLow)
+      --exponent;
+    else
+      break;
+  }
+  if (scaled < kLow || scaled >= kHigh) return GeneralText(value, 7, text, last);
+  auto n = static_cast<std::uint32_t>(scaled);  // positive: truncation is the floor
+  const double rest = scaled - n;
+  if (std::fabs(rest - 0.5) < kNearHalf) return GeneralText(value, 7, text, last);
+  if (rest > 0.5) ++n;
+  if (n >= 10000000) {  // 9999999.5 and up: one more place
+    n /= 10;
+    ++exponent;
+  }
+  char d[7];
+  for (int i = 6; i >= 0; --i) {
+    d[i] = static_cast<char>('0' + n % 10);
+    n /= 10;
+  }
+  int count = 7;
+  while (count > 1 && d[count - 1] == '0') --count;
+  char* p = text;
+  if (value < 0) *p++ = '-';
+  if (exponent < -4 || exponent >= 7) {
+    *p++ = d[0];
+    if (count > 1) {
+      *p++ = '.';
+      for (int i = 1; i < count; ++i) *p++ = d[i];
+    }
+    *p++ = 'e';
+    *p++ = exponent < 0 ? '-' : '+';
+    const int e = std::abs(exponent);
+    if (e >= 10)
+      *p++ = static_cast<char>('0' + e / 10);
+    else
+      *p++ = '0';
+    *p++ = static_cast<char>('0' + e % 10);
+  } else if (exponent >= 0) {
+    for (int i = 0; i <= exponent; ++i) *p++ = d[i];
+    if (count > exponent + 1) {
+      *p++ = '.';
+      for (int i = exponent + 1; i < count; ++i) *p++ = d[i];
+    }
+  } else {
+    *p++ = '0';
+    *p++ = '.';
+    for (int i = -1; i > exponent; --i) *p++ = '0';
+    for (int i = 0; i < count; ++i) *p++ = d[i];
+  }
+  return p;
+}
+
+// The text as a formatted field: 'E' for the exponent, the machine's decimal separator.
+void AppendFormatted(std::string& out, const char* text, const char* end) {
+  const char separator = MachineDecimalSeparator();
+  const std::size_t at = out.size();
+  out.append(text, end);
+  for (std::size_t i = at; i < out.size(); ++i) {
+    if (out[i] == 'e')
+      out[i] = 'E';
+    else if (out[i] == '.')
+      out[i] = separator;
+  }
+}
+
+// The shortest general form with the given significant digits, as VB prints it: fixed notation
+// while the exponent lies from -5 to digits-1, else "1.5E+10"; the machine's decimal separator.
 std::string General(double value, int digits) {
   if (!std::isfinite(value)) return "0";  // never written: such a value could not be read back
   if (value == 0) return "0";             // no "-0"
   char text[48];
-  auto [end, ec] =
-      std::to_chars(text, text + sizeof text, value, std::chars_format::general, digits);
-  std::string s(text, end);
-  for (char& c : s) {
-    if (c == 'e')
-      c = 'E';
-    else if (c == '.')
-      c = MachineDecimalSeparator();
-  }
+  std::string s;
+  AppendFormatted(s, text, GeneralText(value, digits, text, text + sizeof text));
   return s;
 }
 
@@ -50,20 +143,22 @@ bool IsBlank(char c) {
   return c == ' ' || c == '\t' || c == '\n';
 }
 
-void SplitTabs(std::string_view line, FieldTable& fields) {
-  int field = 1;
-  std::size_t start = 0;
-  while (field <= kSplitFields) {
-    const std::size_t tab = line.find('\t', start);
-    if (tab == std::string_view::npos) {
-      fields[field].assign(line.substr(start));
-      return;
-    }
-    fields[field].assign(line.substr(start, tab - start));
-    start = tab + 1;
-    ++field;
+// The decimal rules of a tab-joined line as one mapping of single characters: first `point`
+// becomes the separator, then (when the file's mark differs) the file's mark does.
+struct DecimalMapping {
+  char point, separator, fileMark;
+  bool differs;
+  bool Touches(std::string_view s) const {
+    return s.find(point) != std::string_view::npos ||
+           (differs && s.find(fileMark) != std::string_view::npos);
   }
-}
+  void Apply(std::string& s) const {
+    for (char& c : s) {
+      if (c == point) c = separator;
+      if (differs && c == fileMark) c = separator;
+    }
+  }
+};
 
 void SplitCommas(std::string_view line, FieldTable& fields, char separator) {
   int field = 1;
@@ -94,6 +189,40 @@ bool ParseDouble(const std::string& s, double& value) {
   return ec == std::errc() && ptr == s.data() + s.size();
 }
 
+// The common plain decimal, as "-12.5" or "3": an optional sign, digits and at most one point
+// (the given character), nothing else. When its digits fit a double exactly the value is one
+// correctly rounded division, the same double the full conversion gives. False for anything
+// else, which then takes the full way.
+bool PlainDecimal(std::string_view s, char point, double& value) {
+  constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  // Up to 15 digits stay below 2^53 and add up exactly; longer texts take the full way.
+  constexpr std::ptrdiff_t kMostDigits = 15;
+  const char* p = s.data();
+  const char* const end = p + s.size();
+  const bool negative = p != end && *p == '-';
+  if (p != end && (*p == '-' || *p == '+')) ++p;
+  const char* const first = p;
+  if (end - first > kMostDigits) return false;
+  std::uint64_t digits = 0;
+  const char* pointAt = nullptr;
+  for (; p != end; ++p) {
+    const auto d = static_cast<unsigned>(static_cast<unsigned char>(*p) - '0');
+    if (d <= 9)
+      digits = digits * 10 + d;
+    else if (*p == point && !pointAt)
+      pointAt = p;
+    else
+      return false;
+  }
+  if (end - first - (pointAt ? 1 : 0) == 0) return false;  // no digit
+  const std::ptrdiff_t decimals = pointAt ? end - pointAt - 1 : 0;
+  const double whole = static_cast<double>(digits);
+  const double magnitude = decimals == 0 ? whole : whole / kPowers[decimals];
+  value = negative ? -magnitude : magnitude;
+  return true;
+}
+
 }  // namespace
 
 bool IsTabFormat(float version) {
@@ -103,19 +232,44 @@ bool IsTabFormat(float version) {
 
 void SplitLine(float version, std::string_view line, FieldTable& fields,
                const SplitLocale& locale) {
-  for (int i = 1; i <= kSplitFields; ++i) fields[i].clear();
   const char separator = MachineDecimalSeparator();
   if (!IsTabFormat(version)) {
+    for (int i = 1; i <= kSplitFields; ++i) fields[i].clear();
     SplitCommas(line, fields, separator);
     return;
   }
-  std::string text(line);
-  if (separator != ',')
-    ReplaceAll(text, ',', separator);
-  else
-    ReplaceAll(text, '.', separator);
-  if (locale.differs) ReplaceAll(text, locale.fileMark, separator);
-  SplitTabs(text, fields);
+
+  std::string mapped;
+  const std::string_view text =
+      MapDecimalMarks(line, locale, mapped) ? std::string_view(mapped) : line;
+  FieldViews views;
+  SplitTabViews(text, views);
+  for (int i = 1; i <= kSplitFields; ++i) fields[i].assign(views[i]);
+}
+
+bool MapDecimalMarks(std::string_view line, const SplitLocale& locale, std::string& mapped) {
+  const char separator = MachineDecimalSeparator();
+  const DecimalMapping mapping{separator != ',' ? ',' : '.', separator, locale.fileMark,
+                               locale.differs};
+  if (!mapping.Touches(line)) return false;
+  mapped.assign(line);
+  mapping.Apply(mapped);
+  return true;
+}
+
+void SplitTabViews(std::string_view line, FieldViews& fields) {
+  // Fields are short: a plain loop finds the tabs sooner than a library search per field.
+  int field = 1;
+  const char* start = line.data();
+  const char* const end = start + line.size();
+  for (const char* p = start; p != end; ++p) {
+    if (*p != '\t') continue;
+    fields[field] = std::string_view(start, static_cast<std::size_t>(p - start));
+    start = p + 1;
+    if (++field > kSplitFields) return;
+  }
+  fields[field] = std::string_view(start, static_cast<std::size_t>(end - start));
+  for (++field; field <= kSplitFields; ++field) fields[field] = {};
 }
 
 std::string TrimBlanks(std::string_view text) {
@@ -164,7 +318,32 @@ std::string FormatGeneral(double value) {
   return General(value, 15);
 }
 std::string FormatGeneralSingle(float value) {
-  return General(value, 7);
+  std::string s;
+  AppendGeneralSingle(s, value);
+  return s;
+}
+void AppendGeneralSingle(std::string& out, float value) {
+  char text[kSingleTextSize];
+  out.append(text, WriteGeneralSingle(text, value));
+}
+
+char* WriteGeneralSingle(char* text, float value) {
+  if (!std::isfinite(value) || value == 0) {
+    *text = '0';  // as General: no "-0", and nothing that could not be read back
+    return text + 1;
+  }
+  const float magnitude = std::fabs(value);
+  if (magnitude < 1e7f && magnitude == std::floor(magnitude))  // whole: all its digits
+    return std::to_chars(text, text + kSingleTextSize, static_cast<std::int32_t>(value)).ptr;
+  char* const end = SingleText(value, text, text + kSingleTextSize);
+  const char separator = MachineDecimalSeparator();
+  for (char* p = text; p != end; ++p) {
+    if (*p == 'e')
+      *p = 'E';
+    else if (*p == '.')
+      *p = separator;
+  }
+  return end;
 }
 std::string PrintNumber(double value) {
   return Printed(FormatGeneral(value));
@@ -176,9 +355,11 @@ std::string PrintSingle(float value) {
 double Val(std::string_view text) {
   // Blanks are skipped anywhere, as in "1 000"; the number ends at the first other character
   // that cannot continue it.
+  const char separator = MachineDecimalSeparator();
+  double plain = 0;
+  if (separator == '.' && PlainDecimal(text, '.', plain)) return plain;
   std::string number;
   bool digits = false, point = false, exponent = false, exponentDigits = false;
-  const char separator = MachineDecimalSeparator();
   for (char c : text) {
     if (IsBlank(c)) continue;
     if (c >= '0' && c <= '9') {
@@ -216,6 +397,9 @@ bool StrictNumber(std::string_view text, double& value) {
   while (b > a && (text[b - 1] == ' ' || text[b - 1] == '\t')) --b;
   if (a == b) return false;
   const char separator = MachineDecimalSeparator();
+  if ((separator == '.' || separator == ',') &&
+      PlainDecimal(text.substr(a, b - a), separator, value))
+    return true;
   std::string number;
   number.reserve(b - a);
   bool digits = false;
@@ -237,17 +421,24 @@ bool StrictNumber(std::string_view text, double& value) {
   return true;
 }
 
-LineReader::LineReader(const std::string& path) : in_(path, std::ios::binary) {
-  buffer_.resize(kReadChunk);
+LineReader::LineReader(const std::string& path) {
+  // The whole file at once: every reader goes through it from start to end.
+  std::ifstream in(path, std::ios::binary);
+  open_ = in.is_open();
+  std::error_code ec;
+  const auto size = std::filesystem::file_size(path, ec);
+  std::size_t chunk = !ec && size > 0 && size < (std::size_t{1} << 40) ? size + 1 : kReadChunk;
+  while (open_ && in) {
+    buffer_.resize(end_ + chunk);
+    in.read(buffer_.data() + end_, static_cast<std::streamsize>(chunk));
+    end_ += static_cast<std::size_t>(in.gcount());
+    chunk = kReadChunk;
+  }
+  buffer_.resize(end_);
 }
 
 bool LineReader::Fill() {
-  if (start_ < end_) return true;
-  if (!in_.is_open() || !in_) return false;
-  in_.read(buffer_.data(), static_cast<std::streamsize>(buffer_.size()));
-  start_ = 0;
-  end_ = static_cast<std::size_t>(in_.gcount());
-  return end_ > 0;
+  return start_ < end_;
 }
 
 int LineReader::Peek() {
@@ -260,21 +451,23 @@ bool LineReader::AtEnd() {
 }
 
 bool LineReader::ReadLine(std::string& line) {
-  line.clear();
-  if (!Fill()) return false;
-  ++lineNumber_;
-  while (Fill()) {
-    const char* begin = buffer_.data() + start_;
-    const char* end = buffer_.data() + end_;
-    const char* stop = std::find_if(begin, end, [](char c) { return c == '\r' || c == '\n'; });
-    line.append(begin, stop);
-    start_ += static_cast<std::size_t>(stop - begin);
-    if (stop == end) continue;
-    const char ending = *stop;
-    ++start_;
-    if (ending == '\r' && Peek() == '\n') ++start_;
-    return true;
+  if (!Fill()) {
+    line.clear();
+    return false;
   }
+  ++lineNumber_;
+  const char* begin = buffer_.data() + start_;
+  const char* end = buffer_.data() + end_;
+  // The line ends at the first CR or LF: the first LF bounds the search for a CR.
+  const char* stop = static_cast<const char*>(std::memchr(begin, '\n', end - begin));
+  if (!stop) stop = end;
+  if (const void* cr = std::memchr(begin, '\r', stop - begin)) stop = static_cast<const char*>(cr);
+  line.assign(begin, stop);
+  start_ += static_cast<std::size_t>(stop - begin);
+  if (stop == end) return true;
+  const char ending = *stop;
+  ++start_;
+  if (ending == '\r' && Peek() == '\n') ++start_;
   return true;
 }
 

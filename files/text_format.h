@@ -23,8 +23,16 @@ struct SplitLocale {
   bool differs = false;  // the file's decimal mark differs from the machine's
   char fileMark = '.';
 };
+// The line must not lie in one of the fields.
 void SplitLine(float version, std::string_view line, FieldTable& fields,
                const SplitLocale& locale = {});
+
+// The tab-joined split in two steps, for readers that keep the fields as views into the line:
+// the decimal marks mapped as SplitLine maps them (true, with the mapped line in `mapped`, when
+// anything changed), then the fields between the tabs.
+using FieldViews = std::array<std::string_view, kSplitFields + 1>;
+bool MapDecimalMarks(std::string_view line, const SplitLocale& locale, std::string& mapped);
+void SplitTabViews(std::string_view line, FieldViews& fields);
 
 // The text without the blanks around it, as the readers trim names.
 std::string TrimBlanks(std::string_view text);
@@ -51,17 +59,23 @@ std::string PrintSingle(float value);
 // Formatted fields: the shortest general form, no blanks ("5", "-2.5", "1E+10").
 std::string FormatGeneral(double value);
 std::string FormatGeneralSingle(float value);
+// FormatGeneralSingle added to the end of out, or written at text (kSingleTextSize bytes of
+// room), returning the end.
+inline constexpr std::size_t kSingleTextSize = 32;
+void AppendGeneralSingle(std::string& out, float value);
+char* WriteGeneralSingle(char* text, float value);
 
 // Val-style: the longest leading number of the text, blanks skipped, 0 when there is none.
 double Val(std::string_view text);
 // Strict: the whole text must be a number (blanks around allowed); false on bad or empty text.
 bool StrictNumber(std::string_view text, double& value);
 
-// Reads a file line by line; lines end at CR LF, LF or CR. Survives any bytes.
+// Reads a file line by line; lines end at CR LF, LF or CR. Survives any bytes. The file is
+// read whole when the reader is made, and closed again.
 class LineReader {
  public:
   explicit LineReader(const std::string& path);
-  bool IsOpen() const { return in_.is_open(); }
+  bool IsOpen() const { return open_; }
   bool ReadLine(std::string& line);  // false at end of file
   bool AtEnd();
   long LineNumber() const { return lineNumber_; }
@@ -69,7 +83,7 @@ class LineReader {
  private:
   bool Fill();  // false when the file has nothing more
   int Peek();   // the next byte, or -1 at the end
-  std::ifstream in_;
+  bool open_ = false;
   long lineNumber_ = 0;
   std::vector<char> buffer_;
   std::size_t start_ = 0, end_ = 0;
