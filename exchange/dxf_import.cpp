@@ -180,9 +180,12 @@ class DxfScanner {
     int group = 0;
     while ((group = ReadGroup()) != 0) {
       switch (group) {
-        case 90:
-          remaining = static_cast<int>(Val(value_));
+        case 90: {
+          // A count no int holds (or not a number) counts as not given.
+          const double count = Val(value_);
+          remaining = count >= 0 && count < 2147483647.0 ? static_cast<int>(count) : -1;
           break;
+        }
         case 30:
         case 38:
           run_.Coordinate(value_, elevation);
