@@ -23,7 +23,9 @@ struct Replay {
 };
 
 // Test listings name the file, not the bytes of the struct.
-void PrintTo(const Replay& r, std::ostream* os) { *os << r.reader << "/" << r.file.filename().string(); }
+void PrintTo(const Replay& r, std::ostream* os) {
+  *os << r.reader << "/" << r.file.filename().string();
+}
 
 const fs::path kReplayFolder = fs::path(GALERIS_TEST_SOURCE) / "tests" / "fuzz_replay";
 
