@@ -3,8 +3,8 @@
 #include "app/export_image.h"
 
 #include <QCoreApplication>
-#include <QGuiApplication>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QImage>
 #include <QSaveFile>
 #include <QSettings>
