@@ -180,7 +180,7 @@ void ApplyRow(Workspace& ws, SheetRow& row, int i, bool all) {
       net.ResType[i] = kUserGiven;
     if (net.Resistance[i] == 0) net.ResType[i] = 0;
   }
-  auto typed = [&](int c, std::vector<float>& field, std::vector<std::int16_t>& type) {
+  auto typed = [&](int c, ZeroArray<float>& field, ZeroArray<std::int16_t>& type) {
     if (!changed(c)) return;
     field[i] = value(c);
     if (row.IsFixed(c)) type[i] = kUserGiven;

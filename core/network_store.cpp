@@ -2,7 +2,10 @@
 // rebuild of node identities after any change of coordinates.
 #include "core/network_store.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdlib>
+#include <cstring>
 #include <unordered_set>
 
 #include "core/defaults.h"
@@ -44,11 +47,30 @@ void ResizeKeeping(V& v, std::size_t size) {
   v.resize(size);
 }
 
+// A zero-page array is never resized in place: a fresh one takes the elements that are not
+// zero, so untouched pages stay untouched.
+template <class T>
+void ResizeKeeping(ZeroArray<T>& v, std::size_t size) {
+  if (v.size() == size) return;
+  ZeroArray<T> fresh(size);
+  const T zero{};
+  const std::size_t kept = std::min(size, v.size());
+  for (std::size_t i = 0; i < kept; ++i)
+    if (std::memcmp(&v[i], &zero, sizeof(T)) != 0) fresh[i] = v[i];
+  v.swap(fresh);
+}
+
 // Blanks every element in the memory the array already has, so clearing a store of the same
 // size costs no new pages.
 template <class V>
 void Refill(V& v, std::size_t size) {
   v.assign(size, typename V::value_type{});
+}
+
+// A zero-page array is cleared by a fresh one, whose pages cost nothing until written.
+template <class T>
+void Refill(ZeroArray<T>& v, std::size_t size) {
+  ZeroArray<T>(size).swap(v);
 }
 
 void SizeArrays(Network& n, bool keep) {
@@ -133,12 +155,17 @@ void SwapAirways(Network& net, int a, int b) {
 }
 
 void ReorderAirways(Network& net, const std::vector<int>& order) {
-  const int count = static_cast<int>(order.size()) - 1;
+  const std::size_t count = order.size() - 1;
+  // One scratch buffer serves every array, so a sort costs no fresh pages per array.
+  std::vector<std::byte> scratch;
+  scratch.reserve(64 * order.size());
   ForEachAirwayArray(net, [&](auto& v) {
-    using V = std::decay_t<decltype(v)>;
-    V moved(order.size());
-    for (int k = 1; k <= count; ++k) moved[k] = v[order[k]];
-    for (int k = 1; k <= count; ++k) v[k] = std::move(moved[k]);
+    using T = typename std::decay_t<decltype(v)>::value_type;
+    scratch.resize(sizeof(T) * order.size());
+    std::byte* moved = scratch.data();
+    for (std::size_t k = 1; k <= count; ++k)
+      std::memcpy(moved + k * sizeof(T), &v[order[k]], sizeof(T));
+    if (count > 0) std::memcpy(&v[1], moved + sizeof(T), count * sizeof(T));
   });
 }
 

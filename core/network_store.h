@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "core/fixed_text.h"
+#include "core/zero_pages.h"
 
 namespace galeris {
 
@@ -80,42 +81,42 @@ struct Network {
   std::int16_t RLCount = 0;
 
   // Airway record fields, positions 0..MaxAirways.
-  std::vector<Text40> EntryNodeName, ExitNodeName, BranchName;
-  std::vector<Key> EntryNodeId, ExitNodeId;
-  std::vector<Coord3> Coord1, Coord2;
-  std::vector<Dim2> Dim;
-  std::vector<std::int32_t> BranchCode;
-  std::vector<std::int16_t> ResType, ShockType, WallType;
-  std::vector<float> WallFactor, ShockFactor;
-  std::vector<Text12> Comment;
-  std::vector<float> Resistance, Quantity;
-  std::vector<std::int16_t> FanNumber, NoOfFans;
-  std::vector<float> Length, Pressure, Contaminant;
-  std::vector<std::int16_t> PrimaryLayer, SecondLayer;
-  std::vector<float> FromNodeP, ToNodeP;
-  std::vector<std::int32_t> UndoNo, AirwayNo;
-  std::vector<float> LabelPos;
-  std::vector<std::int16_t> RemoteStation, ParallelCount, CurveFraction;
-  std::vector<SmokePair> SmokeData;
+  ZeroArray<Text40> EntryNodeName, ExitNodeName, BranchName;
+  ZeroArray<Key> EntryNodeId, ExitNodeId;
+  ZeroArray<Coord3> Coord1, Coord2;
+  ZeroArray<Dim2> Dim;
+  ZeroArray<std::int32_t> BranchCode;
+  ZeroArray<std::int16_t> ResType, ShockType, WallType;
+  ZeroArray<float> WallFactor, ShockFactor;
+  ZeroArray<Text12> Comment;
+  ZeroArray<float> Resistance, Quantity;
+  ZeroArray<std::int16_t> FanNumber, NoOfFans;
+  ZeroArray<float> Length, Pressure, Contaminant;
+  ZeroArray<std::int16_t> PrimaryLayer, SecondLayer;
+  ZeroArray<float> FromNodeP, ToNodeP;
+  ZeroArray<std::int32_t> UndoNo, AirwayNo;
+  ZeroArray<float> LabelPos;
+  ZeroArray<std::int16_t> RemoteStation, ParallelCount, CurveFraction;
+  ZeroArray<SmokePair> SmokeData;
 
   // Working fields, not stored in the file.
-  std::vector<std::int16_t> ExitNodeNo, EntryNodeNo;
-  std::vector<ViewPoint> ViewEnd1, ViewEnd2;
-  std::vector<AirwayLineRecord> AirwayLine;
-  std::vector<float> SmokeTime;
-  std::vector<float> FanSlot;
-  std::vector<std::int16_t> SolvedFan;  // FanNumber at the moment of solution
-  std::vector<std::int16_t> NodeParent, NodeGroup;  // by node number
-  std::vector<std::int16_t> SmokeQueue;
-  std::vector<LinkRange> NodeLinkRange;
-  std::vector<std::int16_t> NodeLinks;   // 4 x MaxAirways
-  std::vector<std::int16_t> WeightOrder;
-  std::vector<float> ChordWeight;
-  std::vector<std::int16_t> MeshMember;  // 20 x MaxAirways
-  std::vector<std::int32_t> MeshStart;   // MaxAirways / 2
-  std::vector<std::int16_t> MeshPath;    // MaxAirways / 2
-  std::vector<std::int32_t> TreeMark;
-  std::vector<std::int16_t> LoopOrder;
+  ZeroArray<std::int16_t> ExitNodeNo, EntryNodeNo;
+  ZeroArray<ViewPoint> ViewEnd1, ViewEnd2;
+  ZeroArray<AirwayLineRecord> AirwayLine;
+  ZeroArray<float> SmokeTime;
+  ZeroArray<float> FanSlot;
+  ZeroArray<std::int16_t> SolvedFan;  // FanNumber at the moment of solution
+  ZeroArray<std::int16_t> NodeParent, NodeGroup;  // by node number
+  ZeroArray<std::int16_t> SmokeQueue;
+  ZeroArray<LinkRange> NodeLinkRange;
+  ZeroArray<std::int16_t> NodeLinks;   // 4 x MaxAirways
+  ZeroArray<std::int16_t> WeightOrder;
+  ZeroArray<float> ChordWeight;
+  ZeroArray<std::int16_t> MeshMember;  // 20 x MaxAirways
+  ZeroArray<std::int32_t> MeshStart;   // MaxAirways / 2
+  ZeroArray<std::int16_t> MeshPath;    // MaxAirways / 2
+  ZeroArray<std::int32_t> TreeMark;
+  ZeroArray<std::int16_t> LoopOrder;
 
   // Levels 0..250: [1] "RL Max", [2] "RL Min". Level 1 is the surface.
   std::vector<std::string> RLName;

@@ -14,6 +14,8 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <system_error>
+#include <thread>
 
 #include "core/number_format.h"
 #include "files/defaults_file.h"
@@ -326,12 +328,106 @@ void ReadTexts(NetworkReader& r, Network& net, bool merge) {
   }
 }
 
+// The UI of a reader that asks nobody: every question is answered Yes, and remembered.
+class MarkingUi : public UiPort {
+ public:
+  bool asked = false;
+  MsgAnswer Message(const std::string&, MsgButtons, MsgIcon, const std::string&) override {
+    asked = true;
+    return MsgAnswer::Yes;
+  }
+  std::optional<std::string> Input(const std::string&, const std::string&,
+                                   const std::string&) override {
+    return std::nullopt;
+  }
+  void Yield() override {}
+  void SetBusy(bool) override {}
+  void ShowProgress(const std::string&) override {}
+  void SetProgressCaption(const std::string&) override {}
+  void SetProgress(int) override {}
+  void SetProgressLabels(const std::string&, const std::string&) override {}
+  void HideProgress() override {}
+};
+
+// Reads records ahead on every core, before the one-by-one read: each part parses its records
+// into their own positions and stops at the first field that would ask a question. Returns how
+// many records from `position` on were read without one; the reader then stands after the last
+// of them, as the one-by-one read would, and that read goes on from there.
+int ReadRecordsAhead(NetworkReader& r, Workspace& ws, int position, int limit) {
+  constexpr int kRecordsPerPart = 3000;
+  const int cores = static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u));
+  if (cores < 2 || !IsTabFormat(r.version) || r.HasUnread()) return 0;
+  LineReader& lines = r.Lines();
+  const LineReader::Place start = lines.Here();
+  std::vector<std::string_view> records;
+  std::vector<LineReader::Place> after;
+  std::string_view line;
+  while (position + static_cast<int>(records.size()) <= limit && lines.ReadLineView(line)) {
+    if (line.empty()) continue;
+    records.push_back(line);
+    after.push_back(lines.Here());
+  }
+  const int count = static_cast<int>(records.size());
+  const int parts = std::min(count / kRecordsPerPart, cores);
+  if (parts < 2) {
+    lines.GoBack(start);
+    return 0;
+  }
+  const auto first = [&](int k) { return static_cast<int>(std::int64_t{count} * k / parts); };
+  std::vector<int> clean(static_cast<std::size_t>(parts));  // records read up to the first question
+  const auto readPart = [&](int k) {
+    MarkingUi quiet;
+    NetworkReader reader(quiet, "");
+    reader.version = r.version;
+    reader.locale = r.locale;
+    int j = first(k);
+    try {
+      for (; j < first(k + 1); ++j) {
+        reader.line.assign(records[j]);
+        reader.SplitRecord();
+        ReadAirwayFields(ws, reader, position + j);
+        if (quiet.asked) break;
+      }
+    } catch (...) {
+      // read again one by one, where a failure can be told
+    }
+    clean[k] = j;
+  };
+  std::vector<std::thread> workers;
+  for (int k = 1; k < parts; ++k) {
+    try {
+      workers.emplace_back(readPart, k);
+    } catch (const std::system_error&) {
+      clean[k] = first(k);  // no thread to spare: read one by one
+    }
+  }
+  readPart(0);
+  for (auto& worker : workers) worker.join();
+  int read = 0;
+  for (int k = 0; k < parts && read == first(k); ++k) read = clean[k];
+  for (int j = 0; j < read; ++j) ws.net.UndoNo[position + j] = 0;
+  if (read == 0) {
+    lines.GoBack(start);
+  } else {
+    lines.GoBack(after[read - 1]);
+    r.line.assign(records[read - 1]);
+  }
+  return read;
+}
+
 // Returns the last position read; MergeBase when the file had no records.
 int ReadAirways(NetworkReader& r, Workspace& ws, UiPort& ui) {
   Network& net = ws.net;
   const int limit = net.MaxAirways - 1;
   int position = ws.MergeBase;
-  for (;;) {
+  const int ahead = ReadRecordsAhead(r, ws, position, limit);
+  bool more = true;
+  if (ahead > 0) {
+    position += ahead - 1;
+    more = !r.AtEnd() && position < limit;
+    if (more) ++position;
+  }
+  while (more) {
     bool got = false;
     while (!r.AtEnd()) {
       r.Next();
@@ -680,23 +776,7 @@ void ReadAirwayFields(Workspace& ws, NetworkReader& r, int p) {
 
 void ReadAirwayRecord(Workspace& ws, const std::string& line, int position, float version) {
   // The journal's own records: a field it cannot read keeps the slot's value, with no question.
-  class QuietUi : public UiPort {
-   public:
-    MsgAnswer Message(const std::string&, MsgButtons, MsgIcon, const std::string&) override {
-      return MsgAnswer::Yes;
-    }
-    std::optional<std::string> Input(const std::string&, const std::string&,
-                                     const std::string&) override {
-      return std::nullopt;
-    }
-    void Yield() override {}
-    void SetBusy(bool) override {}
-    void ShowProgress(const std::string&) override {}
-    void SetProgressCaption(const std::string&) override {}
-    void SetProgress(int) override {}
-    void SetProgressLabels(const std::string&, const std::string&) override {}
-    void HideProgress() override {}
-  } quiet;
+  MarkingUi quiet;
   NetworkReader reader(quiet, "");
   reader.version = version;
   reader.line = line;
@@ -716,8 +796,10 @@ void AppendAirwayRecord(std::string& s, const Network& net, int p) {
   // characters and a tab, and the other fields with room for any number.
   char buffer[4 * 41 + 39 * kSingleTextSize];
   char* out = buffer;
-  const auto text = [&out](std::string_view t) {
+  const auto text = [&out](const auto& field) {
     // Without the blanks around it, and with no tab or line end inside.
+    const auto chars = field.Chars();
+    std::string_view t(chars.data(), chars.size());
     const std::size_t a = t.find_first_not_of(' ');
     t = a == std::string_view::npos ? std::string_view()
                                     : t.substr(a, t.find_last_not_of(' ') - a + 1);
@@ -732,9 +814,9 @@ void AppendAirwayRecord(std::string& s, const Network& net, int p) {
     out = WriteGeneralSingle(out, v);
     *out++ = '\t';
   };
-  text(net.EntryNodeName[p].View());
-  text(net.ExitNodeName[p].View());
-  text(net.BranchName[p].View());
+  text(net.EntryNodeName[p]);
+  text(net.ExitNodeName[p]);
+  text(net.BranchName[p]);
   *out++ = '\t';
   *out++ = '\t';
   for (int k = 1; k <= 3; ++k) whole(net.Coord1[p][k]);
@@ -747,7 +829,7 @@ void AppendAirwayRecord(std::string& s, const Network& net, int p) {
   whole(net.WallType[p]);
   single(net.WallFactor[p]);
   single(net.ShockFactor[p]);
-  text(net.Comment[p].View());
+  text(net.Comment[p]);
   single(net.Resistance[p]);
   single(net.Quantity[p]);
   whole(net.FanNumber[p]);
@@ -825,6 +907,54 @@ bool LoadNetwork(Workspace& ws) {
   return true;
 }
 
+namespace {
+
+// The records of positions first..last, each with its line end.
+void AppendRecordRange(std::string& out, const Network& net, int first, int last) {
+  for (int p = first; p <= last; ++p) {
+    AppendAirwayRecord(out, net, p);
+    out += kCrLf;
+  }
+}
+
+// The records of positions 1..last. A large network is formatted in parts, one per core, that
+// are joined in order: the text is the same, made sooner.
+void AppendAirwayRecords(std::string& out, const Network& net, int last) {
+  constexpr int kRecordsPerPart = 4000;
+  const int cores = static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u));
+  const int parts = std::clamp(last / kRecordsPerPart, 1, cores);
+  const auto first = [&](int k) { return 1 + static_cast<int>(std::int64_t{last} * k / parts); };
+  std::vector<std::string> text(static_cast<std::size_t>(parts));
+  std::vector<char> done(static_cast<std::size_t>(parts), 0);
+  const auto format = [&](int k) {
+    try {
+      text[k].reserve(static_cast<std::size_t>(first(k + 1) - first(k)) * 230);
+      AppendRecordRange(text[k], net, first(k), first(k + 1) - 1);
+      done[k] = 1;
+    } catch (...) {
+      text[k].clear();  // made again below, where a failure can be reported
+    }
+  };
+  std::vector<std::thread> workers;
+  for (int k = 1; k < parts; ++k) {
+    try {
+      workers.emplace_back(format, k);
+    } catch (const std::system_error&) {
+      break;  // no thread to spare: this one makes the rest
+    }
+  }
+  AppendRecordRange(out, net, 1, first(1) - 1);
+  for (auto& worker : workers) worker.join();
+  for (int k = 1; k < parts; ++k) {
+    if (done[k])
+      out += text[k];
+    else
+      AppendRecordRange(out, net, first(k), first(k + 1) - 1);
+  }
+}
+
+}  // namespace
+
 std::string FormatNetworkFile(const Workspace& ws, bool allPositions) {
   const Network& net = ws.net;
   std::string out;
@@ -842,11 +972,7 @@ std::string FormatNetworkFile(const Workspace& ws, bool allPositions) {
   AppendTexts(out, net);
   out += kRecordLabels;
   out += kCrLf;
-  const int last = LastWrittenPosition(net, allPositions);
-  for (int p = 1; p <= last; ++p) {
-    AppendAirwayRecord(out, net, p);
-    out += kCrLf;
-  }
+  AppendAirwayRecords(out, net, LastWrittenPosition(net, allPositions));
   return out;
 }
 

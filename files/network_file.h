@@ -74,6 +74,7 @@ class NetworkReader {
   bool Next();
   // Gives the last line back to the next Next().
   void Unread() { pushedBack_ = true; }
+  bool HasUnread() const { return pushedBack_; }
   bool PastEnd() const { return pastEnd_; }
   bool AtEnd();
   void Split() {

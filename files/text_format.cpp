@@ -451,8 +451,15 @@ bool LineReader::AtEnd() {
 }
 
 bool LineReader::ReadLine(std::string& line) {
+  std::string_view view;
+  const bool read = ReadLineView(view);
+  line.assign(view);
+  return read;
+}
+
+bool LineReader::ReadLineView(std::string_view& line) {
   if (!Fill()) {
-    line.clear();
+    line = {};
     return false;
   }
   ++lineNumber_;
@@ -462,7 +469,7 @@ bool LineReader::ReadLine(std::string& line) {
   const char* stop = static_cast<const char*>(std::memchr(begin, '\n', end - begin));
   if (!stop) stop = end;
   if (const void* cr = std::memchr(begin, '\r', stop - begin)) stop = static_cast<const char*>(cr);
-  line.assign(begin, stop);
+  line = std::string_view(begin, static_cast<std::size_t>(stop - begin));
   start_ += static_cast<std::size_t>(stop - begin);
   if (stop == end) return true;
   const char ending = *stop;

@@ -77,7 +77,19 @@ class LineReader {
   explicit LineReader(const std::string& path);
   bool IsOpen() const { return open_; }
   bool ReadLine(std::string& line);  // false at end of file
+  // The same line as a view into the file, valid as long as the reader.
+  bool ReadLineView(std::string_view& line);
   bool AtEnd();
+  // Where the reader stands, to come back to.
+  struct Place {
+    std::size_t start = 0;
+    long lineNumber = 0;
+  };
+  Place Here() const { return {start_, lineNumber_}; }
+  void GoBack(Place place) {
+    start_ = place.start;
+    lineNumber_ = place.lineNumber;
+  }
   long LineNumber() const { return lineNumber_; }
 
  private:

@@ -83,7 +83,7 @@ int FirstEntryAt(const Network& net, Key key) {
 }
 
 // The airways j != i of each key, in ascending position: an index sorted by (key, position).
-std::vector<int> IndexByKey(const std::vector<Key>& keys, int count) {
+std::vector<int> IndexByKey(const ZeroArray<Key>& keys, int count) {
   std::vector<int> order(static_cast<std::size_t>(count));
   for (int j = 1; j <= count; ++j) order[j - 1] = j;
   std::sort(order.begin(), order.end(),
@@ -91,7 +91,7 @@ std::vector<int> IndexByKey(const std::vector<Key>& keys, int count) {
   return order;
 }
 
-void LinkEnd(Network& net, const std::vector<Key>& own, const std::vector<Key>& other, int end,
+void LinkEnd(Network& net, const ZeroArray<Key>& own, const ZeroArray<Key>& other, int end,
              std::size_t& pos) {
   const std::vector<int> order = IndexByKey(other, net.BranchCount);
   for (int i = 1; i <= net.BranchCount; ++i) {
@@ -116,7 +116,7 @@ void LinkEnd(Network& net, const std::vector<Key>& own, const std::vector<Key>& 
 void ResolveFanLoads(Workspace& ws) {
   Network& net = ws.net;
   const SimRun& run = ws.sim;
-  std::vector<float>& fanLoad = net.ChordWeight;
+  auto& fanLoad = net.ChordWeight;
   for (int i = 1; i <= net.BranchCount; ++i) fanLoad[i] = net.Resistance[i];
   for (int m = 1; m <= run.MeshCount; ++m) {
     if (run.SimCancel == kCancel) return;

@@ -442,7 +442,7 @@ Colour PaletteColour(const Defaults& defaults, int position) {
 
 void BuildVisibleList(Workspace& ws, ViewState& view) {
   Network& net = ws.net;
-  std::vector<std::int16_t>& list = net.SmokeQueue;
+  auto& list = net.SmokeQueue;
   view.VisibleCount = 0;
   view.PlanCopyFresh = false;
   view.LayerMask[0] = 0;
@@ -594,7 +594,7 @@ void BuildAirwayLines(Workspace& ws, ViewState& view) {
 }
 
 void DrawWireframe(Workspace& ws, ViewState& view, Canvas& canvas) {
-  const std::vector<AirwayLineRecord>& lines = ws.net.AirwayLine;
+  const auto& lines = ws.net.AirwayLine;
   for (int k = 0; k < view.AirwayLineCount; ++k) {
     const AirwayLineRecord& r = lines[k];
     canvas.Line(r.X1, r.Y1, r.X2, r.Y2, r.Colour, r.Width, static_cast<LineStyle>(r.Style));

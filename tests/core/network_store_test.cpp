@@ -121,5 +121,28 @@ TEST(Store, CapacityMessages) {
             "Defaults !");
 }
 
+// The big arrays take zeroed memory and never write their zeros: a shrunk and regrown or cleared
+// store must still read as zero, under the capacity where pages are mapped and below it.
+TEST(Store, ResizedAndClearedArraysReadAsZero) {
+  Network net;
+  for (int capacity : {30000, 100}) {
+    net.MaxAirways = capacity;
+    ResizeStore(net);
+    net.Quantity[capacity] = 5;
+    net.Coord1[capacity][3] = 7;
+    net.Quantity[3] = 4;
+    net.MaxAirways = capacity / 2;
+    ResizeStore(net);
+    net.MaxAirways = capacity;
+    ResizeStore(net);
+    EXPECT_EQ(std::tuple(net.Quantity[3], net.Quantity[capacity], net.Coord1[capacity][3]),
+              std::tuple(4.0f, 0.0f, 0));
+    ClearStore(net);
+    EXPECT_EQ(net.Quantity[3], 0.0f);
+    EXPECT_EQ(net.SmokeTime[3], 9999999.0f);
+    EXPECT_EQ(net.AirwayLine[3].Colour, 0);
+  }
+}
+
 }  // namespace
 }  // namespace galeris

@@ -304,6 +304,31 @@ TEST(BadFile, TooManyAirwaysForTheSettings) {
   EXPECT_EQ(fx.ws.net.BranchCount, 49);
 }
 
+// A large file is read ahead in parts on every core; a bad field in any part still asks, in
+// file order, and keeps the slot's value, exactly as the one-by-one read does.
+TEST(BadFile, BadFieldsInALargeFileAskInOrder) {
+  FileFixture src;
+  for (int i = 1; i <= 9000; ++i) test::AddAirway(src.ws.net, i, 100, -100, i + 1, 100, -100);
+  src.ws.net.RLName[1] = "SURFACE";
+  RebuildNodes(src.ws.net, src.ws.defaults, src.ui);
+  for (int bad : {500, 7000}) src.ws.net.Length[bad] = 4321.5f;
+  std::string bytes = FormatNetworkFile(src.ws);
+  for (std::size_t at = 0; (at = bytes.find("\t4321.5\t", at)) != std::string::npos;)
+    bytes[at + 2] = 'x';
+  WriteFile(src.dir + "bad.sim", bytes);
+  for (int bad : {500, 7000}) src.ws.net.Length[bad] = 0;
+
+  FileFixture no;
+  no.ui.QueueAnswer(MsgAnswer::No);
+  EXPECT_FALSE(OpenNetwork(no.ws, src.dir + "bad.sim"));
+  EXPECT_EQ(no.ws.net.BranchCount, 0);
+  FileFixture yes;
+  yes.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
+  ASSERT_TRUE(OpenNetwork(yes.ws, src.dir + "bad.sim"));
+  EXPECT_EQ(yes.ui.MessageTexts(), std::vector<std::string>(2, kLoadQuestion));
+  EXPECT_TRUE(test::SameBytes(FormatNetworkFile(yes.ws), FormatNetworkFile(src.ws)));
+}
+
 TEST(NetworkFile, FilesMoveBetweenMachinesOfEitherDecimalMark) {
   const char marks[][2] = {{',', '.'}, {'.', ','}, {',', ','}};
   for (const auto& pair : marks) {
