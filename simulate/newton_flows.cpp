@@ -3,6 +3,11 @@
 // derivative D, and eliminating the flows leaves the weighted node Laplacian (weights 1/D),
 // symmetric positive definite once one node per connected part is held at pressure 0. Its
 // pattern is analysed once; each iteration refills the values and factorises again.
+//
+// From a cold start, where most airways carry no flow yet, the square law's Newton step
+// overshoots many times over and then only halves its error at each step. A cold start
+// therefore first solves the system with every airway linearised at one typical flow, and gives
+// each airway without a fan the flow its own law gives for the pressure drop found.
 #include "simulate/newton_flows.h"
 
 #include <Eigen/SparseCholesky>
@@ -160,6 +165,44 @@ class NewtonIteration {
     return step;
   }
 
+  // True when fewer than half the free airways carry a flow: a network not solved before.
+  bool ColdStart() const {
+    std::size_t flowing = 0;
+    for (double q : flow_) flowing += std::fabs(q) >= kFlowFloor;
+    return 2 * flowing < flow_.size();
+  }
+
+  // The start of a cold network: one solve with every airway linearised at the mean flow of
+  // those that carry one (the given quantities), then each airway without a fan takes the flow
+  // of its square law at the pressure drop found; the others keep the linear answer. False
+  // when the system is singular.
+  bool WarmUp() {
+    double sum = 0;
+    std::size_t flowing = 0;
+    for (double q : flow_) {
+      if (std::fabs(q) < kFlowFloor) continue;
+      sum += std::fabs(q);
+      ++flowing;
+    }
+    typicalFlow_ = flowing > 0 ? sum / static_cast<double>(flowing) : 1.0;
+    Linearise();
+    typicalFlow_ = 0;
+    solver_.factorize(sys_.matrix);
+    if (solver_.info() != Eigen::Success) return false;
+    const Eigen::VectorXd target = solver_.solve(rhs_);
+    const float* r = net_.Resistance.data();
+    for (std::size_t k = 0; k < flow_.size(); ++k) {
+      const int i = sys_.airways[k];
+      const double drop = At(target, sys_.entry[k]) - At(target, sys_.exit[k]);
+      if (r[i] > 0 && net_.FanSlot[i] == 0)
+        flow_[k] = std::copysign(std::sqrt(std::fabs(drop) / r[i]), drop);
+      else
+        flow_[k] += weight_[k] * (rise_[k] + drop);
+    }
+    pressure_ = target;
+    return true;
+  }
+
   void Store() {
     for (std::size_t k = 0; k < flow_.size(); ++k)
       net_.Quantity[sys_.airways[k]] = static_cast<float>(flow_[k]);
@@ -210,9 +253,9 @@ class NewtonIteration {
       rise_[k] = Rise(i, q, &slope);
       // A rising stretch of a curve would make the system indefinite: its slope is left out,
       // which slows the step there but not where it ends.
+      const double at = typicalFlow_ > 0 ? typicalFlow_ : std::max(std::fabs(q), kFlowFloor);
       const double derivative =
-          std::max(2.0 * r[i] * std::max(std::fabs(q), kFlowFloor) + std::max(-slope, 0.0),
-                   kDerivativeFloor);
+          std::max(2.0 * r[i] * at + std::max(-slope, 0.0), kDerivativeFloor);
       const double w = 1.0 / derivative;
       weight_[k] = w;
       const double y = q + w * rise_[k];
@@ -228,6 +271,7 @@ class NewtonIteration {
   Network& net_;
   NodalSystem& sys_;
   std::vector<double> flow_, rise_, weight_, change_, trialFlow_;
+  double typicalFlow_ = 0;  // while above 0, every airway is linearised at this flow
   Eigen::VectorXd rhs_, pressure_;
   Eigen::SimplicialLDLT<SparseMatrix, Eigen::Lower> solver_;
 };
@@ -243,6 +287,10 @@ void NewtonFlows(Workspace& ws) {
   run.Converged = false;
   NodalSystem sys = BuildSystem(ws.net);
   NewtonIteration newton(ws, sys);
+  if (newton.ColdStart() && !newton.WarmUp()) {
+    run.SimStatus = 1;
+    return;
+  }
   // Newton's last step is within MaxError only when it was already close, so its flows stand
   // nearer the answer than the mesh balancing's at the same MaxError.
   const double tolerance = ws.defaults.MaxError;
