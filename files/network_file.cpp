@@ -14,9 +14,9 @@
 #include <filesystem>
 #include <fstream>
 #include <optional>
-#include <system_error>
-#include <thread>
 
+#include "core/headless_ui.h"
+#include "core/in_parts.h"
 #include "core/number_format.h"
 #include "files/defaults_file.h"
 #include "files/fan_database.h"
@@ -328,35 +328,12 @@ void ReadTexts(NetworkReader& r, Network& net, bool merge) {
   }
 }
 
-// The UI of a reader that asks nobody: every question is answered Yes, and remembered.
-class MarkingUi : public UiPort {
- public:
-  bool asked = false;
-  MsgAnswer Message(const std::string&, MsgButtons, MsgIcon, const std::string&) override {
-    asked = true;
-    return MsgAnswer::Yes;
-  }
-  std::optional<std::string> Input(const std::string&, const std::string&,
-                                   const std::string&) override {
-    return std::nullopt;
-  }
-  void Yield() override {}
-  void SetBusy(bool) override {}
-  void ShowProgress(const std::string&) override {}
-  void SetProgressCaption(const std::string&) override {}
-  void SetProgress(int) override {}
-  void SetProgressLabels(const std::string&, const std::string&) override {}
-  void HideProgress() override {}
-};
-
 // Reads records ahead on every core, before the one-by-one read: each part parses its records
 // into their own positions and stops at the first field that would ask a question. Returns how
 // many records from `position` on were read without one; the reader then stands after the last
 // of them, as the one-by-one read would, and that read goes on from there.
 int ReadRecordsAhead(NetworkReader& r, Workspace& ws, int position, int limit) {
-  constexpr int kRecordsPerPart = 3000;
-  const int cores = static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u));
-  if (cores < 2 || !IsTabFormat(r.version) || r.HasUnread()) return 0;
+  if (!IsTabFormat(r.version) || r.HasUnread()) return 0;
   LineReader& lines = r.Lines();
   const LineReader::Place start = lines.Here();
   std::vector<std::string_view> records;
@@ -368,43 +345,32 @@ int ReadRecordsAhead(NetworkReader& r, Workspace& ws, int position, int limit) {
     after.push_back(lines.Here());
   }
   const int count = static_cast<int>(records.size());
-  const int parts = std::min(count / kRecordsPerPart, cores);
+  const int parts = PartCount(count, 3000);
   if (parts < 2) {
     lines.GoBack(start);
     return 0;
   }
-  const auto first = [&](int k) { return static_cast<int>(std::int64_t{count} * k / parts); };
   std::vector<int> clean(static_cast<std::size_t>(parts));  // records read up to the first question
-  const auto readPart = [&](int k) {
-    MarkingUi quiet;
+  RunInParts(parts, [&](int k) {
+    HeadlessUi quiet(HeadlessUi::Policy::AlwaysYes);
     NetworkReader reader(quiet, "");
     reader.version = r.version;
     reader.locale = r.locale;
-    int j = first(k);
+    int j = PartStart(count, parts, k);
     try {
-      for (; j < first(k + 1); ++j) {
+      for (; j < PartStart(count, parts, k + 1); ++j) {
         reader.line.assign(records[j]);
         reader.SplitRecord();
         ReadAirwayFields(ws, reader, position + j);
-        if (quiet.asked) break;
+        if (!quiet.Records().empty()) break;
       }
     } catch (...) {
       // read again one by one, where a failure can be told
     }
     clean[k] = j;
-  };
-  std::vector<std::thread> workers;
-  for (int k = 1; k < parts; ++k) {
-    try {
-      workers.emplace_back(readPart, k);
-    } catch (const std::system_error&) {
-      clean[k] = first(k);  // no thread to spare: read one by one
-    }
-  }
-  readPart(0);
-  for (auto& worker : workers) worker.join();
+  });
   int read = 0;
-  for (int k = 0; k < parts && read == first(k); ++k) read = clean[k];
+  for (int k = 0; k < parts && read == PartStart(count, parts, k); ++k) read = clean[k];
   for (int j = 0; j < read; ++j) ws.net.UndoNo[position + j] = 0;
   if (read == 0) {
     lines.GoBack(start);
@@ -776,7 +742,7 @@ void ReadAirwayFields(Workspace& ws, NetworkReader& r, int p) {
 
 void ReadAirwayRecord(Workspace& ws, const std::string& line, int position, float version) {
   // The journal's own records: a field it cannot read keeps the slot's value, with no question.
-  MarkingUi quiet;
+  HeadlessUi quiet(HeadlessUi::Policy::AlwaysYes);
   NetworkReader reader(quiet, "");
   reader.version = version;
   reader.line = line;
@@ -920,37 +886,15 @@ void AppendRecordRange(std::string& out, const Network& net, int first, int last
 // The records of positions 1..last. A large network is formatted in parts, one per core, that
 // are joined in order: the text is the same, made sooner.
 void AppendAirwayRecords(std::string& out, const Network& net, int last) {
-  constexpr int kRecordsPerPart = 4000;
-  const int cores = static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u));
-  const int parts = std::clamp(last / kRecordsPerPart, 1, cores);
-  const auto first = [&](int k) { return 1 + static_cast<int>(std::int64_t{last} * k / parts); };
+  const int parts = PartCount(last, 4000);
   std::vector<std::string> text(static_cast<std::size_t>(parts));
-  std::vector<char> done(static_cast<std::size_t>(parts), 0);
-  const auto format = [&](int k) {
-    try {
-      text[k].reserve(static_cast<std::size_t>(first(k + 1) - first(k)) * 230);
-      AppendRecordRange(text[k], net, first(k), first(k + 1) - 1);
-      done[k] = 1;
-    } catch (...) {
-      text[k].clear();  // made again below, where a failure can be reported
-    }
-  };
-  std::vector<std::thread> workers;
-  for (int k = 1; k < parts; ++k) {
-    try {
-      workers.emplace_back(format, k);
-    } catch (const std::system_error&) {
-      break;  // no thread to spare: this one makes the rest
-    }
-  }
-  AppendRecordRange(out, net, 1, first(1) - 1);
-  for (auto& worker : workers) worker.join();
-  for (int k = 1; k < parts; ++k) {
-    if (done[k])
-      out += text[k];
-    else
-      AppendRecordRange(out, net, first(k), first(k + 1) - 1);
-  }
+  RunInParts(parts, [&](int k) {
+    const int first = 1 + PartStart(last, parts, k), end = 1 + PartStart(last, parts, k + 1);
+    std::string& part = k == 0 ? out : text[k];
+    if (k > 0) part.reserve(static_cast<std::size_t>(end - first) * 230);
+    AppendRecordRange(part, net, first, end - 1);
+  });
+  for (int k = 1; k < parts; ++k) out += text[k];
 }
 
 }  // namespace

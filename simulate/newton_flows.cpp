@@ -136,13 +136,11 @@ class NewtonIteration {
   // otherwise goes round in a cycle. A shortened step keeps continuity, as the full one does.
   Step Iterate() {
     Step step;
-    Linearise();
-    solver_.factorize(sys_.matrix);
-    if (solver_.info() != Eigen::Success) {
+    Eigen::VectorXd target;
+    if (!SolveLinearised(0, target)) {
       step.Solved = false;
       return step;
     }
-    const Eigen::VectorXd target = solver_.solve(rhs_);
     const float maxError = ws_.defaults.MaxError;
     for (std::size_t k = 0; k < flow_.size(); ++k) {
       // rise + p(entry) - p(exit) = 0 is the airway's law; the step closes its linear model.
@@ -165,18 +163,12 @@ class NewtonIteration {
     return step;
   }
 
-  // True when fewer than half the free airways carry a flow: a network not solved before.
-  bool ColdStart() const {
-    std::size_t flowing = 0;
-    for (double q : flow_) flowing += std::fabs(q) >= kFlowFloor;
-    return 2 * flowing < flow_.size();
-  }
-
-  // The start of a cold network: one solve with every airway linearised at the mean flow of
-  // those that carry one (the given quantities), then each airway without a fan takes the flow
-  // of its square law at the pressure drop found; the others keep the linear answer. False
-  // when the system is singular.
-  bool WarmUp() {
+  // A cold network, where fewer than half the free airways carry a flow, first gets one solve
+  // with every airway linearised at the mean flow of those that carry one (the given
+  // quantities); then each airway without a fan takes the flow of its square law at the
+  // pressure drop found, and the others keep the linear answer. False when the system is
+  // singular.
+  bool WarmUpIfCold() {
     double sum = 0;
     std::size_t flowing = 0;
     for (double q : flow_) {
@@ -184,12 +176,10 @@ class NewtonIteration {
       sum += std::fabs(q);
       ++flowing;
     }
-    typicalFlow_ = flowing > 0 ? sum / static_cast<double>(flowing) : 1.0;
-    Linearise();
-    typicalFlow_ = 0;
-    solver_.factorize(sys_.matrix);
-    if (solver_.info() != Eigen::Success) return false;
-    const Eigen::VectorXd target = solver_.solve(rhs_);
+    if (2 * flowing >= flow_.size()) return true;
+    Eigen::VectorXd target;
+    if (!SolveLinearised(flowing > 0 ? sum / static_cast<double>(flowing) : 1.0, target))
+      return false;
     const float* r = net_.Resistance.data();
     for (std::size_t k = 0; k < flow_.size(); ++k) {
       const int i = sys_.airways[k];
@@ -241,8 +231,18 @@ class NewtonIteration {
     return sum;
   }
 
+  // Linearises about the present flows (or, with a typical flow above 0, every airway at that
+  // flow) and solves for the node pressures. False when the system is singular.
+  bool SolveLinearised(double typicalFlow, Eigen::VectorXd& pressure) {
+    Linearise(typicalFlow);
+    solver_.factorize(sys_.matrix);
+    if (solver_.info() != Eigen::Success) return false;
+    pressure = solver_.solve(rhs_);
+    return true;
+  }
+
   // Refills the matrix and the right-hand side about the present flows.
-  void Linearise() {
+  void Linearise(double typicalFlow) {
     std::fill(sys_.matrix.valuePtr(), sys_.matrix.valuePtr() + sys_.matrix.nonZeros(), 0.0);
     for (int k = 0; k < rhs_.size(); ++k) rhs_[k] = sys_.fixedInflow[k];
     const float* r = net_.Resistance.data();
@@ -253,7 +253,7 @@ class NewtonIteration {
       rise_[k] = Rise(i, q, &slope);
       // A rising stretch of a curve would make the system indefinite: its slope is left out,
       // which slows the step there but not where it ends.
-      const double at = typicalFlow_ > 0 ? typicalFlow_ : std::max(std::fabs(q), kFlowFloor);
+      const double at = typicalFlow > 0 ? typicalFlow : std::max(std::fabs(q), kFlowFloor);
       const double derivative =
           std::max(2.0 * r[i] * at + std::max(-slope, 0.0), kDerivativeFloor);
       const double w = 1.0 / derivative;
@@ -271,7 +271,6 @@ class NewtonIteration {
   Network& net_;
   NodalSystem& sys_;
   std::vector<double> flow_, rise_, weight_, change_, trialFlow_;
-  double typicalFlow_ = 0;  // while above 0, every airway is linearised at this flow
   Eigen::VectorXd rhs_, pressure_;
   Eigen::SimplicialLDLT<SparseMatrix, Eigen::Lower> solver_;
 };
@@ -287,7 +286,7 @@ void NewtonFlows(Workspace& ws) {
   run.Converged = false;
   NodalSystem sys = BuildSystem(ws.net);
   NewtonIteration newton(ws, sys);
-  if (newton.ColdStart() && !newton.WarmUp()) {
+  if (!newton.WarmUpIfCold()) {
     run.SimStatus = 1;
     return;
   }
