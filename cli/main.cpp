@@ -1,5 +1,6 @@
 // galeris-sim: a network file in, a solved (or checked, or re-saved) network out, with no
 // window. Common options: --home DIR, --answer yes|no. Message boxes go to stderr.
+#include <cstdio>
 #include <cstdlib>
 #include <iostream>
 #include <string>
@@ -84,7 +85,13 @@ int main(int argc, char** argv) {
     if (name == c.name) {
       PrepareWorkspace(ws);
       CliContext context{ws, ui, args, std::cout, std::cerr};
-      return c.run(context);
+      const int status = c.run(context);
+      // The work is written; the system takes back the store's memory faster than its
+      // destructors would hand it back piece by piece.
+      std::cout.flush();
+      std::cerr.flush();
+      std::fflush(nullptr);
+      std::_Exit(status);
     }
   }
   std::cerr << "galeris-sim: unknown command \"" << name << "\" (see --help)\n";

@@ -1,10 +1,15 @@
 // Work split into parts, one per core: the parts of a large file's records, read or written at
-// once. Part 0 runs on the calling thread, the others on threads of their own.
+// once. Part 0 runs on the calling thread, the others on threads of their own. And a stream of
+// pieces made on every core but used in order on the calling thread, as a file is written
+// while its later pieces are still being made.
 #pragma once
 
 #include <algorithm>
+#include <condition_variable>
 #include <cstdint>
 #include <exception>
+#include <mutex>
+#include <string>
 #include <system_error>
 #include <thread>
 #include <vector>
@@ -47,6 +52,101 @@ void RunInParts(int parts, F&& run) {
   for (auto& worker : workers) worker.join();
   for (const auto& failure : failed)
     if (failure) std::rethrow_exception(failure);
+}
+
+// Makes pieces 0..pieces-1 with make(k, text) on the calling thread and up to one helper
+// thread per other core, and hands each to use(k, text) on the calling thread in order of k,
+// as soon as it and all before it are made. False as soon as a use returns false: the pieces
+// still being made are then dropped. The first exception of any make is thrown again here.
+template <class Make, class Use>
+bool MakeInOrder(int pieces, Make&& make, Use&& use) {
+  std::vector<std::string> text(static_cast<std::size_t>(pieces));
+  std::vector<char> made(static_cast<std::size_t>(pieces), 0);
+  std::mutex lock;
+  std::condition_variable madeOne;
+  int next = 0;
+  bool stop = false;
+  std::exception_ptr failed;
+  // Takes the next piece to make, until there are none or the stream has stopped.
+  const auto makePieces = [&](bool caller, int& used, bool& ok) {
+    for (;;) {
+      int k = 0;
+      {
+        std::lock_guard<std::mutex> hold(lock);
+        if (stop || next >= pieces) return;
+        k = next++;
+      }
+      std::string piece;
+      try {
+        make(k, piece);
+      } catch (...) {
+        std::lock_guard<std::mutex> hold(lock);
+        if (!failed) failed = std::current_exception();
+        stop = true;
+        madeOne.notify_all();
+        return;
+      }
+      {
+        std::lock_guard<std::mutex> hold(lock);
+        text[k] = std::move(piece);
+        made[k] = 1;
+      }
+      madeOne.notify_all();
+      if (!caller) continue;
+      // The caller hands on whatever is ready in order before it makes more.
+      for (;;) {
+        std::string ready;
+        {
+          std::lock_guard<std::mutex> hold(lock);
+          if (stop || used >= pieces || !made[used]) break;
+          ready = std::move(text[used]);
+        }
+        if (!use(used, ready)) {
+          ok = false;
+          std::lock_guard<std::mutex> hold(lock);
+          stop = true;
+          return;
+        }
+        ++used;
+      }
+    }
+  };
+  const int cores = static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u));
+  std::vector<std::thread> helpers;
+  for (int h = 1; h < std::min(cores, pieces); ++h) {
+    try {
+      helpers.emplace_back([&] {
+        int unused = 0;
+        bool fine = true;
+        makePieces(false, unused, fine);
+      });
+    } catch (const std::system_error&) {
+      break;  // the calling thread makes them all
+    }
+  }
+  int used = 0;
+  bool ok = true;
+  makePieces(true, used, ok);
+  // What the helpers are still making is handed on as it comes.
+  while (ok && used < pieces) {
+    std::string ready;
+    {
+      std::unique_lock<std::mutex> hold(lock);
+      madeOne.wait(hold, [&] { return stop || made[used]; });
+      if (stop) break;
+      ready = std::move(text[used]);
+    }
+    if (!use(used, ready)) {
+      ok = false;
+      std::lock_guard<std::mutex> hold(lock);
+      stop = true;
+      break;
+    }
+    ++used;
+  }
+  for (auto& helper : helpers) helper.join();
+  if (failed) std::rethrow_exception(failed);
+  return ok && used == pieces;
 }
 
 }  // namespace galeris

@@ -9,6 +9,7 @@
 #include <unordered_set>
 
 #include "core/defaults.h"
+#include "core/in_parts.h"
 #include "core/ui_port.h"
 
 namespace galeris {
@@ -119,6 +120,12 @@ void SizeArrays(Network& n, bool keep) {
   size(n.UndoOrder, static_cast<std::size_t>(n.UndoMax) + 1);
 }
 
+bool AllZeroBytes(const std::byte* p, std::size_t size) {
+  std::byte any{0};
+  for (std::size_t k = 0; k < size; ++k) any |= p[k];
+  return any == std::byte{0};
+}
+
 // Mod of the key: abs(v) less its whole multiples of m.
 std::int64_t KeyMod(std::int64_t v, std::int64_t m) { return std::llabs(v) % m; }
 
@@ -156,16 +163,24 @@ void SwapAirways(Network& net, int a, int b) {
 
 void ReorderAirways(Network& net, const std::vector<int>& order) {
   const std::size_t count = order.size() - 1;
-  // One scratch buffer serves every array, so a sort costs no fresh pages per array.
-  std::vector<std::byte> scratch;
-  scratch.reserve(64 * order.size());
-  ForEachAirwayArray(net, [&](auto& v) {
-    using T = typename std::decay_t<decltype(v)>::value_type;
-    scratch.resize(sizeof(T) * order.size());
-    std::byte* moved = scratch.data();
-    for (std::size_t k = 1; k <= count; ++k)
-      std::memcpy(moved + k * sizeof(T), &v[order[k]], sizeof(T));
-    if (count > 0) std::memcpy(&v[1], moved + sizeof(T), count * sizeof(T));
+  // The arrays are shared out among the cores; one scratch buffer serves all of a core's
+  // arrays, so a sort costs no fresh pages per array.
+  const int parts = PartCount(static_cast<int>(count), 4000);
+  RunInParts(parts, [&](int part) {
+    std::vector<std::byte> scratch;
+    scratch.reserve(64 * order.size());
+    int array = 0;
+    ForEachAirwayArray(net, [&](auto& v) {
+      if (array++ % parts != part) return;
+      using T = typename std::decay_t<decltype(v)>::value_type;
+      scratch.resize(sizeof(T) * order.size());
+      std::byte* moved = scratch.data();
+      for (std::size_t k = 1; k <= count; ++k)
+        std::memcpy(moved + k * sizeof(T), &v[order[k]], sizeof(T));
+      // An array that holds nothing yet keeps its untouched pages.
+      if (count > 0 && !AllZeroBytes(moved + sizeof(T), count * sizeof(T)))
+        std::memcpy(&v[1], moved + sizeof(T), count * sizeof(T));
+    });
   });
 }
 

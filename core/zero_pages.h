@@ -18,7 +18,7 @@
 namespace galeris {
 
 // Blocks of at least this size are mapped from the system; smaller ones come from calloc.
-inline constexpr std::size_t kZeroPagesMapped = 64 * 1024;
+inline constexpr std::size_t kZeroPagesMapped = 16 * 1024;
 
 void* AllocateZeroPages(std::size_t bytes);
 void FreeZeroPages(void* p, std::size_t bytes);
@@ -47,7 +47,9 @@ struct ZeroPages {
   }
 
   template <class U>
-  bool operator==(const ZeroPages<U>&) const noexcept { return true; }
+  bool operator==(const ZeroPages<U>&) const noexcept {
+    return true;
+  }
 };
 
 template <class T>

@@ -883,26 +883,25 @@ void AppendRecordRange(std::string& out, const Network& net, int first, int last
   }
 }
 
-// The records of positions 1..last. A large network is formatted in parts, one per core, that
-// are joined in order: the text is the same, made sooner.
-void AppendAirwayRecords(std::string& out, const Network& net, int last) {
-  const int parts = PartCount(last, 4000);
-  std::vector<std::string> text(static_cast<std::size_t>(parts));
-  RunInParts(parts, [&](int k) {
-    const int first = 1 + PartStart(last, parts, k), end = 1 + PartStart(last, parts, k + 1);
-    std::string& part = k == 0 ? out : text[k];
-    if (k > 0) part.reserve(static_cast<std::size_t>(end - first) * 230);
-    AppendRecordRange(part, net, first, end - 1);
-  });
-  for (int k = 1; k < parts; ++k) out += text[k];
+// Records go into pieces of this many, made on every core and written in order.
+constexpr int kRecordsPerPiece = 1500;
+
+int RecordPieces(int last) {
+  return last <= 0 ? 0 : (last + kRecordsPerPiece - 1) / kRecordsPerPiece;
 }
 
-}  // namespace
+void AppendRecordPiece(std::string& out, const Network& net, int last, int k) {
+  const int first = 1 + k * kRecordsPerPiece;
+  const int end = std::min(last, first + kRecordsPerPiece - 1);
+  out.reserve(out.size() + static_cast<std::size_t>(end - first + 1) * 230);
+  AppendRecordRange(out, net, first, end);
+}
 
-std::string FormatNetworkFile(const Workspace& ws, bool allPositions) {
+// Everything before the airway records.
+std::string FormatNetworkHead(const Workspace& ws) {
   const Network& net = ws.net;
   std::string out;
-  out.reserve(static_cast<std::size_t>(net.BranchCount) * 220 + 65536);
+  out.reserve(65536);
   AppendHeader(out, net);
   out += kDefaultsHead;
   out += kCrLf;
@@ -916,7 +915,34 @@ std::string FormatNetworkFile(const Workspace& ws, bool allPositions) {
   AppendTexts(out, net);
   out += kRecordLabels;
   out += kCrLf;
-  AppendAirwayRecords(out, net, LastWrittenPosition(net, allPositions));
+  return out;
+}
+
+// The file written piece by piece: the head, then the records as each piece is made.
+bool WriteNetworkFile(const std::string& path, const Workspace& ws, bool allPositions) {
+  const int last = LastWrittenPosition(ws.net, allPositions);
+  WholeFileWriter writer(path);
+  if (!writer.Append(FormatNetworkHead(ws))) return false;
+  const bool written = MakeInOrder(
+      RecordPieces(last),
+      [&](int k, std::string& piece) { AppendRecordPiece(piece, ws.net, last, k); },
+      [&](int, const std::string& piece) { return writer.Append(piece); });
+  return written && writer.Commit();
+}
+
+}  // namespace
+
+std::string FormatNetworkFile(const Workspace& ws, bool allPositions) {
+  const int last = LastWrittenPosition(ws.net, allPositions);
+  std::string out = FormatNetworkHead(ws);
+  out.reserve(out.size() + static_cast<std::size_t>(last) * 230);
+  MakeInOrder(
+      RecordPieces(last),
+      [&](int k, std::string& piece) { AppendRecordPiece(piece, ws.net, last, k); },
+      [&](int, const std::string& piece) {
+        out += piece;
+        return true;
+      });
   return out;
 }
 
@@ -937,7 +963,7 @@ bool SaveNetwork(Workspace& ws, int tempMode) {
     StoreRecent(ws, ws.net.FileName);
   }
   const std::string path = temp ? ws.paths.InTemp(kRecoveryFileName) : ws.net.FileName;
-  if (!WriteWholeFile(path, FormatNetworkFile(ws, temp))) {
+  if (!WriteNetworkFile(path, ws, temp)) {
     ws.net.FileNote = note;  // nothing was saved, so the note says no more than before
     if (!temp) ws.ui.Message(kMsgSaveFailed, MsgButtons::OK, MsgIcon::Exclamation);
     return false;

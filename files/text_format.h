@@ -10,6 +10,8 @@
 #include <string_view>
 #include <vector>
 
+#include "core/zero_pages.h"
+
 namespace galeris {
 
 inline constexpr int kSplitFields = 100;
@@ -97,7 +99,7 @@ class LineReader {
   int Peek();   // the next byte, or -1 at the end
   bool open_ = false;
   long lineNumber_ = 0;
-  std::vector<char> buffer_;
+  ZeroArray<char> buffer_;  // fresh pages: the file fills them, nothing clears them first
   std::size_t start_ = 0, end_ = 0;
 };
 

@@ -11,6 +11,7 @@
 #include <numeric>
 #include <vector>
 
+#include "core/in_parts.h"
 #include "simulate/restrictions.h"
 
 namespace galeris {
@@ -243,7 +244,7 @@ void WeighAirways(Workspace& ws) {
   std::copy(order.begin(), order.end(), net.WeightOrder.begin() + 1);
 }
 
-void BuildMeshes(Workspace& ws) {
+void BuildMeshes(Workspace& ws, const std::function<void()>& beside) {
   Network& net = ws.net;
   if (net.BranchCount < 1 || !NodesNumbered(net)) {
     ws.sim.SimStatus = 1;
@@ -252,7 +253,13 @@ void BuildMeshes(Workspace& ws) {
   if (!GrowForest(ws)) return;
   ReportRestrictions(ws);
   if (ws.sim.SimMode > 0) return;
-  BuildMeshList(ws);
+  if (!beside) return BuildMeshList(ws);
+  RunInParts(2, [&](int k) {
+    if (k == 0)
+      BuildMeshList(ws);
+    else
+      beside();
+  });
 }
 
 }  // namespace galeris

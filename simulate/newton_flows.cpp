@@ -52,8 +52,39 @@ bool LockedChord(const Network& net, int i) {
   return net.EntryNodeNo[i] < 0 && net.ExitNodeNo[i] < 0;
 }
 
-NodalSystem BuildSystem(const Network& net) {
-  NodalSystem sys;
+// The pattern of the system with the unknowns numbered as given: the diagonal and, below it,
+// one entry per airway between two different unknowns.
+SparseMatrix LowerPattern(const std::vector<int>& entry, const std::vector<int>& exit, int count) {
+  std::vector<Eigen::Triplet<double>> pattern;
+  pattern.reserve(count + entry.size());
+  for (int k = 0; k < count; ++k) pattern.emplace_back(k, k, 0.0);
+  for (std::size_t k = 0; k < entry.size(); ++k) {
+    const int a = entry[k], b = exit[k];
+    if (a >= 0 && b >= 0 && a != b) pattern.emplace_back(std::max(a, b), std::min(a, b), 0.0);
+  }
+  SparseMatrix lower(count, count);
+  lower.setFromTriplets(pattern.begin(), pattern.end());
+  return lower;
+}
+
+// Renumbers the unknowns in the order an approximate minimum degree ordering eliminates them,
+// the order the factorisation would otherwise take a permuted copy of the matrix in at every
+// iteration.
+void NumberInEliminationOrder(const std::vector<int>& entry, const std::vector<int>& exit,
+                              int count, std::vector<int>& unknown) {
+  const SparseMatrix symmetric = LowerPattern(entry, exit, count).selfadjointView<Eigen::Lower>();
+  Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, int> eliminated;
+  Eigen::AMDOrdering<int>()(symmetric, eliminated);
+  if (eliminated.size() != count) return;
+  const Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, int> position =
+      eliminated.inverse();
+  for (int& u : unknown)
+    if (u >= 0) u = position.indices()[u];
+}
+
+// Fills sys in place: it keeps pointers into its own matrix, whose upper triangle holds the
+// system with the unknowns in elimination order.
+void BuildSystem(const Network& net, NodalSystem& sys) {
   const int nodeCount = net.NodeCount;
   const auto node = [&net](int i, bool atEntry) {
     return std::abs(atEntry ? net.EntryNodeNo[i] : net.ExitNodeNo[i]);
@@ -71,6 +102,19 @@ NodalSystem BuildSystem(const Network& net) {
   int count = 0;
   for (int v = 1; v <= nodeCount; ++v)
     if (FindRoot(parent, v) != v) unknown[v] = count++;
+  const std::size_t m = sys.airways.size();
+  const auto numberEnds = [&] {
+    sys.entry.resize(m);
+    sys.exit.resize(m);
+    for (std::size_t k = 0; k < m; ++k) {
+      sys.entry[k] = unknown[node(sys.airways[k], true)];
+      sys.exit[k] = unknown[node(sys.airways[k], false)];
+    }
+  };
+  numberEnds();
+  NumberInEliminationOrder(sys.entry, sys.exit, count, unknown);
+  numberEnds();
+
   sys.fixedInflow.assign(count, 0.0);
   for (int i = 1; i <= net.BranchCount; ++i) {
     if (!LockedChord(net, i)) continue;
@@ -78,22 +122,7 @@ NodalSystem BuildSystem(const Network& net) {
     if (a >= 0) sys.fixedInflow[a] -= net.Quantity[i];
     if (b >= 0) sys.fixedInflow[b] += net.Quantity[i];
   }
-
-  std::vector<Eigen::Triplet<double>> pattern;
-  pattern.reserve(count + sys.airways.size());
-  for (int k = 0; k < count; ++k) pattern.emplace_back(k, k, 0.0);
-  const std::size_t m = sys.airways.size();
-  sys.entry.resize(m);
-  sys.exit.resize(m);
-  for (std::size_t k = 0; k < m; ++k) {
-    const int i = sys.airways[k];
-    sys.entry[k] = unknown[node(i, true)];
-    sys.exit[k] = unknown[node(i, false)];
-    const int a = sys.entry[k], b = sys.exit[k];
-    if (a >= 0 && b >= 0 && a != b) pattern.emplace_back(std::max(a, b), std::min(a, b), 0.0);
-  }
-  sys.matrix.resize(count, count);
-  sys.matrix.setFromTriplets(pattern.begin(), pattern.end());
+  sys.matrix = LowerPattern(sys.entry, sys.exit, count).transpose();
   sys.matrix.makeCompressed();
   sys.diagEntry.assign(m, nullptr);
   sys.diagExit.assign(m, nullptr);
@@ -103,9 +132,8 @@ NodalSystem BuildSystem(const Network& net) {
     if (a == b) continue;  // a loop on one node carries no pressure difference to solve for
     if (a >= 0) sys.diagEntry[k] = &sys.matrix.coeffRef(a, a);
     if (b >= 0) sys.diagExit[k] = &sys.matrix.coeffRef(b, b);
-    if (a >= 0 && b >= 0) sys.offDiagonal[k] = &sys.matrix.coeffRef(std::max(a, b), std::min(a, b));
+    if (a >= 0 && b >= 0) sys.offDiagonal[k] = &sys.matrix.coeffRef(std::min(a, b), std::max(a, b));
   }
-  return sys;
 }
 
 // What one iteration did: the largest flow change, and the meshes whose chord moved by more
@@ -116,19 +144,32 @@ struct Step {
   int Unconverged = 0;
 };
 
+// The unknowns are already in elimination order.
+using Factorisation =
+    Eigen::SimplicialLDLT<SparseMatrix, Eigen::Upper, Eigen::NaturalOrdering<int>>;
+
+}  // namespace
+
+struct NewtonPlan {
+  NodalSystem sys;
+  Factorisation solver;
+};
+
+namespace {
+
 class NewtonIteration {
  public:
-  NewtonIteration(Workspace& ws, NodalSystem& sys) : ws_(ws), net_(ws.net), sys_(sys) {
-    const std::size_t m = sys.airways.size();
+  NewtonIteration(Workspace& ws, NewtonPlan& plan)
+      : ws_(ws), net_(ws.net), sys_(plan.sys), solver_(plan.solver) {
+    const std::size_t m = sys_.airways.size();
     flow_.resize(m);
-    for (std::size_t k = 0; k < m; ++k) flow_[k] = net_.Quantity[sys.airways[k]];
+    for (std::size_t k = 0; k < m; ++k) flow_[k] = net_.Quantity[sys_.airways[k]];
     rise_.resize(m);
     weight_.resize(m);
     change_.resize(m);
     trialFlow_.resize(m);
-    rhs_.resize(sys.matrix.rows());
-    pressure_ = Eigen::VectorXd::Zero(sys.matrix.rows());
-    solver_.analyzePattern(sys.matrix);
+    rhs_.resize(sys_.matrix.rows());
+    pressure_ = Eigen::VectorXd::Zero(sys_.matrix.rows());
   }
 
   // One Newton step, shortened by halves while it doesn't lower the squared pressure
@@ -254,8 +295,7 @@ class NewtonIteration {
       // A rising stretch of a curve would make the system indefinite: its slope is left out,
       // which slows the step there but not where it ends.
       const double at = typicalFlow > 0 ? typicalFlow : std::max(std::fabs(q), kFlowFloor);
-      const double derivative =
-          std::max(2.0 * r[i] * at + std::max(-slope, 0.0), kDerivativeFloor);
+      const double derivative = std::max(2.0 * r[i] * at + std::max(-slope, 0.0), kDerivativeFloor);
       const double w = 1.0 / derivative;
       weight_[k] = w;
       const double y = q + w * rise_[k];
@@ -272,20 +312,27 @@ class NewtonIteration {
   NodalSystem& sys_;
   std::vector<double> flow_, rise_, weight_, change_, trialFlow_;
   Eigen::VectorXd rhs_, pressure_;
-  Eigen::SimplicialLDLT<SparseMatrix, Eigen::Lower> solver_;
+  Factorisation& solver_;
 };
 
 }  // namespace
 
-void NewtonFlows(Workspace& ws) {
+std::shared_ptr<NewtonPlan> PlanNewton(const Network& net) {
+  auto plan = std::make_shared<NewtonPlan>();
+  BuildSystem(net, plan->sys);
+  plan->solver.analyzePattern(plan->sys.matrix);
+  return plan;
+}
+
+void NewtonFlows(Workspace& ws, std::shared_ptr<NewtonPlan> plan) {
   SimRun& run = ws.sim;
   const int maxIter = std::max<int>(ws.defaults.MaxIter, 1);
   // The same start as the mesh balancing: continuity at every node, locked chords at their flow.
   SuperposeStartFlows(ws.net, run.MeshCount);
   run.Sweeps = 0;
   run.Converged = false;
-  NodalSystem sys = BuildSystem(ws.net);
-  NewtonIteration newton(ws, sys);
+  if (!plan) plan = PlanNewton(ws.net);
+  NewtonIteration newton(ws, *plan);
   if (!newton.WarmUpIfCold()) {
     run.SimStatus = 1;
     return;

@@ -4,6 +4,8 @@
 // one sparse symmetric factorisation. An option beside Hardy Cross for large mines.
 #pragma once
 
+#include <memory>
+
 #include "core/workspace.h"
 
 namespace galeris {
@@ -13,6 +15,14 @@ namespace galeris {
 // other airway is free. Iterates until no flow moves by more than MaxError, at most MaxIter
 // times before the "Convergence Warning" question; a Cancel after an iteration
 // sets SimStatus 1. Sweeps counts the iterations.
-void NewtonFlows(Workspace& ws);
+// `plan`, when given, is the system PlanNewton made of this network after its forest was
+// grown; without it NewtonFlows makes its own.
+struct NewtonPlan;
+void NewtonFlows(Workspace& ws, std::shared_ptr<NewtonPlan> plan = nullptr);
+
+// The nodal system of the free airways with its sparsity pattern analysed. It depends only on
+// the ends of the airways and the chords the forest locked (and their flows), so it can be
+// made while the meshes are listed.
+std::shared_ptr<NewtonPlan> PlanNewton(const Network& net);
 
 }  // namespace galeris

@@ -5,12 +5,18 @@
 #include <cmath>
 #include <cstdlib>
 #include <exception>
+#include <memory>
 #include <string>
+#include <utility>
+
+#include "core/in_parts.h"
 
 namespace galeris {
 namespace {
 
 constexpr std::uint8_t kCancel = 255;
+// From this many airways on, work that can run beside other work gets a thread of its own.
+constexpr int kBesideAirways = 2000;
 
 bool Cancelled(const Workspace& ws) {
   return ws.sim.SimCancel == kCancel;
@@ -33,8 +39,13 @@ void ReportCleanDiagnostic(Workspace& ws) {
   }
 }
 
-// Checks, meshing and the diagnostic answers; false when the run ends here.
-bool PrepareMeshes(Workspace& ws) {
+bool NewtonBalances(const Workspace& ws) {
+  return ws.sim.Method == SolverMethod::Newton && ws.sim.SimMode == kModeSimulate;
+}
+
+// Checks, meshing and the diagnostic answers; false when the run ends here. On a large network
+// balanced by Newton, its system is planned beside the mesh list.
+bool PrepareMeshes(Workspace& ws, std::shared_ptr<NewtonPlan>& plan) {
   SimRun& run = ws.sim;
   RebuildNodes(ws.net, ws.defaults, ws.ui);
   ShowSimProgress(ws, 10);
@@ -53,7 +64,10 @@ bool PrepareMeshes(Workspace& ws) {
   ShowSimProgress(ws, 40);
   if (Cancelled(ws)) return false;
   SetSimCaption(ws, "Meshing airways");
-  BuildMeshes(ws);
+  if (NewtonBalances(ws) && ws.net.BranchCount >= kBesideAirways)
+    BuildMeshes(ws, [&] { plan = PlanNewton(ws.net); });
+  else
+    BuildMeshes(ws);
   ShowSimProgress(ws, 50);
   ws.ui.Yield();
   if (Cancelled(ws)) return false;
@@ -62,14 +76,14 @@ bool PrepareMeshes(Workspace& ws) {
 }
 
 // Balancing and the results; false when a Cancel ended the run before the results.
-bool SolveFlows(Workspace& ws) {
+bool SolveFlows(Workspace& ws, std::shared_ptr<NewtonPlan> plan) {
   BuildSimCurves(ws);
   ShowSimProgress(ws, 60);
   SetSimCaption(ws, "Balancing airflows");
   // A run that ended balancing with SimStatus 1 goes on, so the user sees the best flows.
   // The diagnostic listing of non-converging airways is a Hardy Cross question.
-  if (ws.sim.Method == SolverMethod::Newton && ws.sim.SimMode == kModeSimulate)
-    NewtonFlows(ws);
+  if (NewtonBalances(ws))
+    NewtonFlows(ws, std::move(plan));
   else
     BalanceFlows(ws);
   ShowSimProgress(ws, 70);
@@ -88,9 +102,15 @@ void ResolveResults(Workspace& ws) {
   ShowSimProgress(ws, 87);
   ResolveNodePressures(ws);
   ApplyFixedDirections(ws);
-  BuildNodeLinks(ws);
+  // The self-check reads nothing the node links write, so on a large network it runs beside them.
+  const bool beside = ws.net.BranchCount >= kBesideAirways;
+  SolutionCheck check;
+  RunInParts(beside ? 2 : 1, [&](int k) {
+    if (k == 0) BuildNodeLinks(ws);
+    if (k == 1 || !beside) check = CheckSolution(ws);
+  });
   ShowSimProgress(ws, 100);
-  ws.sim.Check = CheckSolution(ws);
+  ws.sim.Check = check;
   if (ws.sim.SimStatus == 0 && ws.sim.SimMode == kModeNonConverging)
     ws.ui.Inform("There are NO major convergence problems");
   ws.net.NetworkBalanced = -1;
@@ -113,7 +133,8 @@ void SimulateNetwork(Workspace& ws) {
   ShowSimProgress(ws, 0);
   SetSimCaption(ws, "Checking airways");
   ws.ui.Yield();
-  if (!PrepareMeshes(ws) || !SolveFlows(ws)) {
+  std::shared_ptr<NewtonPlan> plan;
+  if (!PrepareMeshes(ws, plan) || !SolveFlows(ws, std::move(plan))) {
     FinishRun(ws);
     return;
   }

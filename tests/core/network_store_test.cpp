@@ -144,5 +144,25 @@ TEST(Store, ResizedAndClearedArraysReadAsZero) {
   }
 }
 
+// A large store is reordered on every core: every array that holds something moves whole, and
+// one that holds nothing stays untouched.
+TEST(Store, ReorderMovesEveryArrayOfALargeStore) {
+  Network net;
+  const int n = 9000;
+  std::vector<int> order(n + 1, 0);
+  for (int i = 1; i <= n; ++i) {
+    AddAirway(net, i, 0, 0, i + 1, 0, 0);
+    net.AirwayNo[i] = i;
+    net.ChordWeight[i] = static_cast<float>(i);
+    order[i] = n + 1 - i;
+  }
+  ReorderAirways(net, order);
+  for (int k : {1, 2, n / 2, n}) {
+    const int i = n + 1 - k;
+    EXPECT_EQ(std::tuple(net.AirwayNo[k], net.Coord1[k][1], net.ChordWeight[k], net.TreeMark[k]),
+              std::tuple(i, i, static_cast<float>(i), 0));
+  }
+}
+
 }  // namespace
 }  // namespace galeris

@@ -12,6 +12,7 @@
 #include "files/fan_database.h"
 #include "files/lifecycle.h"
 #include "files/network_file.h"
+#include "files/whole_file.h"
 #include "tests/files/network_test_support.h"
 
 namespace galeris {
@@ -327,6 +328,25 @@ TEST(BadFile, BadFieldsInALargeFileAskInOrder) {
   ASSERT_TRUE(OpenNetwork(yes.ws, src.dir + "bad.sim"));
   EXPECT_EQ(yes.ui.MessageTexts(), std::vector<std::string>(2, kLoadQuestion));
   EXPECT_TRUE(test::SameBytes(FormatNetworkFile(yes.ws), FormatNetworkFile(src.ws)));
+  // Saved piece by piece as the pieces are made, the file is the same text.
+  yes.ws.net.FileName = src.dir + "saved.sim";
+  ASSERT_TRUE(SaveNetwork(yes.ws));
+  EXPECT_TRUE(test::SameBytes(ReadFile(src.dir + "saved.sim"), FormatNetworkFile(yes.ws)));
+}
+
+TEST(WholeFile, AWriterDroppedBeforeItsCommitLeavesTheOldFile) {
+  FileFixture fx;
+  const std::string path = fx.dir + "kept.txt";
+  WriteFile(path, "old");
+  {
+    WholeFileWriter writer(path);
+    ASSERT_TRUE(writer.Append("new"));
+  }
+  EXPECT_EQ(ReadFile(path), "old");
+  EXPECT_FALSE(std::filesystem::exists(path + ".partial"));
+  WholeFileWriter writer(path);
+  EXPECT_TRUE(writer.Append("new") && writer.Commit());
+  EXPECT_EQ(ReadFile(path), "new");
 }
 
 TEST(NetworkFile, FilesMoveBetweenMachinesOfEitherDecimalMark) {
