@@ -64,89 +64,72 @@ bool MakeInOrder(int pieces, Make&& make, Use&& use) {
   std::vector<char> made(static_cast<std::size_t>(pieces), 0);
   std::mutex lock;
   std::condition_variable madeOne;
-  int next = 0;
+  int next = 0, used = 0;
   bool stop = false;
   std::exception_ptr failed;
-  // Takes the next piece to make, until there are none or the stream has stopped.
-  const auto makePieces = [&](bool caller, int& used, bool& ok) {
-    for (;;) {
-      int k = 0;
-      {
-        std::lock_guard<std::mutex> hold(lock);
-        if (stop || next >= pieces) return;
-        k = next++;
-      }
-      std::string piece;
-      try {
-        make(k, piece);
-      } catch (...) {
-        std::lock_guard<std::mutex> hold(lock);
-        if (!failed) failed = std::current_exception();
-        stop = true;
-        madeOne.notify_all();
-        return;
-      }
-      {
-        std::lock_guard<std::mutex> hold(lock);
-        text[k] = std::move(piece);
-        made[k] = 1;
-      }
-      madeOne.notify_all();
-      if (!caller) continue;
-      // The caller hands on whatever is ready in order before it makes more.
-      for (;;) {
-        std::string ready;
-        {
-          std::lock_guard<std::mutex> hold(lock);
-          if (stop || used >= pieces || !made[used]) break;
-          ready = std::move(text[used]);
-        }
-        if (!use(used, ready)) {
-          ok = false;
-          std::lock_guard<std::mutex> hold(lock);
-          stop = true;
-          return;
-        }
-        ++used;
-      }
+  // Makes the next piece nobody has taken; false when none is left or the stream has stopped.
+  const auto makeOne = [&] {
+    int k = 0;
+    {
+      std::lock_guard<std::mutex> hold(lock);
+      if (stop || next >= pieces) return false;
+      k = next++;
     }
+    std::string piece;
+    try {
+      make(k, piece);
+    } catch (...) {
+      std::lock_guard<std::mutex> hold(lock);
+      if (!failed) failed = std::current_exception();
+      stop = true;
+      madeOne.notify_all();
+      return false;
+    }
+    {
+      std::lock_guard<std::mutex> hold(lock);
+      text[k] = std::move(piece);
+      made[k] = 1;
+    }
+    madeOne.notify_all();
+    return true;
   };
-  const int cores = static_cast<int>(std::clamp(std::thread::hardware_concurrency(), 1u, 8u));
+  // Hands on the made pieces in order, waiting for each one when `wait`; false once stopped.
+  const auto handOn = [&](bool wait) {
+    while (used < pieces) {
+      std::string ready;
+      {
+        std::unique_lock<std::mutex> hold(lock);
+        if (wait) madeOne.wait(hold, [&] { return stop || made[used] != 0; });
+        if (stop || !made[used]) return !stop;
+        ready = std::move(text[used]);
+      }
+      if (!use(used, ready)) {
+        std::lock_guard<std::mutex> hold(lock);
+        stop = true;
+        return false;
+      }
+      ++used;
+    }
+    return true;
+  };
   std::vector<std::thread> helpers;
-  for (int h = 1; h < std::min(cores, pieces); ++h) {
+  for (int h = 1; h < PartCount(pieces, 1); ++h) {
     try {
       helpers.emplace_back([&] {
-        int unused = 0;
-        bool fine = true;
-        makePieces(false, unused, fine);
+        while (makeOne()) {
+        }
       });
     } catch (const std::system_error&) {
       break;  // the calling thread makes them all
     }
   }
-  int used = 0;
-  bool ok = true;
-  makePieces(true, used, ok);
-  // What the helpers are still making is handed on as it comes.
-  while (ok && used < pieces) {
-    std::string ready;
-    {
-      std::unique_lock<std::mutex> hold(lock);
-      madeOne.wait(hold, [&] { return stop || made[used]; });
-      if (stop) break;
-      ready = std::move(text[used]);
-    }
-    if (!use(used, ready)) {
-      ok = false;
-      std::lock_guard<std::mutex> hold(lock);
-      stop = true;
-      break;
-    }
-    ++used;
+  // The caller hands on whatever is ready before it makes more, then waits for the rest.
+  while (makeOne() && handOn(false)) {
   }
+  handOn(true);
   for (auto& helper : helpers) helper.join();
   if (failed) std::rethrow_exception(failed);
-  return ok && used == pieces;
+  return used == pieces;
 }
 
 }  // namespace galeris

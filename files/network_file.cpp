@@ -886,15 +886,20 @@ void AppendRecordRange(std::string& out, const Network& net, int first, int last
 // Records go into pieces of this many, made on every core and written in order.
 constexpr int kRecordsPerPiece = 1500;
 
-int RecordPieces(int last) {
-  return last <= 0 ? 0 : (last + kRecordsPerPiece - 1) / kRecordsPerPiece;
-}
-
-void AppendRecordPiece(std::string& out, const Network& net, int last, int k) {
-  const int first = 1 + k * kRecordsPerPiece;
-  const int end = std::min(last, first + kRecordsPerPiece - 1);
-  out.reserve(out.size() + static_cast<std::size_t>(end - first + 1) * 230);
-  AppendRecordRange(out, net, first, end);
+// The records of positions 1..last in pieces, made on every core and handed to use(piece) in
+// order; false when a use refused its piece.
+template <class Use>
+bool MakeRecordPieces(const Network& net, int last, Use&& use) {
+  const int pieces = last > 0 ? (last + kRecordsPerPiece - 1) / kRecordsPerPiece : 0;
+  return MakeInOrder(
+      pieces,
+      [&](int k, std::string& piece) {
+        const int first = 1 + k * kRecordsPerPiece;
+        const int end = std::min(last, first + kRecordsPerPiece - 1);
+        piece.reserve(static_cast<std::size_t>(end - first + 1) * 230);
+        AppendRecordRange(piece, net, first, end);
+      },
+      [&](int, const std::string& piece) { return use(piece); });
 }
 
 // Everything before the airway records.
@@ -923,11 +928,9 @@ bool WriteNetworkFile(const std::string& path, const Workspace& ws, bool allPosi
   const int last = LastWrittenPosition(ws.net, allPositions);
   WholeFileWriter writer(path);
   if (!writer.Append(FormatNetworkHead(ws))) return false;
-  const bool written = MakeInOrder(
-      RecordPieces(last),
-      [&](int k, std::string& piece) { AppendRecordPiece(piece, ws.net, last, k); },
-      [&](int, const std::string& piece) { return writer.Append(piece); });
-  return written && writer.Commit();
+  return MakeRecordPieces(ws.net, last,
+                          [&](const std::string& piece) { return writer.Append(piece); }) &&
+         writer.Commit();
 }
 
 }  // namespace
@@ -936,13 +939,10 @@ std::string FormatNetworkFile(const Workspace& ws, bool allPositions) {
   const int last = LastWrittenPosition(ws.net, allPositions);
   std::string out = FormatNetworkHead(ws);
   out.reserve(out.size() + static_cast<std::size_t>(last) * 230);
-  MakeInOrder(
-      RecordPieces(last),
-      [&](int k, std::string& piece) { AppendRecordPiece(piece, ws.net, last, k); },
-      [&](int, const std::string& piece) {
-        out += piece;
-        return true;
-      });
+  MakeRecordPieces(ws.net, last, [&](const std::string& piece) {
+    out += piece;
+    return true;
+  });
   return out;
 }
 
