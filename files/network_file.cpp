@@ -642,7 +642,7 @@ void NetworkReader::SplitRecord() {
   if (!IsTabFormat(version)) return Split();
   const std::string_view view =
       MapDecimalMarks(line, locale, mappedLine_) ? std::string_view(mappedLine_) : line;
-  SplitTabViews(view, fields_);
+  fieldCount_ = SplitTabViews(view, fields_);
   recordViews_ = true;
 }
 
@@ -660,12 +660,24 @@ void NetworkReader::Strict(int field, float& target) {
 }
 
 void NetworkReader::StrictWhole(int field, std::int32_t& target) {
+  long long whole = 0;
+  if (PlainWhole(Field(field), whole)) {
+    if (whole < -2147483647 || whole > 2147483647) return Trap();
+    target = static_cast<std::int32_t>(whole);
+    return;
+  }
   double v = 0;
   if (!StrictNumber(Field(field), v) || std::fabs(v) > 2147483647.0) return Trap();
   target = static_cast<std::int32_t>(RoundHalfEven(v));
 }
 
 void NetworkReader::Whole(int field, std::int16_t& target) {
+  long long whole = 0;
+  if (PlainWhole(Field(field), whole)) {
+    if (whole < -32768 || whole > 32767) return Trap();
+    target = static_cast<std::int16_t>(whole);
+    return;
+  }
   const double v = Val(Field(field));
   if (!(std::fabs(v) < 1e9)) return Trap();
   const long long r = RoundHalfEven(v);
@@ -674,6 +686,12 @@ void NetworkReader::Whole(int field, std::int16_t& target) {
 }
 
 void NetworkReader::Whole(int field, std::int32_t& target) {
+  long long whole = 0;
+  if (PlainWhole(Field(field), whole)) {
+    if (whole < -2147483647 || whole > 2147483647) return Trap();
+    target = static_cast<std::int32_t>(whole);
+    return;
+  }
   const double v = Val(Field(field));
   if (!(std::fabs(v) <= 2147483647.0)) return Trap();
   target = static_cast<std::int32_t>(RoundHalfEven(v));

@@ -88,7 +88,8 @@ class NetworkReader {
   void UseTable() { recordViews_ = false; }
   // Field i of the last split: what the conversions below read.
   std::string_view Field(int i) const {
-    return recordViews_ ? fields_[i] : std::string_view(f[i]);
+    if (!recordViews_) return f[i];
+    return i <= fieldCount_ ? fields_[i] : std::string_view();
   }
   bool NextSplit() {
     const bool ok = Next();
@@ -118,6 +119,7 @@ class NetworkReader {
   UiPort& ui_;
   LineReader in_;
   FieldViews fields_{};       // the record fields of SplitRecord
+  int fieldCount_ = 0;        // fields_ after this one are empty
   bool recordViews_ = false;  // the conversions read fields_ rather than f
   std::string mappedLine_;  // a record line after its decimal marks were mapped
   bool pastEnd_ = false;

@@ -34,7 +34,14 @@ void SplitLine(float version, std::string_view line, FieldTable& fields,
 // anything changed), then the fields between the tabs.
 using FieldViews = std::array<std::string_view, kSplitFields + 1>;
 bool MapDecimalMarks(std::string_view line, const SplitLocale& locale, std::string& mapped);
-void SplitTabViews(std::string_view line, FieldViews& fields);
+// SplitTabViews fills fields 1..count and returns count; the fields after it are left as they
+// were and stand for empty ones.
+int SplitTabViews(std::string_view line, FieldViews& fields);
+
+// The common whole number, as "-12" or "3": an optional sign and up to 18 digits, nothing else
+// (no blanks, point or exponent). Its value is the one Val or StrictNumber would give, exactly,
+// so readers take it without the round trip through a double. False for any other text.
+bool PlainWhole(std::string_view text, long long& value);
 
 // The text without the blanks around it, as the readers trim names.
 std::string TrimBlanks(std::string_view text);

@@ -1,6 +1,6 @@
 // The quick ways of the number text against the general conversions they stand in for: the
 // writer's 7-digit singles against the general formatter, and the readers' plain decimals
-// against the general parser, on awkward values and a spread of random ones.
+// and whole numbers against the general parser, on awkward values and a spread of random ones.
 #include <gtest/gtest.h>
 
 #include <charconv>
@@ -68,6 +68,26 @@ TEST(NumberShortcut, PlainDecimalsReadAsTheGeneralParser) {
     ASSERT_EQ(Val(t), expected) << t;
     ASSERT_TRUE(StrictNumber(t, strict)) << t;
     ASSERT_EQ(strict, expected) << t;
+  }
+}
+
+TEST(NumberShortcut, PlainWholesReadAsTheGeneralParser) {
+  std::vector<std::string> texts = {"0", "-0", "+7", "007", "32767", "-32768", "2147483648",
+                                    "999999999999999999", "-123456789012345678"};
+  std::mt19937_64 random(13);
+  for (int i = 0; i < 20000; ++i)
+    texts.push_back((random() % 2 ? "-" : "") + std::to_string((random() >> (random() % 64)) % 1000000000000000000));
+  for (const std::string& t : texts) {
+    long long whole = 0;
+    double strict = 0;
+    ASSERT_TRUE(PlainWhole(t, whole)) << t;
+    ASSERT_TRUE(StrictNumber(t, strict)) << t;
+    ASSERT_EQ(static_cast<double>(whole), strict) << t;
+    ASSERT_EQ(static_cast<double>(whole), Val(t)) << t;
+  }
+  for (const char* t : {"", "-", "+", "1.0", "1 0", "1e3", "--1", "1234567890123456789", "x"}) {
+    long long whole = 0;
+    EXPECT_FALSE(PlainWhole(t, whole)) << t;
   }
 }
 
