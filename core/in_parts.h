@@ -14,7 +14,26 @@
 #include <thread>
 #include <vector>
 
+#if defined(__linux__)
+#include <sched.h>
+#endif
+
 namespace galeris {
+
+// Helper threads start on a core other than their caller's (see in_parts.cpp): made before
+// the helpers, OffCaller(helper) just after each is made, and Anywhere() as each begins.
+class HelperStart {
+ public:
+  HelperStart();
+  void OffCaller(std::thread& helper) const;
+  void Anywhere() const;
+
+ private:
+#if defined(__linux__)
+  cpu_set_t everywhere_{}, elsewhere_{};
+  bool usable_ = false;
+#endif
+};
 
 // How many parts to make of `items`: one per core, at most eight, none under `smallest` items.
 inline int PartCount(int items, int smallest) {
@@ -41,9 +60,14 @@ void RunInParts(int parts, F&& run) {
   };
   std::vector<std::thread> workers;
   std::vector<int> here{0};
+  const HelperStart start;
   for (int k = 1; k < parts; ++k) {
     try {
-      workers.emplace_back(guarded, k);
+      workers.emplace_back([&, k] {
+        start.Anywhere();
+        guarded(k);
+      });
+      start.OffCaller(workers.back());
     } catch (const std::system_error&) {
       here.push_back(k);
     }
@@ -113,12 +137,15 @@ bool MakeInOrder(int pieces, Make&& make, Use&& use) {
     return true;
   };
   std::vector<std::thread> helpers;
+  const HelperStart start;
   for (int h = 1; h < PartCount(pieces, 1); ++h) {
     try {
       helpers.emplace_back([&] {
+        start.Anywhere();
         while (makeOne()) {
         }
       });
+      start.OffCaller(helpers.back());
     } catch (const std::system_error&) {
       break;  // the calling thread makes them all
     }

@@ -161,25 +161,47 @@ void SwapAirways(Network& net, int a, int b) {
   ForEachAirwayArray(net, [a, b](auto& v) { std::swap(v[a], v[b]); });
 }
 
+// The moves of a new order as cycles, each ended by a 0: along a cycle k1, k2, ..., kn every
+// slot takes the record of the next one, and kn takes what k1 held. Records that stay where
+// they are make no cycle.
+std::vector<int> CyclesOf(const std::vector<int>& order) {
+  const std::size_t count = order.size() - 1;
+  std::vector<char> placed(order.size(), 0);
+  std::vector<int> cycles;
+  cycles.reserve(count + count / 2 + 1);
+  for (std::size_t start = 1; start <= count; ++start) {
+    if (placed[start] || order[start] == static_cast<int>(start)) continue;
+    for (auto k = static_cast<std::size_t>(start); !placed[k];
+         k = static_cast<std::size_t>(order[k])) {
+      placed[k] = 1;
+      cycles.push_back(static_cast<int>(k));
+    }
+    cycles.push_back(0);
+  }
+  return cycles;
+}
+
 void ReorderAirways(Network& net, const std::vector<int>& order) {
   const std::size_t count = order.size() - 1;
-  // The arrays are shared out among the cores; one scratch buffer serves all of a core's
-  // arrays, so a sort costs no fresh pages per array.
+  if (count == 0) return;
+  const std::vector<int> cycles = CyclesOf(order);
+  // Every array is moved in place along the cycles, with no copy of it; the arrays are shared
+  // out among the cores.
   const int parts = PartCount(static_cast<int>(count), 4000);
   RunInParts(parts, [&](int part) {
-    std::vector<std::byte> scratch;
-    scratch.reserve(64 * order.size());
     int array = 0;
     ForEachAirwayArray(net, [&](auto& v) {
       if (array++ % parts != part) return;
-      using T = typename std::decay_t<decltype(v)>::value_type;
-      scratch.resize(sizeof(T) * order.size());
-      std::byte* moved = scratch.data();
-      for (std::size_t k = 1; k <= count; ++k)
-        std::memcpy(moved + k * sizeof(T), &v[order[k]], sizeof(T));
       // An array that holds nothing yet keeps its untouched pages.
-      if (count > 0 && !AllZeroBytes(moved + sizeof(T), count * sizeof(T)))
-        std::memcpy(&v[1], moved + sizeof(T), count * sizeof(T));
+      if (AllZeroBytes(reinterpret_cast<const std::byte*>(&v[1]), count * sizeof v[1])) return;
+      for (std::size_t c = 0; c < cycles.size(); ++c) {
+        const int first = cycles[c];
+        auto held = v[first];
+        int k = first;
+        for (; cycles[c + 1] != 0; k = cycles[++c]) v[k] = v[cycles[c + 1]];
+        v[k] = held;
+        ++c;  // past the 0
+      }
     });
   });
 }

@@ -234,14 +234,17 @@ void WeighAirways(Workspace& ws) {
   if (!comparable) return PlainWeightOrder(net);
   // The insertion walks each new airway past all lighter or equal ones: descending weight, and
   // among equals the later airway first. Sorting on that total order gives the same list.
-  std::vector<std::int16_t> order(static_cast<std::size_t>(n));
-  std::iota(order.begin(), order.end(), std::int16_t{1});
-  std::sort(order.begin(), order.end(), [&net](int a, int b) {
-    const float wa = net.ChordWeight[a];
-    const float wb = net.ChordWeight[b];
-    return wa > wb || (wa == wb && a > b);
+  // The weights sit beside their positions, so a comparison reads no further than its entries.
+  struct Weighed {
+    float weight;
+    int at;
+  };
+  std::vector<Weighed> order(static_cast<std::size_t>(n));
+  for (int i = 1; i <= n; ++i) order[i - 1] = {net.ChordWeight[i], i};
+  std::sort(order.begin(), order.end(), [](const Weighed& a, const Weighed& b) {
+    return a.weight > b.weight || (a.weight == b.weight && a.at > b.at);
   });
-  std::copy(order.begin(), order.end(), net.WeightOrder.begin() + 1);
+  for (int k = 1; k <= n; ++k) net.WeightOrder[k] = static_cast<std::int16_t>(order[k - 1].at);
 }
 
 void BuildMeshes(Workspace& ws, const std::function<void()>& beside) {

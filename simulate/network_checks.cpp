@@ -9,7 +9,6 @@
 #include <string>
 #include <vector>
 
-#include "core/number_format.h"
 
 namespace galeris {
 namespace {
@@ -134,10 +133,12 @@ int CheckDuplicatesAndReset(Workspace& ws, int errors) {
 }  // namespace
 
 int FindEntryPosition(const Network& net, Key key) {
+  // Half of a whole number, rounded half to even: RoundHalfEven(s / 2.0) in whole arithmetic.
+  const auto half = [](int s) { return (s >> 1) + ((s & 1) & ((s >> 1) & 1)); };
   const int n = net.BranchCount;
   int lower = 0;
   int upper = n + 1;
-  int probe = static_cast<int>(RoundHalfEven(n / 2.0));
+  int probe = half(n);
   for (;;) {
     if (net.EntryNodeId[probe] == key) return probe;
     // Keys run downward: a larger key at the probe means the wanted one lies further on.
@@ -148,7 +149,7 @@ int FindEntryPosition(const Network& net, Key key) {
     }
     if (upper - lower == 1) lower = upper;
     if (upper - lower < 1) return 0;
-    probe = static_cast<int>(RoundHalfEven((lower + upper) / 2.0));
+    probe = half(lower + upper);
   }
 }
 

@@ -82,30 +82,48 @@ int FirstEntryAt(const Network& net, Key key) {
   return static_cast<int>(it - net.EntryNodeId.begin());
 }
 
-// The airways j != i of each key, in ascending position: an index sorted by (key, position).
-std::vector<int> IndexByKey(const ZeroArray<Key>& keys, int count) {
-  std::vector<int> order(static_cast<std::size_t>(count));
-  for (int j = 1; j <= count; ++j) order[j - 1] = j;
-  std::sort(order.begin(), order.end(),
-            [&keys](int a, int b) { return keys[a] != keys[b] ? keys[a] < keys[b] : a < b; });
-  return order;
+// One end of every airway, sorted by (key, position): the airways at each key form a run, in
+// ascending position.
+struct EndAt {
+  Key key;
+  int at;
+};
+std::vector<EndAt> EndsByKey(const ZeroArray<Key>& keys, int count) {
+  std::vector<EndAt> ends(static_cast<std::size_t>(count));
+  for (int j = 1; j <= count; ++j) ends[j - 1] = {keys[j], j};
+  std::sort(ends.begin(), ends.end(), [](const EndAt& a, const EndAt& b) {
+    return a.key != b.key ? a.key < b.key : a.at < b.at;
+  });
+  return ends;
 }
 
-void LinkEnd(Network& net, const ZeroArray<Key>& own, const ZeroArray<Key>& other, int end,
+// Links each airway's own end to the airways j != i whose other end has the same key. The run
+// of each own key among the other ends is found by walking both sorted lists together.
+void LinkEnd(Network& net, const std::vector<EndAt>& own, const std::vector<EndAt>& other, int end,
              std::size_t& pos) {
-  const std::vector<int> order = IndexByKey(other, net.BranchCount);
-  for (int i = 1; i <= net.BranchCount; ++i) {
+  const int n = net.BranchCount;
+  std::vector<std::pair<int, int>> runOf(static_cast<std::size_t>(n) + 1);
+  std::size_t first = 0, last = 0;
+  for (std::size_t k = 0; k < own.size(); ++k) {
+    const Key key = own[k].key;
+    if (k == 0 || key != own[k - 1].key) {
+      first = last;
+      while (first < other.size() && other[first].key < key) ++first;
+      last = first;
+      while (last < other.size() && other[last].key == key) ++last;
+    }
+    runOf[static_cast<std::size_t>(own[k].at)] = {static_cast<int>(first), static_cast<int>(last)};
+  }
+  for (int i = 1; i <= n; ++i) {
     net.NodeLinkRange[i][end][1] = static_cast<std::int32_t>(pos);
-    const Key key = own[i];
-    auto first = std::lower_bound(order.begin(), order.end(), key,
-                                  [&other](int j, Key k) { return other[j] < k; });
-    for (auto it = first; it != order.end() && other[*it] == key; ++it) {
-      if (*it == i) continue;
+    for (int r = runOf[i].first; r < runOf[i].second; ++r) {
+      const int j = other[static_cast<std::size_t>(r)].at;
+      if (j == i) continue;
       if (pos >= net.NodeLinks.size())
         throw std::length_error(
             "Too many airways meet at the nodes of this network for the node links - increase "
             "the allowable branch numbers in the defaults settings");
-      net.NodeLinks[pos++] = static_cast<std::int16_t>(*it);
+      net.NodeLinks[pos++] = static_cast<std::int16_t>(j);
     }
     net.NodeLinkRange[i][end][2] = static_cast<std::int32_t>(pos) - 1;
   }
@@ -288,8 +306,10 @@ void ApplyFixedDirections(Workspace& ws) {
 void BuildNodeLinks(Workspace& ws) {
   Network& net = ws.net;
   std::size_t pos = 0;
-  LinkEnd(net, net.EntryNodeId, net.ExitNodeId, 1, pos);
-  LinkEnd(net, net.ExitNodeId, net.EntryNodeId, 2, pos);
+  const std::vector<EndAt> entries = EndsByKey(net.EntryNodeId, net.BranchCount);
+  const std::vector<EndAt> exits = EndsByKey(net.ExitNodeId, net.BranchCount);
+  LinkEnd(net, entries, exits, 1, pos);
+  LinkEnd(net, exits, entries, 2, pos);
 }
 
 double AirwayPressureDrop(const Network& net, int i) {

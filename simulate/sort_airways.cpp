@@ -3,7 +3,6 @@
 #include "simulate/sort_airways.h"
 
 #include <algorithm>
-#include <numeric>
 #include <string>
 #include <vector>
 
@@ -62,11 +61,22 @@ bool RemoveOrList(Workspace& ws, bool ask, const char* question, const char* tit
 void SortByNodeKeys(Network& net) {
   const int n = net.BranchCount;
   if (n < 2 || IsSorted(net)) return;
-  // A stable sort with the insertion sort's comparison gives its order, ties included.
+  // A stable sort with the insertion sort's comparison gives its order, ties included: here
+  // the position breaks the ties, and the keys sit beside it so that a comparison reads no
+  // further than the entry it compares.
+  struct Place {
+    Key entry, exit;
+    int at;
+  };
+  std::vector<Place> places(static_cast<std::size_t>(n));
+  for (int i = 1; i <= n; ++i) places[i - 1] = {net.EntryNodeId[i], net.ExitNodeId[i], i};
+  std::sort(places.begin(), places.end(), [](const Place& a, const Place& b) {
+    if (a.entry != b.entry) return a.entry > b.entry;
+    if (a.exit != b.exit) return a.exit > b.exit;
+    return a.at < b.at;
+  });
   std::vector<int> order(static_cast<std::size_t>(n) + 1);
-  std::iota(order.begin(), order.end(), 0);
-  std::stable_sort(order.begin() + 1, order.end(),
-                   [&net](int a, int b) { return KeysAbove(net, a, b); });
+  for (int k = 1; k <= n; ++k) order[k] = places[k - 1].at;
   std::vector<float> fromP(net.FromNodeP.begin(), net.FromNodeP.begin() + n + 1);
   std::vector<float> toP(net.ToNodeP.begin(), net.ToNodeP.begin() + n + 1);
   std::vector<float> smoke(net.SmokeTime.begin(), net.SmokeTime.begin() + n + 1);
