@@ -161,6 +161,8 @@ void SwapAirways(Network& net, int a, int b) {
   ForEachAirwayArray(net, [a, b](auto& v) { std::swap(v[a], v[b]); });
 }
 
+namespace {
+
 // The moves of a new order as cycles, each ended by a 0: along a cycle k1, k2, ..., kn every
 // slot takes the record of the next one, and kn takes what k1 held. Records that stay where
 // they are make no cycle.
@@ -180,6 +182,8 @@ std::vector<int> CyclesOf(const std::vector<int>& order) {
   }
   return cycles;
 }
+
+}  // namespace
 
 void ReorderAirways(Network& net, const std::vector<int>& order) {
   const std::size_t count = order.size() - 1;
