@@ -10,6 +10,7 @@
 // each airway without a fan the flow its own law gives for the pressure drop found.
 #include "simulate/newton_flows.h"
 
+#include <Eigen/OrderingMethods>
 #include <Eigen/SparseCholesky>
 #include <Eigen/SparseCore>
 #include <algorithm>
@@ -52,29 +53,59 @@ bool LockedChord(const Network& net, int i) {
   return net.EntryNodeNo[i] < 0 && net.ExitNodeNo[i] < 0;
 }
 
-// The pattern of the system with the unknowns numbered as given: the diagonal and, below it,
-// one entry per airway between two different unknowns.
-SparseMatrix LowerPattern(const std::vector<int>& entry, const std::vector<int>& exit, int count) {
-  std::vector<Eigen::Triplet<double>> pattern;
-  pattern.reserve(count + entry.size());
-  for (int k = 0; k < count; ++k) pattern.emplace_back(k, k, 0.0);
-  for (std::size_t k = 0; k < entry.size(); ++k) {
-    const int a = entry[k], b = exit[k];
-    if (a >= 0 && b >= 0 && a != b) pattern.emplace_back(std::max(a, b), std::min(a, b), 0.0);
+// Which triangle of the system a pattern holds.
+enum class Triangle { Upper, Both };
+
+// The pattern of the system with the unknowns numbered as given, with zero values: in every
+// column the diagonal and one entry per other unknown joined to it by an airway, in ascending
+// rows, within the triangle asked for. It is counted out column by column, as a compressed
+// matrix holds it, with no list of single entries to sort.
+SparseMatrix Pattern(const std::vector<int>& entry, const std::vector<int>& exit, int count,
+                     Triangle triangle) {
+  const auto forEachLink = [&](auto&& link) {
+    for (std::size_t k = 0; k < entry.size(); ++k) {
+      const int a = entry[k], b = exit[k];
+      if (a < 0 || b < 0 || a == b) continue;
+      link(std::min(a, b), std::max(a, b));  // row, column
+      if (triangle == Triangle::Both) link(std::max(a, b), std::min(a, b));
+    }
+  };
+  std::vector<int> start(static_cast<std::size_t>(count) + 1, 0);
+  for (int c = 0; c < count; ++c) start[c + 1] = 1;
+  forEachLink([&](int, int column) { ++start[column + 1]; });
+  for (int c = 0; c < count; ++c) start[c + 1] += start[c];
+  std::vector<int> rows(static_cast<std::size_t>(start[count]));
+  std::vector<int> filled(start.begin(), start.end() - 1);
+  for (int c = 0; c < count; ++c) rows[filled[c]++] = c;
+  forEachLink([&](int row, int column) { rows[filled[column]++] = row; });
+
+  SparseMatrix pattern(count, count);
+  pattern.resizeNonZeros(start[count]);
+  int* outer = pattern.outerIndexPtr();
+  int* inner = pattern.innerIndexPtr();
+  int used = 0;
+  outer[0] = 0;
+  for (int c = 0; c < count; ++c) {
+    const auto first = rows.begin() + start[c], last = rows.begin() + start[c + 1];
+    std::sort(first, last);
+    used = static_cast<int>(std::unique_copy(first, last, inner + used) - inner);
+    outer[c + 1] = used;
   }
-  SparseMatrix lower(count, count);
-  lower.setFromTriplets(pattern.begin(), pattern.end());
-  return lower;
+  pattern.resizeNonZeros(used);
+  std::fill(pattern.valuePtr(), pattern.valuePtr() + used, 0.0);
+  return pattern;
 }
 
 // Renumbers the unknowns in the order an approximate minimum degree ordering eliminates them,
 // the order the factorisation would otherwise take a permuted copy of the matrix in at every
-// iteration.
+// iteration. The ordering is given the whole symmetric pattern, counted out directly: its
+// public face would first add a triangle to its transpose, which takes as long as the ordering.
 void NumberInEliminationOrder(const std::vector<int>& entry, const std::vector<int>& exit,
                               int count, std::vector<int>& unknown) {
-  const SparseMatrix symmetric = LowerPattern(entry, exit, count).selfadjointView<Eigen::Lower>();
+  if (count == 0) return;
+  SparseMatrix symmetric = Pattern(entry, exit, count, Triangle::Both);
   Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, int> eliminated;
-  Eigen::AMDOrdering<int>()(symmetric, eliminated);
+  Eigen::internal::minimum_degree_ordering(symmetric, eliminated);
   if (eliminated.size() != count) return;
   const Eigen::PermutationMatrix<Eigen::Dynamic, Eigen::Dynamic, int> position =
       eliminated.inverse();
@@ -122,8 +153,7 @@ void BuildSystem(const Network& net, NodalSystem& sys) {
     if (a >= 0) sys.fixedInflow[a] -= net.Quantity[i];
     if (b >= 0) sys.fixedInflow[b] += net.Quantity[i];
   }
-  sys.matrix = LowerPattern(sys.entry, sys.exit, count).transpose();
-  sys.matrix.makeCompressed();
+  sys.matrix = Pattern(sys.entry, sys.exit, count, Triangle::Upper);
   sys.diagEntry.assign(m, nullptr);
   sys.diagExit.assign(m, nullptr);
   sys.offDiagonal.assign(m, nullptr);
