@@ -158,9 +158,35 @@ bool GrowForest(Workspace& ws) {
   return true;
 }
 
-// The next airway on the way to the root from airway v, taken in the sign's direction.
-int NextTowardRoot(const Network& net, int v) {
-  return v > 0 ? net.NodeParent[ExitNode(net, v)] : net.NodeParent[EntryNode(net, -v)];
+// The node above `node` in its tree, through the airway `up` that hangs it there: taken in
+// the sign's direction, a positive airway leads to its exit and a negative one to its entry.
+int UpperNode(const Network& net, int up) {
+  return up > 0 ? ExitNode(net, up) : EntryNode(net, -up);
+}
+
+// How many airways lie between every node and the root of its tree; empty when the parents
+// do not form trees.
+std::vector<int> NodeDepths(const Network& net) {
+  const int n = net.NodeCount;
+  std::vector<int> depth(static_cast<std::size_t>(n) + 1, -1);
+  std::vector<int> chain;
+  for (int first = 1; first <= n; ++first) {
+    chain.clear();
+    int node = first;
+    int above = -1;  // the depth of the node the chain hangs from; -1 above a root
+    while (depth[node] < 0) {
+      if (depth[node] == -2) return {};  // the chain came round to itself
+      depth[node] = -2;
+      chain.push_back(node);
+      const int up = net.NodeParent[node];
+      if (up == 0) break;
+      node = UpperNode(net, up);
+      if (node < 1 || node > n) return {};
+    }
+    if (depth[node] >= 0) above = depth[node];
+    for (auto k = chain.rbegin(); k != chain.rend(); ++k) depth[*k] = ++above;
+  }
+  return depth;
 }
 
 void MeshesFull(Workspace& ws) {
@@ -168,15 +194,19 @@ void MeshesFull(Workspace& ws) {
   ws.sim.SimStatus = 1;
 }
 
-// One mesh per chord. Where the first path sits is remembered per airway, so that the second
-// path finds the meeting point without scanning the mesh.
+// One mesh per chord: the chord, the tree airways up from its exit, and those up from its
+// entry taken back down. Both paths stop at the node where they meet, which the node depths
+// find without walking either path to the root; the limits fall where a walk to the root
+// with a search for the meeting airway would reach them.
 void BuildMeshList(Workspace& ws) {
   Network& net = ws.net;
   const long memberLimit =
       std::min<long>(20L * net.MaxAirways, static_cast<long>(net.MeshMember.size()) - 1);
   const int meshLimit = static_cast<int>(net.MeshStart.size()) - 2;
   const int pathLimit = static_cast<int>(net.MeshPath.size()) - 1;
-  std::vector<std::int32_t> firstPathAt(static_cast<std::size_t>(net.BranchCount) + 1, 0);
+  const std::vector<int> depth = NodeDepths(net);
+  if (depth.empty()) return MeshesFull(ws);
+  const auto upper = [&net](int node) { return UpperNode(net, net.NodeParent[node]); };
   int meshCount = 0;
   std::int32_t pos = 1;
   ws.sim.MeshCount = 0;
@@ -187,24 +217,32 @@ void BuildMeshList(Workspace& ws) {
     ws.sim.MeshCount = static_cast<std::int16_t>(meshCount);
     const std::int32_t start = pos;
     net.MeshStart[meshCount] = start;
-    for (int v = i; v != 0; v = NextTowardRoot(net, v)) {
-      net.MeshMember[pos] = static_cast<std::int16_t>(v);
-      firstPathAt[std::abs(v)] = pos;
-      ++pos;
-      if (pos > memberLimit) return MeshesFull(ws);
+    const int exitNode = ExitNode(net, i);
+    const int entryNode = EntryNode(net, i);
+    // The lowest node on both paths; 0 when they climb to different roots.
+    int a = exitNode, b = entryNode;
+    while (depth[a] > depth[b]) a = upper(a);
+    while (depth[b] > depth[a]) b = upper(b);
+    while (a != b && depth[a] > 0) {
+      a = upper(a);
+      b = upper(b);
     }
+    const int meet = a == b ? a : 0;
+
+    if (start + 1 + depth[exitNode] > memberLimit) return MeshesFull(ws);
+    net.MeshMember[pos++] = static_cast<std::int16_t>(i);
+    for (int node = exitNode; node != meet && net.NodeParent[node] != 0; node = upper(node))
+      net.MeshMember[pos++] = net.NodeParent[node];
     if (net.ExitNodeNo[i] < 0) net.MeshMember[start] = static_cast<std::int16_t>(-i);
 
     int count = 1;
-    for (int v = net.NodeParent[EntryNode(net, i)]; v != 0; v = NextTowardRoot(net, v)) {
+    for (int node = entryNode; node != meet && net.NodeParent[node] != 0; node = upper(node)) {
       if (count > pathLimit) return MeshesFull(ws);
-      net.MeshPath[count] = static_cast<std::int16_t>(v);
-      const std::int32_t q = firstPathAt[std::abs(v)];
-      if (q >= start && q < pos && net.MeshMember[q] == v) {
-        pos = q;  // the paths have met: the common part of the first path is cut off
-        break;
-      }
-      ++count;
+      net.MeshPath[count++] = net.NodeParent[node];
+    }
+    if (meet != 0 && net.NodeParent[meet] != 0) {  // the airway where the paths meet
+      if (count > pathLimit) return MeshesFull(ws);
+      net.MeshPath[count] = net.NodeParent[meet];
     }
     if (pos + count - 2 > memberLimit) return MeshesFull(ws);
     for (int k = count - 1; k >= 1; --k)
