@@ -8,6 +8,7 @@
 #include <condition_variable>
 #include <cstdint>
 #include <exception>
+#include <functional>
 #include <mutex>
 #include <string>
 #include <system_error>
@@ -33,6 +34,40 @@ class HelperStart {
   cpu_set_t everywhere_{}, elsewhere_{};
   bool usable_ = false;
 #endif
+};
+
+// One job run on another core while the caller goes on, from its making until its end, which
+// waits for the job. Where no thread can be started the job runs at once, on the caller. What
+// the job throws is dropped: it must leave its result unset when it fails.
+class BesideJob {
+ public:
+  explicit BesideJob(std::function<void()> job) : job_(std::move(job)) {
+    try {
+      thread_ = std::thread([this] {
+        start_.Anywhere();
+        Run();
+      });
+      start_.OffCaller(thread_);
+    } catch (const std::system_error&) {
+      Run();
+    }
+  }
+  BesideJob(const BesideJob&) = delete;
+  BesideJob& operator=(const BesideJob&) = delete;
+  ~BesideJob() {
+    if (thread_.joinable()) thread_.join();
+  }
+
+ private:
+  void Run() noexcept {
+    try {
+      job_();
+    } catch (...) {
+    }
+  }
+  HelperStart start_;
+  std::function<void()> job_;
+  std::thread thread_;
 };
 
 // How many parts to make of `items`: one per core, at most eight, none under `smallest` items.

@@ -11,7 +11,6 @@
 #include <numeric>
 #include <vector>
 
-#include "core/in_parts.h"
 #include "simulate/restrictions.h"
 
 namespace galeris {
@@ -285,7 +284,7 @@ void WeighAirways(Workspace& ws) {
   for (int k = 1; k <= n; ++k) net.WeightOrder[k] = static_cast<std::int16_t>(order[k - 1].at);
 }
 
-void BuildMeshes(Workspace& ws, const std::function<void()>& beside) {
+void BuildMeshes(Workspace& ws) {
   Network& net = ws.net;
   if (net.BranchCount < 1 || !NodesNumbered(net)) {
     ws.sim.SimStatus = 1;
@@ -294,13 +293,7 @@ void BuildMeshes(Workspace& ws, const std::function<void()>& beside) {
   if (!GrowForest(ws)) return;
   ReportRestrictions(ws);
   if (ws.sim.SimMode > 0) return;
-  if (!beside) return BuildMeshList(ws);
-  RunInParts(2, [&](int k) {
-    if (k == 0)
-      BuildMeshList(ws);
-    else
-      beside();
-  });
+  BuildMeshList(ws);
 }
 
 }  // namespace galeris

@@ -1,7 +1,6 @@
 // Choosing the spanning forest and building one mesh per chord.
 #pragma once
 
-#include <functional>
 
 #include "core/workspace.h"
 
@@ -16,9 +15,7 @@ void WeighAirways(Workspace& ws);
 
 // The spanning forest (lightest airways first), the restriction tests and dialogs, then, unless
 // a diagnostic mode asked only for the forest, one mesh per chord into MeshStart/MeshMember.
-// `beside`, when given, runs on a thread of its own while the meshes are listed: it may read
-// the forest's marks on the airways but must not ask or tell the user anything.
-void BuildMeshes(Workspace& ws, const std::function<void()>& beside = {});
+void BuildMeshes(Workspace& ws);
 
 inline constexpr const char* kMsgMeshesFull =
     "Number of meshes exceed reserved memory setting - please increase the allowable branch "

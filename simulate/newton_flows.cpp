@@ -40,7 +40,7 @@ struct NodalSystem {
   std::vector<int> airways;      // free airways
   std::vector<int> entry, exit;  // unknown index of each end, per free airway; -1 held
   std::vector<double*> diagEntry, diagExit, offDiagonal;
-  std::vector<double> fixedInflow;  // per unknown: flow the locked chords bring in
+  std::vector<int> unknownAt;       // per node: its unknown index; -1 held
   SparseMatrix matrix;
 };
 
@@ -51,6 +51,30 @@ int FindRoot(std::vector<int>& parent, int v) {
 
 bool LockedChord(const Network& net, int i) {
   return net.EntryNodeNo[i] < 0 && net.ExitNodeNo[i] < 0;
+}
+
+// The airways the forest locks when they are chords: a fixed quantity or a blockage keeps its
+// flow.
+bool LocksAsChord(const Network& net, const Defaults& defaults, int i) {
+  return (net.BranchCode[i] & Bit::FixedQuantity) || net.Resistance[i] >= defaults.HighResistance;
+}
+
+// The node numbers of the airways' ends, which the forest only marks with signs, and whether
+// each airway is locked by the rule given.
+template <class Locked>
+NewtonEnds EndsWith(const Network& net, Locked&& locked) {
+  NewtonEnds ends;
+  const int n = net.BranchCount;
+  ends.nodeCount = net.NodeCount;
+  ends.entry.resize(static_cast<std::size_t>(n) + 1);
+  ends.exit.resize(static_cast<std::size_t>(n) + 1);
+  ends.locked.resize(static_cast<std::size_t>(n) + 1);
+  for (int i = 1; i <= n; ++i) {
+    ends.entry[i] = std::abs(net.EntryNodeNo[i]);
+    ends.exit[i] = std::abs(net.ExitNodeNo[i]);
+    ends.locked[i] = locked(i);
+  }
+  return ends;
 }
 
 // Which triangle of the system a pattern holds.
@@ -115,17 +139,15 @@ void NumberInEliminationOrder(const std::vector<int>& entry, const std::vector<i
 
 // Fills sys in place: it keeps pointers into its own matrix, whose upper triangle holds the
 // system with the unknowns in elimination order.
-void BuildSystem(const Network& net, NodalSystem& sys) {
-  const int nodeCount = net.NodeCount;
-  const auto node = [&net](int i, bool atEntry) {
-    return std::abs(atEntry ? net.EntryNodeNo[i] : net.ExitNodeNo[i]);
-  };
+void BuildSystem(const NewtonEnds& ends, NodalSystem& sys) {
+  const int nodeCount = ends.nodeCount;
+  const auto node = [&ends](int i, bool atEntry) { return atEntry ? ends.entry[i] : ends.exit[i]; };
   // One node of every part joined by free airways stays at pressure 0: it takes up what the
   // others' continuity leaves, and fixes the level of the pressures.
   std::vector<int> parent(nodeCount + 1);
   std::iota(parent.begin(), parent.end(), 0);
-  for (int i = 1; i <= net.BranchCount; ++i) {
-    if (LockedChord(net, i)) continue;
+  for (int i = 1; i < static_cast<int>(ends.locked.size()); ++i) {
+    if (ends.locked[i]) continue;
     sys.airways.push_back(i);
     parent[FindRoot(parent, node(i, true))] = FindRoot(parent, node(i, false));
   }
@@ -145,14 +167,7 @@ void BuildSystem(const Network& net, NodalSystem& sys) {
   numberEnds();
   NumberInEliminationOrder(sys.entry, sys.exit, count, unknown);
   numberEnds();
-
-  sys.fixedInflow.assign(count, 0.0);
-  for (int i = 1; i <= net.BranchCount; ++i) {
-    if (!LockedChord(net, i)) continue;
-    const int a = unknown[node(i, true)], b = unknown[node(i, false)];
-    if (a >= 0) sys.fixedInflow[a] -= net.Quantity[i];
-    if (b >= 0) sys.fixedInflow[b] += net.Quantity[i];
-  }
+  sys.unknownAt = std::move(unknown);
   sys.matrix = Pattern(sys.entry, sys.exit, count, Triangle::Upper);
   sys.diagEntry.assign(m, nullptr);
   sys.diagExit.assign(m, nullptr);
@@ -181,6 +196,7 @@ using Factorisation =
 }  // namespace
 
 struct NewtonPlan {
+  NewtonEnds ends;
   NodalSystem sys;
   Factorisation solver;
 };
@@ -199,6 +215,15 @@ class NewtonIteration {
     change_.resize(m);
     trialFlow_.resize(m);
     rhs_.resize(sys_.matrix.rows());
+    // The flow the locked chords bring to each unknown node, at their present flows.
+    fixedInflow_ = Eigen::VectorXd::Zero(sys_.matrix.rows());
+    for (int i = 1; i <= net_.BranchCount; ++i) {
+      if (!LockedChord(net_, i)) continue;
+      const int a = sys_.unknownAt[std::abs(net_.EntryNodeNo[i])];
+      const int b = sys_.unknownAt[std::abs(net_.ExitNodeNo[i])];
+      if (a >= 0) fixedInflow_[a] -= net_.Quantity[i];
+      if (b >= 0) fixedInflow_[b] += net_.Quantity[i];
+    }
     pressure_ = Eigen::VectorXd::Zero(sys_.matrix.rows());
   }
 
@@ -315,7 +340,7 @@ class NewtonIteration {
   // Refills the matrix and the right-hand side about the present flows.
   void Linearise(double typicalFlow) {
     std::fill(sys_.matrix.valuePtr(), sys_.matrix.valuePtr() + sys_.matrix.nonZeros(), 0.0);
-    for (int k = 0; k < rhs_.size(); ++k) rhs_[k] = sys_.fixedInflow[k];
+    rhs_ = fixedInflow_;
     const float* r = net_.Resistance.data();
     for (std::size_t k = 0; k < flow_.size(); ++k) {
       const int i = sys_.airways[k];
@@ -341,15 +366,24 @@ class NewtonIteration {
   Network& net_;
   NodalSystem& sys_;
   std::vector<double> flow_, rise_, weight_, change_, trialFlow_;
-  Eigen::VectorXd rhs_, pressure_;
+  Eigen::VectorXd rhs_, pressure_, fixedInflow_;
   Factorisation& solver_;
 };
 
 }  // namespace
 
-std::shared_ptr<NewtonPlan> PlanNewton(const Network& net) {
+NewtonEnds NewtonEndsOf(const Network& net) {
+  return EndsWith(net, [&net](int i) { return LockedChord(net, i); });
+}
+
+NewtonEnds ExpectedNewtonEnds(const Network& net, const Defaults& defaults) {
+  return EndsWith(net, [&](int i) { return LocksAsChord(net, defaults, i); });
+}
+
+std::shared_ptr<NewtonPlan> PlanNewton(NewtonEnds ends) {
   auto plan = std::make_shared<NewtonPlan>();
-  BuildSystem(net, plan->sys);
+  plan->ends = std::move(ends);
+  BuildSystem(plan->ends, plan->sys);
   plan->solver.analyzePattern(plan->sys.matrix);
   return plan;
 }
@@ -361,7 +395,8 @@ void NewtonFlows(Workspace& ws, std::shared_ptr<NewtonPlan> plan) {
   SuperposeStartFlows(ws.net, run.MeshCount);
   run.Sweeps = 0;
   run.Converged = false;
-  if (!plan) plan = PlanNewton(ws.net);
+  NewtonEnds ends = NewtonEndsOf(ws.net);
+  if (!plan || plan->ends != ends) plan = PlanNewton(std::move(ends));
   NewtonIteration newton(ws, *plan);
   if (!newton.WarmUpIfCold()) {
     run.SimStatus = 1;

@@ -6,6 +6,7 @@
 #include <cstdlib>
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 
@@ -44,7 +45,9 @@ bool NewtonBalances(const Workspace& ws) {
 }
 
 // Checks, meshing and the diagnostic answers; false when the run ends here. On a large network
-// balanced by Newton, its system is planned beside the mesh list.
+// balanced by Newton, its system is planned on another core while the forest is grown and the
+// meshes listed, from the chords the forest locks as a rule; NewtonFlows plans again in the
+// rare case that it locked others.
 bool PrepareMeshes(Workspace& ws, std::shared_ptr<NewtonPlan>& plan) {
   SimRun& run = ws.sim;
   RebuildNodes(ws.net, ws.defaults, ws.ui);
@@ -60,14 +63,18 @@ bool PrepareMeshes(Workspace& ws, std::shared_ptr<NewtonPlan>& plan) {
     run.SimMode = kModeFindBulkheads;  // no later stage runs, and the error list stays
     return false;
   }
+  std::optional<BesideJob> planning;
+  if (NewtonBalances(ws) && ws.net.BranchCount >= kBesideAirways) {
+    planning.emplace([&plan, ends = ExpectedNewtonEnds(ws.net, ws.defaults)]() mutable {
+      plan = PlanNewton(std::move(ends));
+    });
+  }
   WeighAirways(ws);
   ShowSimProgress(ws, 40);
   if (Cancelled(ws)) return false;
   SetSimCaption(ws, "Meshing airways");
-  if (NewtonBalances(ws) && ws.net.BranchCount >= kBesideAirways)
-    BuildMeshes(ws, [&] { plan = PlanNewton(ws.net); });
-  else
-    BuildMeshes(ws);
+  BuildMeshes(ws);
+  planning.reset();
   ShowSimProgress(ws, 50);
   ws.ui.Yield();
   if (Cancelled(ws)) return false;
