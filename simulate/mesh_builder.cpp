@@ -6,8 +6,11 @@
 #include "simulate/mesh_builder.h"
 
 #include <algorithm>
+#include <array>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <numeric>
 #include <vector>
 
@@ -252,6 +255,19 @@ void BuildMeshList(Workspace& ws) {
 
 }  // namespace
 
+namespace {
+
+// A weight's bits as a whole number in the weights' order, -0 taken as 0: the sign flipped
+// for positive weights, every bit for negative ones.
+std::uint32_t OrderedBits(float weight) {
+  if (weight == 0) weight = 0;
+  std::uint32_t bits = 0;
+  std::memcpy(&bits, &weight, sizeof bits);
+  return (bits & 0x80000000u) != 0 ? ~bits : bits | 0x80000000u;
+}
+
+}  // namespace
+
 void WeighAirways(Workspace& ws) {
   Network& net = ws.net;
   const int n = net.BranchCount;
@@ -270,17 +286,22 @@ void WeighAirways(Workspace& ws) {
   }
   if (!comparable) return PlainWeightOrder(net);
   // The insertion walks each new airway past all lighter or equal ones: descending weight, and
-  // among equals the later airway first. Sorting on that total order gives the same list.
-  // The weights sit beside their positions, so a comparison reads no further than its entries.
+  // among equals the later airway first. A stable sort by descending weight of the airways
+  // taken last to first gives that list; here a radix sort, a byte of the weight at a time.
   struct Weighed {
-    float weight;
+    std::uint32_t key;  // larger weight, smaller key
     int at;
   };
-  std::vector<Weighed> order(static_cast<std::size_t>(n));
-  for (int i = 1; i <= n; ++i) order[i - 1] = {net.ChordWeight[i], i};
-  std::sort(order.begin(), order.end(), [](const Weighed& a, const Weighed& b) {
-    return a.weight > b.weight || (a.weight == b.weight && a.at > b.at);
-  });
+  std::vector<Weighed> order(static_cast<std::size_t>(n)), moved(order.size());
+  for (int i = n; i >= 1; --i) order[n - i] = {~OrderedBits(net.ChordWeight[i]), i};
+  for (int shift = 0; shift < 32 && n > 0; shift += 8) {
+    std::array<std::size_t, 257> next{};
+    for (const Weighed& w : order) ++next[((w.key >> shift) & 0xFF) + 1];
+    if (next[((order[0].key >> shift) & 0xFF) + 1] == order.size()) continue;  // one byte for all
+    for (std::size_t b = 1; b < next.size(); ++b) next[b] += next[b - 1];
+    for (const Weighed& w : order) moved[next[(w.key >> shift) & 0xFF]++] = w;
+    order.swap(moved);
+  }
   for (int k = 1; k <= n; ++k) net.WeightOrder[k] = static_cast<std::int16_t>(order[k - 1].at);
 }
 

@@ -3,6 +3,7 @@
 // locked chords, duplicates, dead ends and flagged surface ends) and on generated mines.
 #include <gtest/gtest.h>
 
+#include <limits>
 #include <random>
 #include <vector>
 
@@ -199,6 +200,28 @@ void ExpectSame(const Bench& fast, const Bench& plain, unsigned seed) {
   if (meshes == 0) return;
   for (int m = 1; m <= meshes + 1; ++m) ASSERT_EQ(a.MeshStart[m], b.MeshStart[m]) << m;
   for (int k = 1; k < a.MeshStart[meshes + 1]; ++k) ASSERT_EQ(a.MeshMember[k], b.MeshMember[k]);
+}
+
+// Weights the random networks seldom hold: both zeros, negatives, infinities, subnormals and
+// runs of equal weights, in random order.
+TEST(MeshReference, WeightOrderIsThePlainOneOnAwkwardWeights) {
+  const float awkward[] = {0.0f, -0.0f, -1.0f, -2.5f, 1e-40f, -1e-40f, 3.0f, 3.0f, 100000000.0f,
+                           std::numeric_limits<float>::infinity(),
+                           -std::numeric_limits<float>::infinity(), 0.5f};
+  std::mt19937 rng(5);
+  for (int trial = 0; trial < 50; ++trial) {
+    Bench fast, plain;
+    const int count = 2 + static_cast<int>(rng() % 300);
+    for (Bench* b : {&fast, &plain}) b->ws.net.BranchCount = static_cast<std::int16_t>(count);
+    for (int i = 1; i <= count; ++i) {
+      const float r = awkward[rng() % std::size(awkward)];
+      fast.ws.net.Resistance[i] = plain.ws.net.Resistance[i] = r;
+    }
+    WeighAirways(fast.ws);
+    reference::WeighAirways(plain.ws);
+    for (int k = 1; k <= count; ++k)
+      ASSERT_EQ(fast.ws.net.WeightOrder[k], plain.ws.net.WeightOrder[k]) << trial << " " << k;
+  }
 }
 
 TEST(MeshReference, FastFormsGiveThePlainResultsOnRandomNetworks) {

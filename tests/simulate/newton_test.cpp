@@ -116,7 +116,7 @@ double KeyedFlow(const Network& net, int i) {
 }
 
 // The variants on a small mine, and a mine large enough that the Newton system is planned
-// while the meshes are listed, and the self-check runs beside the node links.
+// while the forest is grown, and the self-check runs beside the node links.
 TEST(NewtonFlows, EqualsHardyCrossOnGeneratedMines) {
   std::vector<std::pair<const Variant*, int>> runs;
   for (const Variant& variant : kVariants) runs.emplace_back(&variant, 400);
