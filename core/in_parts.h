@@ -1,7 +1,8 @@
 // Work split into parts, one per core: the parts of a large file's records, read or written at
-// once. Part 0 runs on the calling thread, the others on threads of their own. And a stream of
+// once. Part 0 runs on the calling thread, the others on threads of their own. A stream of
 // pieces made on every core but used in order on the calling thread, as a file is written
-// while its later pieces are still being made.
+// while its later pieces are still being made. And one job run beside the caller. Every helper
+// thread starts on a core other than its caller's.
 #pragma once
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 #include <string>
 #include <system_error>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #if defined(__linux__)
@@ -21,15 +23,25 @@
 
 namespace galeris {
 
-// Helper threads start on a core other than their caller's (see in_parts.cpp): made before
-// the helpers, OffCaller(helper) just after each is made, and Anywhere() as each begins.
+// Starts helper threads on a core other than their caller's (see in_parts.cpp). Launch throws
+// std::system_error, as std::thread does, when no thread can be started.
 class HelperStart {
  public:
   HelperStart();
+  template <class F>
+  std::thread Launch(F&& body) const {
+    std::thread helper([this, body = std::forward<F>(body)]() mutable {
+      Anywhere();
+      body();
+    });
+    OffCaller(helper);
+    return helper;
+  }
+
+ private:
   void OffCaller(std::thread& helper) const;
   void Anywhere() const;
 
- private:
 #if defined(__linux__)
   cpu_set_t everywhere_{}, elsewhere_{};
   bool usable_ = false;
@@ -43,11 +55,7 @@ class BesideJob {
  public:
   explicit BesideJob(std::function<void()> job) : job_(std::move(job)) {
     try {
-      thread_ = std::thread([this] {
-        start_.Anywhere();
-        Run();
-      });
-      start_.OffCaller(thread_);
+      thread_ = start_.Launch([this] { Run(); });
     } catch (const std::system_error&) {
       Run();
     }
@@ -98,11 +106,7 @@ void RunInParts(int parts, F&& run) {
   const HelperStart start;
   for (int k = 1; k < parts; ++k) {
     try {
-      workers.emplace_back([&, k] {
-        start.Anywhere();
-        guarded(k);
-      });
-      start.OffCaller(workers.back());
+      workers.push_back(start.Launch([&guarded, k] { guarded(k); }));
     } catch (const std::system_error&) {
       here.push_back(k);
     }
@@ -175,12 +179,10 @@ bool MakeInOrder(int pieces, Make&& make, Use&& use) {
   const HelperStart start;
   for (int h = 1; h < PartCount(pieces, 1); ++h) {
     try {
-      helpers.emplace_back([&] {
-        start.Anywhere();
+      helpers.push_back(start.Launch([&makeOne] {
         while (makeOne()) {
         }
-      });
-      start.OffCaller(helpers.back());
+      }));
     } catch (const std::system_error&) {
       break;  // the calling thread makes them all
     }

@@ -13,6 +13,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <limits>
 #include <optional>
 
 #include "core/headless_ui.h"
@@ -659,25 +660,33 @@ void NetworkReader::Strict(int field, float& target) {
   target = static_cast<float>(v);
 }
 
-void NetworkReader::StrictWhole(int field, std::int32_t& target) {
+namespace {
+
+// The quick way of the whole-number fields: a plain whole number is stored as it stands, or
+// traps when it lies outside lowest..the largest of T. False when the field is no plain whole
+// number, which then takes the general way.
+template <class T>
+bool TakePlainWhole(NetworkReader& r, int field, long long lowest, T& target) {
   long long whole = 0;
-  if (PlainWhole(Field(field), whole)) {
-    if (whole < -2147483647 || whole > 2147483647) return Trap();
-    target = static_cast<std::int32_t>(whole);
-    return;
-  }
+  if (!PlainWhole(r.Field(field), whole)) return false;
+  if (whole < lowest || whole > std::numeric_limits<T>::max())
+    r.Trap();
+  else
+    target = static_cast<T>(whole);
+  return true;
+}
+
+}  // namespace
+
+void NetworkReader::StrictWhole(int field, std::int32_t& target) {
+  if (TakePlainWhole(*this, field, -2147483647, target)) return;
   double v = 0;
   if (!StrictNumber(Field(field), v) || std::fabs(v) > 2147483647.0) return Trap();
   target = static_cast<std::int32_t>(RoundHalfEven(v));
 }
 
 void NetworkReader::Whole(int field, std::int16_t& target) {
-  long long whole = 0;
-  if (PlainWhole(Field(field), whole)) {
-    if (whole < -32768 || whole > 32767) return Trap();
-    target = static_cast<std::int16_t>(whole);
-    return;
-  }
+  if (TakePlainWhole(*this, field, -32768, target)) return;
   const double v = Val(Field(field));
   if (!(std::fabs(v) < 1e9)) return Trap();
   const long long r = RoundHalfEven(v);
@@ -686,12 +695,7 @@ void NetworkReader::Whole(int field, std::int16_t& target) {
 }
 
 void NetworkReader::Whole(int field, std::int32_t& target) {
-  long long whole = 0;
-  if (PlainWhole(Field(field), whole)) {
-    if (whole < -2147483647 || whole > 2147483647) return Trap();
-    target = static_cast<std::int32_t>(whole);
-    return;
-  }
+  if (TakePlainWhole(*this, field, -2147483647, target)) return;
   const double v = Val(Field(field));
   if (!(std::fabs(v) <= 2147483647.0)) return Trap();
   target = static_cast<std::int32_t>(RoundHalfEven(v));

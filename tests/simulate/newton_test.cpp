@@ -15,6 +15,7 @@
 #include "core/headless_ui.h"
 #include "simulate/newton_flows.h"
 #include "simulate/simulate.h"
+#include "tests/simulate/mesh_fixture.h"
 #include "tools/mine_generator.h"
 
 namespace galeris {
@@ -157,17 +158,12 @@ TEST(NewtonFlows, EqualsHardyCrossOnGeneratedMines) {
 // A plan made for other locked chords than the forest left is not used: the flows are those
 // of a run that planned for itself.
 TEST(NewtonFlows, APlanForOtherLocksIsMadeAgain) {
-  Solved given, own;
-  for (Solved* s : {&given, &own}) {
-    GenerateMine(s->ws, 400, 7);
-    Workspace& ws = s->ws;
-    RebuildNodes(ws.net, ws.defaults, ws.ui);
-    SortAirways(ws);
-    CheckNetwork(ws);
-    WeighAirways(ws);
-    BuildMeshes(ws);
-    BuildSimCurves(ws);
-    ASSERT_EQ(ws.sim.SimStatus, 0);
+  test::MeshFixture given, own;
+  for (test::MeshFixture* f : {&given, &own}) {
+    GenerateMine(f->ws, 400, 7);
+    f->Mesh();
+    BuildSimCurves(f->ws);
+    ASSERT_EQ(f->ws.sim.SimStatus, 0);
   }
   NewtonEnds other = NewtonEndsOf(given.ws.net);
   other.locked[Find(given.ws.net, [&](int i) { return other.locked[i] == 0; })] = 1;
