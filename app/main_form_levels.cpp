@@ -9,7 +9,7 @@
 
 #include "app/frm_window.h"
 #include "app/main_form.h"
-#include "core/level_list.h"
+#include "editors/logic/level_list.h"
 #include "editors/frm_options.h"
 #include "editors/frm_range.h"
 #include "editors/frm_rl_base.h"

@@ -3,7 +3,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/bench_mine.h"
-#include "core/airway_sheet.h"
+#include "editors/logic/airway_sheet.h"
 #include "files/undo_journal.h"
 
 namespace galeris {

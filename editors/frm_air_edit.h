@@ -1,12 +1,12 @@
 // frmAirEdit ("Airway Edit"): every stored property of one airway, or of all selected airways
 // at once. The dialog only moves values between its controls and the engine's rules
-// (core/airway_edit.h), which check and commit them.
+// (editors/logic/airway_edit.h), which check and commit them.
 #pragma once
 
 #include <QDialog>
 #include <QHash>
 
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 #include "core/workspace.h"
 
 class QCheckBox;

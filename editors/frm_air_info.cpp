@@ -8,7 +8,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 #include "editors/form_printing.h"
 #include "editors/frm_air_edit.h"
 #include "view/qt/qpainter_canvas.h"

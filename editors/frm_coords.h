@@ -6,7 +6,7 @@
 #include <array>
 #include <optional>
 
-#include "core/coord_entry.h"
+#include "editors/logic/coord_entry.h"
 #include "core/workspace.h"
 
 class QCheckBox;

@@ -18,8 +18,8 @@
 #include <QTableWidget>
 #include <QVBoxLayout>
 
-#include "core/airway_edit.h"
-#include "core/grid_text.h"
+#include "editors/logic/airway_edit.h"
+#include "editors/logic/grid_text.h"
 #include "editors/form_printing.h"
 #include "editors/grid_edit.h"
 #include "files/fan_database.h"

@@ -1,6 +1,6 @@
 // frmFanData ("Fan List"): the network's fan types, their ten curve points, the chart of the
 // curves and the estimate of one pressure curve from the other. The grid's rules are core's
-// (core/fan_grid.h); Cancel without saving puts the fans back as they were.
+// (editors/logic/fan_grid.h); Cancel without saving puts the fans back as they were.
 #pragma once
 
 #include <QDialog>
@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "core/fan_grid.h"
+#include "editors/logic/fan_grid.h"
 #include "core/workspace.h"
 
 class QCheckBox;

@@ -10,7 +10,7 @@
 #include <QRadioButton>
 #include <QScrollBar>
 
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 #include "files/lifecycle.h"
 
 namespace galeris {

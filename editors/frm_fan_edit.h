@@ -4,7 +4,7 @@
 
 #include <QDialog>
 
-#include "core/fan_edit.h"
+#include "editors/logic/fan_edit.h"
 #include "core/workspace.h"
 
 class QComboBox;

@@ -5,7 +5,7 @@
 #include <QHBoxLayout>
 #include <QPushButton>
 
-#include "core/level_list.h"
+#include "editors/logic/level_list.h"
 
 namespace galeris {
 

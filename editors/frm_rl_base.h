@@ -5,7 +5,7 @@
 #include <QDialog>
 #include <functional>
 
-#include "core/level_list.h"
+#include "editors/logic/level_list.h"
 #include "core/workspace.h"
 
 class QTableWidget;

@@ -5,7 +5,7 @@
 #include <QListWidget>
 #include <QPushButton>
 
-#include "core/level_list.h"
+#include "editors/logic/level_list.h"
 
 namespace galeris {
 

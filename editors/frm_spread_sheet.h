@@ -1,5 +1,5 @@
 // frmSpreadSheet ("SpreadSheet"): the whole network as one grid over core's working copy
-// (core/airway_sheet.h). The grid is a table model over the copy's rows, so that a mine of
+// (editors/logic/airway_sheet.h). The grid is a table model over the copy's rows, so that a mine of
 // 30 000 airways opens and scrolls at once; nothing reaches the store until Save Changes.
 #pragma once
 
@@ -8,7 +8,7 @@
 #include <array>
 #include <functional>
 
-#include "core/airway_sheet.h"
+#include "editors/logic/airway_sheet.h"
 #include "core/workspace.h"
 
 class QPrinter;

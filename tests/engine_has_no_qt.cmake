@@ -1,6 +1,6 @@
 # Fails when an engine source includes Qt or the command-line tool links a Qt library.
 set(found "")
-foreach(dir core files simulate view exchange realtime tools cli)
+foreach(dir core files simulate view exchange realtime tools editors/logic cli)
   file(GLOB sources ${SOURCE}/${dir}/*.cpp ${SOURCE}/${dir}/*.h)
   foreach(f ${sources})
     file(STRINGS ${f} hits REGEX "^[ \t]*#[ \t]*include[ \t]*[<\"]Q")

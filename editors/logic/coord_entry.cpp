@@ -1,9 +1,9 @@
 // Coordinate entry.
-#include "core/coord_entry.h"
+#include "editors/logic/coord_entry.h"
 
 #include <cmath>
 
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 #include "core/number_format.h"
 #include "core/ui_port.h"
 

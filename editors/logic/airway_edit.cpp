@@ -1,5 +1,5 @@
 // The airway editor's rules: loading the fields from the store, checking and committing them.
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 
 #include <algorithm>
 #include <cctype>

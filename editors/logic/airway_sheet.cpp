@@ -1,15 +1,15 @@
 // The airway spreadsheet's working copy and its rules.
-#include "core/airway_sheet.h"
+#include "editors/logic/airway_sheet.h"
 
 #include <algorithm>
 #include <cctype>
 #include <cmath>
 #include <numeric>
 
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 #include "core/airway_values.h"
-#include "core/fan_grid.h"
-#include "core/grid_text.h"
+#include "editors/logic/fan_grid.h"
+#include "editors/logic/grid_text.h"
 #include "core/number_format.h"
 
 namespace galeris {

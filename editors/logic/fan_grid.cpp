@@ -1,11 +1,11 @@
 // The fan list editor's rules.
-#include "core/fan_grid.h"
+#include "editors/logic/fan_grid.h"
 
 #include <algorithm>
 #include <cmath>
 #include <vector>
 
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 
 namespace galeris {
 namespace {

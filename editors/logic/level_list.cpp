@@ -1,4 +1,4 @@
-#include "core/level_list.h"
+#include "editors/logic/level_list.h"
 
 #include <algorithm>
 #include <cmath>

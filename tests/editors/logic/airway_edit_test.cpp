@@ -1,6 +1,6 @@
 // The airway editor's commit, the fan dialog's commit and coordinate entry: shapes and presets
 // against the square law, multiple mode, the journal, and bad input that writes nothing.
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 
 #include <gtest/gtest.h>
 
@@ -8,8 +8,8 @@
 #include <functional>
 
 #include "core/airway_values.h"
-#include "core/coord_entry.h"
-#include "core/fan_edit.h"
+#include "editors/logic/coord_entry.h"
+#include "editors/logic/fan_edit.h"
 #include "core/headless_ui.h"
 #include "tests/support/test_support.h"
 

@@ -1,11 +1,11 @@
 // The spreadsheet's working copy against the store: edits, fixes, sort, paste, insert, delete,
 // find and replace, and the save as one undoable action that leaves untouched airways alone.
-#include "core/airway_sheet.h"
+#include "editors/logic/airway_sheet.h"
 
 #include <gtest/gtest.h>
 
 #include "core/airway_values.h"
-#include "core/fan_grid.h"
+#include "editors/logic/fan_grid.h"
 #include "core/headless_ui.h"
 #include "tests/support/test_support.h"
 

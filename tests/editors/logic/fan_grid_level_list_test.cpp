@@ -7,9 +7,9 @@
 
 #include <cmath>
 
-#include "core/fan_grid.h"
+#include "editors/logic/fan_grid.h"
 #include "core/headless_ui.h"
-#include "core/level_list.h"
+#include "editors/logic/level_list.h"
 #include "core/units.h"
 
 namespace galeris {

@@ -1,9 +1,9 @@
 // The fan dialog's load and commit.
-#include "core/fan_edit.h"
+#include "editors/logic/fan_edit.h"
 
 #include <algorithm>
 
-#include "core/airway_edit.h"
+#include "editors/logic/airway_edit.h"
 #include "core/number_format.h"
 
 namespace galeris {

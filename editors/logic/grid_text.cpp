@@ -1,5 +1,5 @@
 // Clipboard text of cell blocks.
-#include "core/grid_text.h"
+#include "editors/logic/grid_text.h"
 
 namespace galeris {
 
