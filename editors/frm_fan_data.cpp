@@ -41,7 +41,7 @@ QString Q(const std::string& s) {
 bool ShowFanData(Workspace& ws, QWidget* parent) {
   FrmFanData form(ws, parent);
   form.exec();
-  return form.Saved();
+  return form.StoreChanged();
 }
 
 FanPicture::FanPicture(const Workspace& ws, QWidget* parent) : QWidget(parent), ws_(ws) {
@@ -59,12 +59,6 @@ void FanPicture::paintEvent(QPaintEvent*) {
 FrmFanData::FrmFanData(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(ws) {
   setObjectName("frmFanData");
   setWindowTitle("Fan List");
-  const Network& net = ws.net;
-  oldName_ = net.FanName;
-  oldDiameter_ = net.FanDiameter;
-  oldQ_ = net.CurveQ;
-  oldP_ = net.CurveP;
-  oldEff_ = net.CurveEff;
   BuildControls();
   BuildMenus();
   FillFanList();
@@ -138,7 +132,12 @@ void FrmFanData::BuildControls() {
 
   connect(FanList, &QListWidget::currentRowChanged, this, [this](int row) {
     if (loading_ || row < 0) return;
-    StoreGrid();
+    if (!StoreGrid()) {  // the list stays on the fan with the bad cell
+      loading_ = true;
+      FanList->setCurrentRow(currentFan_ - 1);
+      loading_ = false;
+      return;
+    }
     ShowFan(row + 1);
   });
   connect(TxtFanName, &QLineEdit::textEdited, this, [this](const QString& text) {
@@ -237,13 +236,20 @@ void FrmFanData::ShowCurveColumns() {
   }
 }
 
-bool FrmFanData::StoreGrid() {
+bool FrmFanData::StoreGrid(bool quiet) {
   FanGridText grid{};
   for (int k = 1; k <= kFanPoints; ++k)
     for (int c = 0; c < FanColumn::Count; ++c) {
       const QTableWidgetItem* item = Spreadsheet->item(k - 1, c + 1);
       grid[k][c] = item ? item->text().toStdString() : std::string();
     }
+  if (const std::optional<FanGridCell> bad = UnreadableFanCell(grid)) {
+    if (quiet) return false;
+    ws_.ui.Inform(kMsgNumberFormat);
+    Spreadsheet->setCurrentCell(bad->row - 1, bad->column + 1);
+    Spreadsheet->setFocus();
+    return false;
+  }
   std::string name = TxtFanName->text().toStdString();
   if (!StoreFanGrid(ws_, currentFan_, grid, checks_.staticEmpty, name)) return false;
   loading_ = true;
@@ -257,7 +263,7 @@ bool FrmFanData::StoreGrid() {
 void FrmFanData::GridEdited() {
   if (loading_) return;
   FanChanged = true;
-  StoreGrid();
+  StoreGrid(true);
 }
 
 void FrmFanData::Estimate(bool total, bool all) {
@@ -307,28 +313,32 @@ void FrmFanData::ExitFan() {
   CommitOpenEditor(Spreadsheet);
   if (!StoreGrid()) return;
   FixZeroEfficiency(ws_, currentFan_);
-  if (FanChanged) MarkNetworkChanged(ws_);
-  FanChanged = false;
-  saved_ = true;
-  accept();
+  Close(true);
 }
 
 void FrmFanData::reject() {
-  if (FanChanged && ws_.ui.AskYesNo("Save fan changes to network ?", "Save changes")) {
-    ExitFan();
-    if (saved_) return;
+  if (!FanChanged) {
+    QDialog::reject();
+    return;
   }
-  RestoreFans();
-  QDialog::reject();
+  // Yes saves as ExitFan does, and stays open when the grid cannot be stored; No closes and
+  // leaves in the store what list clicks, estimates and deletes already put there.
+  if (ws_.ui.AskYesNo("Save fan changes to network ?", "Save changes"))
+    ExitFan();
+  else
+    Close(false);
 }
 
-void FrmFanData::RestoreFans() {
-  Network& net = ws_.net;
-  net.FanName = oldName_;
-  net.FanDiameter = oldDiameter_;
-  net.CurveQ = oldQ_;
-  net.CurveP = oldP_;
-  net.CurveEff = oldEff_;
+void FrmFanData::Close(bool saved) {
+  if (FanChanged) {
+    MarkNetworkChanged(ws_);
+    storeChanged_ = true;
+  }
+  FanChanged = false;
+  if (saved)
+    accept();
+  else
+    QDialog::reject();
 }
 
 void FrmFanData::SaveAsDefault() {

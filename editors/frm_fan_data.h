@@ -1,6 +1,6 @@
 // frmFanData ("Fan List"): the network's fan types, their ten curve points, the chart of the
 // curves and the estimate of one pressure curve from the other. The grid's rules are core's
-// (editors/logic/fan_grid.h); Cancel without saving puts the fans back as they were.
+// (editors/logic/fan_grid.h). What list clicks, estimates and deletes stored stays stored.
 #pragma once
 
 #include <QDialog>
@@ -48,9 +48,10 @@ class FrmFanData : public QDialog {
 
  public:
   explicit FrmFanData(Workspace& ws, QWidget* parent = nullptr);
-  bool Saved() const { return saved_; }
+  bool StoreChanged() const { return storeChanged_; }
   int CurrentFan() const { return currentFan_; }
-  // ExitFan: the grid is stored, zero efficiencies mended, and the form closes.
+  // ExitFan: the grid is stored, zero efficiencies mended, and the form closes; a grid that
+  // cannot be stored keeps the form open on its bad cell.
   void ExitFan();
 
  protected:
@@ -63,27 +64,22 @@ class FrmFanData : public QDialog {
   void FillFanList();
   void ShowFan(int fan);
   void ShowCurveColumns();
-  bool StoreGrid();
+  // The grid into the fan slot; `quiet` while the user types: an unreadable cell then waits.
+  bool StoreGrid(bool quiet = false);
   void GridEdited();
   void Estimate(bool total, bool all);
   void DeleteFan();
   void SaveAsDefault();
   void CopyCells();
   void PasteCells();
-  void RestoreFans();
+  void Close(bool saved);  // marks the network changed when the fans were
 
   Workspace& ws_;
   int currentFan_ = 1;
   bool loading_ = false;
   bool FanChanged = false;
-  bool saved_ = false;
+  bool storeChanged_ = false;
   FanCurveChecks checks_;
-  // The fans as they were when the form opened, for a Cancel that does not save.
-  std::vector<std::string> oldName_;
-  std::vector<float> oldDiameter_;
-  decltype(Network::CurveQ) oldQ_;
-  decltype(Network::CurveP) oldP_;
-  decltype(Network::CurveEff) oldEff_;
 
   QListWidget* FanList;
   QLineEdit *TxtFanName, *TxtOutDiam;

@@ -60,22 +60,32 @@ FanGridText FanGridOf(const Workspace& ws, int fan) {
   return grid;
 }
 
+std::optional<FanGridCell> UnreadableFanCell(const FanGridText& grid) {
+  for (int k = 1; k <= kFanPoints; ++k)
+    for (int c = 0; c < FanColumn::Count; ++c) {
+      const std::string& text = grid[k][c];
+      if (text.find_first_not_of(' ') == std::string::npos) continue;
+      const std::optional<double> v = ReadNumber(text);
+      if (!v || !std::isfinite(*v)) return FanGridCell{k, c};
+    }
+  return std::nullopt;
+}
+
 std::optional<FanGridScale> StoreFanGrid(Workspace& ws, int fan, const FanGridText& grid,
                                          bool staticEmpty, std::string& name) {
   if (!ValidFan(ws.net, fan)) return std::nullopt;
-  // Read every cell before anything is stored, so that a bad one leaves the slot alone.
+  // Every cell is read before anything is stored, so that a bad one leaves the slot alone.
+  if (UnreadableFanCell(grid)) {
+    ws.ui.Inform(kMsgNumberFormat);
+    return std::nullopt;
+  }
   std::vector<FanPoint> points(kFanPoints);
   std::array<double, FanColumn::Count> last{};
   for (int k = 1; k <= kFanPoints; ++k) {
     for (int c = 0; c < FanColumn::Count; ++c) {
       const std::string& text = grid[k][c];
       if (text.find_first_not_of(' ') == std::string::npos) continue;  // keeps the previous
-      const std::optional<double> v = ReadNumber(text);
-      if (!v || !std::isfinite(*v)) {
-        ws.ui.Inform(kMsgNumberFormat);
-        return std::nullopt;
-      }
-      last[c] = *v;
+      last[c] = *ReadNumber(text);
     }
     FanPoint& p = points[k - 1];
     p.ps = FromDisplay(ws.units, last[FanColumn::Static], Unit::Pressure);
@@ -90,11 +100,6 @@ std::optional<FanGridScale> StoreFanGrid(Workspace& ws, int fan, const FanGridTe
                    [&](const FanPoint& a, const FanPoint& b) { return key(a) > key(b); });
   for (int k = 1; k < kFanPoints; ++k)
     if (points[k].q == 0 && key(points[k]) == 0) points[k] = points[k - 1];
-  for (int k = 1; k < kFanPoints; ++k)
-    if (points[k].q < points[k - 1].q) {
-      ws.ui.Inform(kMsgFallingFlows, "Fan List", MsgIcon::Exclamation);
-      return std::nullopt;
-    }
 
   FanGridScale scale;
   Network& net = ws.net;

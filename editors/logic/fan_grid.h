@@ -43,12 +43,19 @@ struct FanGridScale {
   double MaxQ = 0, MaxP = 0;
 };
 
+// The first cell (row 1..10, column) that is not a number, if any.
+struct FanGridCell {
+  int row = 0, column = 0;
+};
+std::optional<FanGridCell> UnreadableFanCell(const FanGridText& grid);
+
 // Stores the grid into the fan slot: an empty cell takes the previous row's value, negative
 // flows and efficiencies become 0, efficiencies above 100 become 100; the rows are put in
 // order of falling pressure (total pressure when the static curve is empty) and trailing
-// unused points repeat the last real point. A fan with data and no name is named "Fan #" and
-// its number; `name` carries the name box's text in and out. An unreadable cell, or flows that
-// fall as the pressure falls, give a message and leave the slot as it was: nothing then.
+// unused points repeat the last real point. A catalogue curve with a stall hump keeps its
+// points as they sort. A fan with data and no name is named "Fan #" and its number; `name`
+// carries the name box's text in and out. An unreadable cell gives a message and leaves the
+// slot as it was: nothing then.
 std::optional<FanGridScale> StoreFanGrid(Workspace& ws, int fan, const FanGridText& grid,
                                          bool staticEmpty, std::string& name);
 
@@ -70,7 +77,5 @@ std::string FanDiameterText(const UnitTable& units, float diameter);
 std::optional<float> ReadFanDiameter(const UnitTable& units, const std::string& text);
 
 inline constexpr const char* kMsgNumberFormat = "Error in Number Format";
-inline constexpr const char* kMsgFallingFlows =
-    "The flows of a fan curve must rise as its pressure falls - the fan was not changed";
 
 }  // namespace galeris

@@ -1,5 +1,5 @@
-// The rules of two list editors. The fan list: the stored grid (order, repeats, clamps,
-// refusals), the curve estimates against Int(Pt - VP) and Int(Ps + VP), and the
+// The rules of two list editors. The fan list: the stored grid (order, repeats, clamps, an
+// unreadable cell, a stall hump), the curve estimates against Int(Pt - VP) and Int(Ps + VP), and the
 // zero-efficiency check. The Level List: clipping with its asymmetry, exchange, the end of the
 // table, the "SURFACE" rule, the surface warning, the sort, refused input, ranges and the
 // six-level choice.
@@ -60,26 +60,33 @@ TEST_F(FanGrid, StoresSortedRepeatedAndClamped) {
   EXPECT_EQ(std::pair(scale->MaxQ, scale->MaxP), std::pair(40.0, 2000.0));
 }
 
-TEST_F(FanGrid, RefusedGridsLeaveTheSlotAlone) {
+TEST_F(FanGrid, AnUnreadableCellLeavesTheSlotAlone) {
   SetCurve(2, 1.5f);
   const Network before = ws.net;
-  struct Case {
-    FanGridText grid;
-    const char* message;
-  } cases[] = {
-      {Grid({{"1000", "1100", "ten", "50"}}), kMsgNumberFormat},
-      // Pressure falls while the flow falls too.
-      {Grid({{"2000", "2100", "30", "50"}, {"1000", "1100", "10", "60"}}), kMsgFallingFlows},
-  };
-  for (const Case& c : cases) {
-    ui.ClearRecords();
-    std::string name = "Main";
-    EXPECT_FALSE(StoreFanGrid(ws, 2, c.grid, false, name));
-    EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{c.message});
-    EXPECT_EQ(ws.net.CurveQ[2], before.CurveQ[2]);
-    EXPECT_EQ(ws.net.CurveP[2], before.CurveP[2]);
-    EXPECT_EQ(ws.net.FanName[2], before.FanName[2]);
-  }
+  const FanGridText grid = Grid({{"1000", "1100", "10", "50"}, {"900", "1000", "ten", "50"}});
+  const std::optional<FanGridCell> bad = UnreadableFanCell(grid);
+  ASSERT_TRUE(bad);
+  EXPECT_EQ(std::pair(bad->row, bad->column), std::pair(2, int(FanColumn::Quantity)));
+  std::string name = "Main";
+  EXPECT_FALSE(StoreFanGrid(ws, 2, grid, false, name));
+  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{kMsgNumberFormat});
+  EXPECT_EQ(ws.net.CurveQ[2], before.CurveQ[2]);
+  EXPECT_EQ(ws.net.CurveP[2], before.CurveP[2]);
+  EXPECT_EQ(ws.net.FanName[2], before.FanName[2]);
+}
+
+TEST_F(FanGrid, AStallHumpIsStoredAsItSorts) {
+  // Pressure rises to a peak at 20 m3/s before it falls: the catalogue curve of an axial fan.
+  const FanGridText grid = Grid({{"1500", "1600", "10", "40"},
+                                 {"1800", "1900", "20", "60"},
+                                 {"1600", "1700", "30", "75"},
+                                 {"1000", "1100", "40", "70"}});
+  std::string name = "Axial";
+  ASSERT_TRUE(StoreFanGrid(ws, 2, grid, false, name));
+  EXPECT_TRUE(ui.MessageTexts().empty());
+  const float expectQ[] = {20, 30, 10, 40, 40};
+  for (int k = 1; k <= 5; ++k) EXPECT_EQ(ws.net.CurveQ[2][k], expectQ[k - 1]) << k;
+  EXPECT_EQ(ws.net.CurveP[2][1][1], 1800);
 }
 
 TEST_F(FanGrid, EstimatesFollowTheVelocityPressure) {
