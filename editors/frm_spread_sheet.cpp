@@ -192,9 +192,11 @@ void FrmSpreadSheet::BuildMenus() {
   add(edit, "mnuInsert", "Insert Row Before", [this] { Insert(false); });
   add(edit, "mnuInsert2", "Insert Row After", [this] { Insert(true); });
   add(edit, "mnuDelete", "Delete Row", [this] {
+    CommitOpenEditor(Spreadsheet);
     const Block b = Selection();
-    DeleteRows(sheet_, b.top, b.bottom);
+    const std::optional<SheetCell> bad = DeleteRows(ws_, sheet_, b.top, b.bottom);
     model_->Refresh();
+    if (bad && bad->row >= 0) GoTo(bad->row, bad->column);
   });
 
   QMenu* search = bar->addMenu("&Search");

@@ -536,14 +536,25 @@ int PasteBlock(Workspace& ws, AirwaySheet& sheet, int row, int column, const std
   return static_cast<int>(block.size());
 }
 
-void DeleteRows(AirwaySheet& sheet, int firstRow, int lastRow) {
+std::optional<SheetCell> DeleteRows(Workspace& ws, AirwaySheet& sheet, int firstRow,
+                                   int lastRow) {
   firstRow = std::max(firstRow, 0);
   lastRow = std::min(lastRow, static_cast<int>(sheet.rows.size()) - 1);
-  if (firstRow > lastRow) return;
-  for (int r = firstRow; r <= lastRow; ++r)
-    if (sheet.rows[r].airway != 0) sheet.deleted.push_back(sheet.rows[r].airway);
+  if (firstRow > lastRow) return std::nullopt;
+  const bool block = firstRow < lastRow;
+  const SheetRow& first = sheet.rows[firstRow];
+  const std::string question =
+      block ? kMsgDeleteRows
+            : "Airway " + first.cell[C::No] + " " + first.cell[C::Name] + "\n" + kMsgDeleteBranch;
+  if (!ws.ui.AskYesNo(question, block ? "Delete multiple rows" : "Delete")) return std::nullopt;
+  // The pending edits first, so that every row has its airway in the store. A save that drops
+  // airways at the origin refills the rows; the user then sees them before deleting.
+  const std::size_t rows = sheet.rows.size();
+  if (std::optional<SheetCell> bad = SaveSheet(ws, sheet)) return bad;
+  if (sheet.rows.size() != rows) return std::nullopt;
+  for (int r = firstRow; r <= lastRow; ++r) sheet.deleted.push_back(sheet.rows[r].airway);
   sheet.rows.erase(sheet.rows.begin() + firstRow, sheet.rows.begin() + lastRow + 1);
-  sheet.SheetDirty = true;
+  return SaveSheet(ws, sheet);
 }
 
 void SortSheet(AirwaySheet& sheet, int column, bool ascending) {

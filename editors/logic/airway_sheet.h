@@ -95,8 +95,10 @@ int PasteBlock(Workspace& ws, AirwaySheet& sheet, int row, int column, const std
 // Adds `count` empty rows before `row` (row == rows.size() appends); false when the store
 // would overflow.
 bool InsertRows(Workspace& ws, AirwaySheet& sheet, int row, int count);
-// Removes rows from the copy; their airways are deleted by the next save.
-void DeleteRows(AirwaySheet& sheet, int firstRow, int lastRow);
+// mnuDelete: asks first (once for a block of rows, or naming the one airway), then saves the
+// pending edits and deletes the rows' airways from the store. A refused save comes back as
+// SaveSheet gives it, and nothing is deleted; No changes nothing.
+std::optional<SheetCell> DeleteRows(Workspace& ws, AirwaySheet& sheet, int firstRow, int lastRow);
 
 // Sorts all rows by a column; the fix marks travel with their rows.
 void SortSheet(AirwaySheet& sheet, int column, bool ascending);
@@ -109,6 +111,8 @@ int ReplaceInColumn(AirwaySheet& sheet, int column, const std::string& search,
                     const std::string& replacement);
 
 inline constexpr const char* kMsgSaveSheet = "Save spreadsheet changes to network ?";
+inline constexpr const char* kMsgDeleteRows = "Permanently delete row selections ?";
+inline constexpr const char* kMsgDeleteBranch = "Permanently delete branch ?";
 inline constexpr const char* kMsgFixedFlowPressure = "Cannot fix this pressure due to fixed flow";
 inline constexpr const char* kMsgCalcResistance = "Calculate and fix resistance ?";
 inline constexpr const char* kMsgLevelNotFound = "Level name not found";

@@ -191,19 +191,27 @@ TEST_F(Sheet, PasteLandsCellByCellAndAddsAirways) {
   EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{kMsgPasteExceeded});
 }
 
-TEST_F(Sheet, DeletedRowsLeaveTheStoreAtTheSave) {
-  DeleteRows(sheet, 1, 2);
-  ASSERT_TRUE(InsertRows(ws, sheet, 0, 1));
-  Cell(0, C::Name) = "New";
-  Cell(2, C::Name) = "D2";  // the last airway, which moves down in the store
-  ASSERT_FALSE(SaveSheet(ws, sheet));
-  EXPECT_EQ(ws.net.BranchCount, 3);
-  EXPECT_EQ(ws.net.BranchName[1].Trimmed(), "A");
-  EXPECT_EQ(ws.net.BranchName[2].Trimmed(), "D2");
-  EXPECT_EQ(ws.net.BranchName[3].Trimmed(), "New");
-  EXPECT_EQ(sheet.rows[0].airway, 3);
-  EXPECT_EQ(sheet.rows[2].airway, 2);
-  EXPECT_EQ(journal.closes, 1);
+TEST_F(Sheet, DeleteAsksThenSavesTheGridAndDeletesFromTheStore) {
+  Cell(3, C::Name) = "D2";  // a pending edit, saved before the deletion
+  ui.QueueAnswer(MsgAnswer::No);
+  EXPECT_FALSE(DeleteRows(ws, sheet, 1, 2));
+  EXPECT_EQ(sheet.rows.size(), 4u);
+  EXPECT_EQ(ws.net.BranchName[4].Trimmed(), "D");
+
+  EXPECT_FALSE(DeleteRows(ws, sheet, 1, 2));  // B and C
+  EXPECT_FALSE(DeleteRows(ws, sheet, 0, 0));  // A
+  const std::vector<UiRecord>& asked = ui.Records();
+  ASSERT_EQ(asked.size(), 3u);
+  EXPECT_EQ(std::pair(asked[1].title, asked[1].text),
+            std::pair(std::string("Delete multiple rows"), std::string(kMsgDeleteRows)));
+  EXPECT_EQ(std::pair(asked[2].title, asked[2].text),
+            std::pair(std::string("Delete"), "Airway 19 A\n" + std::string(kMsgDeleteBranch)));
+  EXPECT_EQ(asked[2].icon, MsgIcon::Question);
+  EXPECT_EQ(ws.net.BranchCount, 1);
+  EXPECT_EQ(ws.net.BranchName[1].Trimmed(), "D2");
+  ASSERT_EQ(sheet.rows.size(), 1u);
+  EXPECT_EQ(sheet.rows[0].airway, 1);
+  EXPECT_FALSE(sheet.SheetDirty);
 }
 
 TEST_F(Sheet, FindAndReplaceInAColumn) {
