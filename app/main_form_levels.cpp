@@ -16,6 +16,7 @@
 #include "editors/frm_sel_level.h"
 #include "editors/frm_tag_s.h"
 #include "editors/frm_viewer.h"
+#include "view/view_options.h"
 
 namespace galeris {
 namespace {
@@ -141,6 +142,7 @@ void MainForm::ShowOptions() {
     for (FrmWindow* window : AllViews()) {
       window->View().SymbolSize = dialog.SymbolSize();
       window->View().SymbolScaled = dialog.SymbolScaled();
+      ApplyDisplayDefaults(ws_, window->View());
     }
   }
   if (dialog.Applied().AutosaveChanged) RestartAutosave();

@@ -435,8 +435,17 @@ void FrmOptions::ToControls(const OptionsForm& form) {
   cmbFontSize_->setCurrentIndex(std::clamp(form.Fonts[1].Size / 2, 0, cmbFontSize_->count() - 1));
   chkBold_->setChecked(form.Fonts[1].Bold != 0);
 
-  formats_->setHorizontalHeaderLabels({"Data Type", "Metric format", "Metric unit",
-                                       "Imperial format", "Imperial unit", "Conversion factor"});
+  // The heads of the conversion table's first row, in the grid's column order.
+  const std::array<const char*, 6> fallback = {"Data Type",       "Metric format", "Metric unit",
+                                               "Imperial format", "Imperial unit",
+                                               "Conversion factor"};
+  constexpr std::array<int, 6> kHeadOf = {1, 5, 3, 6, 4, 2};
+  QStringList heads;
+  for (int c = 0; c < 6; ++c) {
+    const std::string& head = ws_.units.Heads[kHeadOf[c]];
+    heads << (head.empty() ? QString(fallback[c]) : QString::fromStdString(head));
+  }
+  formats_->setHorizontalHeaderLabels(heads);
   for (int row = 1; row <= kUnitRows; ++row) {
     const std::array<QString, 6> cells = {QString::fromStdString(ws_.units.UnitName[row]),
                                           QString::fromStdString(form.MetricFormat[row]),
@@ -506,18 +515,23 @@ void FrmOptions::SelectColourSlot(int slot) {
 }
 
 // A network without a colour table draws in the built-in palette; the boxes show that.
+bool FrmOptions::BuiltInPalette() const {
+  return std::all_of(form_.ColourTable.begin() + 1, form_.ColourTable.end(),
+                     [](std::int32_t c) { return c == 0; });
+}
+
 std::int32_t FrmOptions::ShownColour(int slot) const {
-  const bool empty = std::all_of(form_.Colours.begin(), form_.Colours.end(),
-                                 [](std::int32_t c) { return c == 0; });
-  return empty ? PaletteColour(ws_.defaults, slot) : form_.Colours[slot];
+  const int place = ColourPlace(slot, optColour_[1]->isChecked());
+  if (place == 0 || !BuiltInPalette()) return form_.ColourTable[place];
+  return PaletteColour(ws_.defaults, place - 1);
 }
 
 void FrmOptions::PickColour(int palette) {
   // The first colour picked fixes the others as they are shown.
-  std::array<std::int32_t, kOptionColours> shown{};
-  for (int i = 0; i < kOptionColours; ++i) shown[i] = ShownColour(i);
-  form_.Colours = shown;
-  form_.Colours[colourSlot_] = kPalette[std::clamp(palette, 0, 15)];
+  if (BuiltInPalette())
+    for (int p = 0; p < 8; ++p) form_.ColourTable[p + 1] = PaletteColour(ws_.defaults, p);
+  form_.ColourTable[ColourPlace(colourSlot_, optColour_[1]->isChecked())] =
+      kPalette[std::clamp(palette, 0, 15)];
   FillColours();
 }
 

@@ -54,6 +54,7 @@ class FrmOptions : public QDialog {
   void FillPresetValue(int table);
   void FillColours();
   std::int32_t ShownColour(int slot) const;
+  bool BuiltInPalette() const;
   void FormatEdited(int row, int column);
 
   Workspace& ws_;

@@ -258,7 +258,7 @@ void ApplySwitches(Workspace& ws, const OptionsForm& form, OptionsApplied& appli
   if (signX != ws.net.AxisSignX || signY != ws.net.AxisSignY) applied.GridChanged = true;
   ws.net.AxisSignX = signX;
   ws.net.AxisSignY = signY;
-  for (int i = 0; i < kOptionColours; ++i) d.ColourTable[i + 1] = form.Colours[i];
+  d.ColourTable = form.ColourTable;
   for (int k = 1; k <= 4; ++k) d.Fonts[k] = form.Fonts[k];
 }
 
@@ -288,6 +288,14 @@ void ApplyFormats(Workspace& ws, const OptionsForm& form) {
 }
 
 }  // namespace
+
+int ColourPlace(int box, bool freshExhaust) {
+  // Background, grid lines, node text, data text, grid text, then the three airway colours.
+  constexpr std::array<int, kOptionColours> kLevels = {0, 7, 5, 6, 8, 1, 3, 2};
+  constexpr std::array<int, kOptionColours> kAir = {0, 7, 5, 6, 8, 1, 2, 3};
+  const int b = std::clamp(box, 0, kOptionColours - 1);
+  return freshExhaust ? kAir[b] : kLevels[b];
+}
 
 std::string PresetListName(const std::string& name) {
   return name.empty() ? "undefined" : name;
@@ -329,7 +337,7 @@ OptionsForm LoadOptionsForm(const Workspace& ws) {
   form.WallDrive = d.DefaultWallDrive;
   form.WallRaise = d.DefaultWallRaise;
   form.ShockDefault = static_cast<int>(d.DefaultShock);
-  for (int i = 0; i < kOptionColours; ++i) form.Colours[i] = d.ColourTable[i + 1];
+  form.ColourTable = d.ColourTable;
   for (int row = 0; row < kPresetRows; ++row) {
     form.Wall[row] = d.WallFactorPreset[row];
     form.Shock[row] = d.ShockPreset[row];

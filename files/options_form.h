@@ -27,7 +27,7 @@ struct OptionsForm {
        UnderlyingResistance = false, SaveTime = false;
   int ColourMode = 0;  // OptColour index: 0 "Levels", 1 "Fresh / Exhaust"
   int WallDrive = 0, WallRaise = 0, ShockDefault = 0;  // WallCombo, WallCombo2, ShockCombo
-  std::array<std::int32_t, kOptionColours> Colours{};  // Col(0..7)
+  std::array<std::int32_t, 9> ColourTable{};  // what Col(0..7) edit, each at its ColourPlace
   // Working copies of the preset tables, in SI.
   std::array<std::string, kPresetRows> WallName{}, ResName{}, ShockName{};
   std::array<float, kPresetRows> Wall{}, Res{}, Shock{};
@@ -36,6 +36,11 @@ struct OptionsForm {
   std::array<std::string, 16> MetricFormat{}, ImperialFormat{};
   std::array<double, 16> ImperialFactor{};
 };
+
+// The place in ColourTable of the colour that box Col(0..7) names: the background at 0 (the
+// file's palette has none, so it lasts the session), the others at their palette position + 1.
+// Fresh air airways draw in the below-level colour and exhaust air airways in the above-level.
+int ColourPlace(int box, bool freshExhaust);
 
 // What an apply changed that the program must follow.
 struct OptionsApplied {

@@ -440,6 +440,10 @@ Colour PaletteColour(const Defaults& defaults, int position) {
   return empty ? kBuiltInPalette[position] : defaults.ColourTable[position + 1];
 }
 
+Colour BackgroundColour(const Defaults& defaults) {
+  return defaults.ColourTable[0] != 0 ? defaults.ColourTable[0] : kBackground;
+}
+
 void BuildVisibleList(Workspace& ws, ViewState& view) {
   Network& net = ws.net;
   auto& list = net.SmokeQueue;
@@ -778,7 +782,7 @@ void RedrawNetwork(Workspace& ws, ViewState& view, Canvas& canvas) {
   ws.ui.SetBusy(true);
   BuildAirwayLines(ws, view);
   canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
-  canvas.Clear(kBackground);
+  canvas.Clear(BackgroundColour(ws.defaults));
   DrawGrid(ws, view, canvas);
   DrawWireframe(ws, view, canvas);
   DrawSymbols(ws, view, canvas);
@@ -788,7 +792,7 @@ void RedrawNetwork(Workspace& ws, ViewState& view, Canvas& canvas) {
 void RedrawWireframe(Workspace& ws, ViewState& view, Canvas& canvas) {
   BuildAirwayLines(ws, view);
   canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
-  canvas.Clear(kBackground);
+  canvas.Clear(BackgroundColour(ws.defaults));
   DrawWireframe(ws, view, canvas);
 }
 

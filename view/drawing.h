@@ -29,6 +29,8 @@ inline constexpr std::array<Colour, 8> kContaminantColours = {
 
 // Colour of palette position 0..7: the network's table, or a built-in one when it is all zero.
 Colour PaletteColour(const Defaults& defaults, int position);
+// The Options' "Background" colour; black until one is chosen.
+Colour BackgroundColour(const Defaults& defaults);
 
 // Applies layers and levels: fills net.SmokeQueue and the floating text list.
 void BuildVisibleList(Workspace& ws, ViewState& view);

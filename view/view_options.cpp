@@ -53,6 +53,15 @@ void ApplyViewOptions(Workspace& ws, ViewState& view, const ViewOptions& options
   view.Declutter = options.Declutter;
   ws.defaults.ViewDetail = static_cast<std::int16_t>(bits);
   ws.defaults.DataDisplay = options.DataDisplay;
+  ws.defaults.ColourMode = options.ColourMode;
+  BuildVisibleList(ws, view);
+  ProjectNetwork(ws, view);
+}
+
+void ApplyDisplayDefaults(Workspace& ws, ViewState& view) {
+  view.DisplayBits = static_cast<std::uint16_t>(ws.defaults.ViewDetail);
+  view.DataFilter = ws.defaults.DataDisplay;
+  view.ColourByAir = ws.defaults.ColourMode == 1;
   BuildVisibleList(ws, view);
   ProjectNetwork(ws, view);
 }

@@ -30,5 +30,8 @@ void HideAllDetails(ViewOptions& options);
 // "Limits of Allowable Significant Flows" and the old value stays), the dim mode and the colour
 // scheme go to the view and to the defaults that a file keeps; the visible list is rebuilt.
 void ApplyViewOptions(Workspace& ws, ViewState& view, const ViewOptions& options);
+// The display settings of the Options dialog (detail mask, data display, colour scheme) to an
+// open view, whose visible list is rebuilt.
+void ApplyDisplayDefaults(Workspace& ws, ViewState& view);
 
 }  // namespace galeris

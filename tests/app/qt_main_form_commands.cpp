@@ -1,6 +1,6 @@
 // The frame's commands that open dialogs, mostly on the example mine: import and export, the
 // level and view option entries, the real-time stations and output with their timers, the
-// contaminant spread and sourcing windows, a Tools entry, the summary and the name lists; and
+// contaminant spread and sourcing windows, Options reaching the open views, a Tools entry, the summary and the name lists; and
 // printing to PDF from the command line, frmPrinter and the palette (the printed example mine
 // compared with its reference picture through pdftoppm), and Simplify with its undo.
 #include "app/main_form_realtime.h"
@@ -130,6 +130,16 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     form().Palette().Button(26)->click();
     QVERIFY(!View().Declutter && !MainForm::DeclutterSetting());
     QSettings("Galeris", "Galeris").remove("View/Declutter");
+    OnNextDialog([](QDialog& dialog) {  // Options: its display settings reach the open view
+      dialog.findChild<QCheckBox*>("ChkViewer(0)")->setChecked(false);
+      dialog.findChild<QRadioButton*>("OptType(1)")->setChecked(true);
+      dialog.findChild<QRadioButton*>("OptColour(1)")->setChecked(true);
+      dialog.findChild<QPushButton*>("cmdOK")->click();
+    });
+    form().Action("mnuOptions")->trigger();
+    QCOMPARE(View().DisplayBits & 1, 0);
+    QCOMPARE(View().DataFilter, std::int16_t{1});
+    QVERIFY(View().ColourByAir);
     OnNextDialog([](QDialog& dialog) {
       dialog.findChild<QComboBox*>("CmbRL1")->setCurrentIndex(1);
       dialog.findChild<QComboBox*>("CmbRL2")->setCurrentIndex(2);
