@@ -130,6 +130,8 @@ struct Network {
   // Layers; show is -1 displayed, 0 hidden.
   std::vector<std::string> PrimaryLayerName;  // 1..16
   std::vector<std::int16_t> PrimaryLayerShow;
+  // The label rows last made current in Viewing Layers; Hide All keeps those layers shown.
+  int PrimaryLayerCurrent = 1, SecondLayerCurrent = 1;
   std::vector<std::string> SecondLayerName;   // 1..48
   std::vector<std::int16_t> SecondLayerShow;
 

@@ -89,7 +89,10 @@ FrmTagS::FrmTagS(Workspace& ws, ViewState& view, QWidget* parent)
   connect(ok, &QPushButton::clicked, this, &FrmTagS::accept);
 
   loading_ = true;
-  ToControls(ReadLayerChoice(ws_.net, view_));
+  const LayerChoice choice = ReadLayerChoice(ws_.net, view_);
+  primaryCurrent_ = choice.PrimaryCurrent;
+  secondCurrent_ = choice.SecondCurrent;
+  ToControls(choice);
   for (int n = 1; n <= kPrimaryLayers; ++n)
     pLabel_[n]->setText(QString::fromStdString(LayerLabel(ws_.net.PrimaryLayerName[n], n)));
   for (int n = 1; n <= kSecondLayers; ++n)
@@ -164,8 +167,17 @@ bool FrmTagS::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void FrmTagS::accept() {
+  // A label being typed in keeps its name, as on leaving it.
+  for (int n = 1; n <= kPrimaryLayers; ++n)
+    if (pLabel_[n]->hasFocus()) NameEdited(true, n);
+  for (int n = 1; n <= kSecondLayers; ++n)
+    if (tagLabel_[n]->hasFocus()) NameEdited(false, n);
   ApplyLayerChoice(ws_.net, view_, FromControls());
   QDialog::accept();
+}
+
+void FrmTagS::reject() {
+  accept();
 }
 
 }  // namespace galeris

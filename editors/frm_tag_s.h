@@ -24,6 +24,7 @@ class FrmTagS : public QDialog {
   // Makes a label row current (a click in PLabel(i) or TagLabel(i)); primary when `primary`.
   void MakeCurrent(bool primary, int layer);
   void accept() override;  // OK: LayerDisplay and the show arrays from the controls
+  void reject() override;  // Escape and the close box apply as OK does
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

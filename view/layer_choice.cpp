@@ -12,6 +12,8 @@ LayerChoice ReadLayerChoice(const Network& net, const ViewState& view) {
   c.LineState = static_cast<std::int16_t>(view.DisplayFlags & 3);
   if (c.LineState > LineOpt::Solid) c.LineState = LineOpt::Solid;
   c.OffLayerDetails = static_cast<std::int16_t>(view.DisplayFlags & 0x7C);
+  c.PrimaryCurrent = net.PrimaryLayerCurrent;
+  c.SecondCurrent = net.SecondLayerCurrent;
   return c;
 }
 
@@ -31,6 +33,8 @@ void ApplyLayerChoice(Network& net, ViewState& view, const LayerChoice& choice) 
   view.DisplayFlags = static_cast<std::int16_t>(choice.LineState | (choice.OffLayerDetails & 0x7C));
   for (int n = 1; n <= kSecondLayers; ++n) net.SecondLayerShow[n] = choice.Second[n] ? -1 : 0;
   for (int n = 1; n <= kPrimaryLayers; ++n) net.PrimaryLayerShow[n] = choice.Primary[n] ? -1 : 0;
+  net.PrimaryLayerCurrent = std::clamp(choice.PrimaryCurrent, 1, kPrimaryLayers);
+  net.SecondLayerCurrent = std::clamp(choice.SecondCurrent, 1, kSecondLayers);
 }
 
 void ShowAllLayers(Network& net) {

@@ -24,7 +24,7 @@ LayerChoice ReadLayerChoice(const Network& net, const ViewState& view);
 void ShowAllLayers(LayerChoice& choice);
 void HideAllLayers(LayerChoice& choice);
 // Closing: LayerDisplay (the view's DisplayFlags) rebuilt from the line state and the five
-// flags, and the show arrays from the boxes.
+// flags, the show arrays from the boxes, and the current label rows kept for the next opening.
 void ApplyLayerChoice(Network& net, ViewState& view, const LayerChoice& choice);
 // ShowAllLayers of the store: every layer shown (the Reset path and whole-network commands).
 void ShowAllLayers(Network& net);
