@@ -16,9 +16,14 @@ bool QtEditDialogs::FanEdit(int airway) {
 }
 
 std::optional<WorldPoint> QtEditDialogs::Coordinates(const WorldPoint& start) {
-  const auto typed = ShowCoords(ws_, start[0], start[1], start[2], parent_);
-  if (!typed) return std::nullopt;
-  return WorldPoint{(*typed)[0], (*typed)[1], (*typed)[2]};
+  return ShowCoords(ws_, start, parent_);
+}
+
+std::optional<EditDialogs::NodeMove> QtEditDialogs::MoveNodeTo(const WorldPoint& from) {
+  bool copy = false;
+  const std::optional<WorldPoint> to = ShowCoords(ws_, from, parent_, &copy);
+  if (!to) return std::nullopt;
+  return NodeMove{*to, copy};
 }
 
 }  // namespace galeris

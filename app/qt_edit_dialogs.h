@@ -15,6 +15,7 @@ class QtEditDialogs : public EditDialogs {
   bool AirwayEdit(int mode, int airway) override;
   bool FanEdit(int airway) override;
   std::optional<WorldPoint> Coordinates(const WorldPoint& start) override;
+  std::optional<NodeMove> MoveNodeTo(const WorldPoint& from) override;
 
  private:
   Workspace& ws_;

@@ -16,7 +16,8 @@
 
 namespace galeris {
 
-FrmCoords::FrmCoords(Workspace& ws, const std::array<double, 3>& point, QWidget* parent)
+FrmCoords::FrmCoords(Workspace& ws, const std::array<double, 3>& point, bool moveNode,
+                     QWidget* parent)
     : QDialog(parent), ws_(ws) {
   setObjectName("frmCoords");
   setWindowTitle("Coordinate Entry");
@@ -40,8 +41,7 @@ FrmCoords::FrmCoords(Workspace& ws, const std::array<double, 3>& point, QWidget*
     absolute_[axis]->installEventFilter(this);
     relative_[axis]->installEventFilter(this);
   }
-  // The relative move belongs to a point given from a start; a plain point hides it.
-  relativeGroup_->hide();
+  // The point is the sum of both groups: a surveyed offset goes into the relative boxes.
   layout->addWidget(absoluteGroup);
   layout->addWidget(relativeGroup_);
 
@@ -60,7 +60,7 @@ FrmCoords::FrmCoords(Workspace& ws, const std::array<double, 3>& point, QWidget*
   layout->addLayout(level);
   ChkCopy = new QCheckBox("Make a copy", this);
   ChkCopy->setObjectName("ChkCopy");
-  ChkCopy->hide();
+  ChkCopy->setVisible(moveNode);
   layout->addWidget(ChkCopy);
 
   auto* buttons = new QHBoxLayout;
@@ -109,10 +109,15 @@ void FrmCoords::Accept() {
     reject();
 }
 
-std::optional<std::array<double, 3>> ShowCoords(Workspace& ws, double x, double y, double z,
-                                                QWidget* parent) {
-  FrmCoords dialog(ws, {x, y, z}, parent);
+bool FrmCoords::CopyPoint() const {
+  return !ChkCopy->isHidden() && ChkCopy->isChecked();
+}
+
+std::optional<std::array<double, 3>> ShowCoords(Workspace& ws, const std::array<double, 3>& point,
+                                                QWidget* parent, bool* copy) {
+  FrmCoords dialog(ws, point, copy != nullptr, parent);
   if (dialog.exec() != QDialog::Accepted) return std::nullopt;
+  if (copy) *copy = dialog.CopyPoint();
   return dialog.EntryPoint();
 }
 

@@ -17,16 +17,19 @@ class QLineEdit;
 namespace galeris {
 
 // Opens the dialog modally on a point (SI); the typed point in SI, nothing on Cancel or on
-// a refused entry.
-std::optional<std::array<double, 3>> ShowCoords(Workspace& ws, double x, double y, double z,
-                                                QWidget* parent);
+// a refused entry. For a node being moved it offers "Make a copy", returned in `copy`.
+std::optional<std::array<double, 3>> ShowCoords(Workspace& ws, const std::array<double, 3>& point,
+                                                QWidget* parent, bool* copy = nullptr);
 
 class FrmCoords : public QDialog {
   Q_OBJECT
 
  public:
-  FrmCoords(Workspace& ws, const std::array<double, 3>& point, QWidget* parent = nullptr);
+  // `moveNode`: the dialog moves a node, and "Make a copy" is offered.
+  FrmCoords(Workspace& ws, const std::array<double, 3>& point, bool moveNode = false,
+            QWidget* parent = nullptr);
   const std::optional<std::array<double, 3>>& EntryPoint() const { return entryPoint_; }
+  bool CopyPoint() const;
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

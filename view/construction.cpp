@@ -352,6 +352,46 @@ bool MoveNode(Workspace& ws, const Coord3& from, const Coord3& to) {
   return true;
 }
 
+bool CopyNode(Workspace& ws, const Coord3& from, const Coord3& to) {
+  Network& net = ws.net;
+  if (SamePoint(from, to)) return false;
+  std::vector<int> met;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    const bool one = SamePoint(net.Coord1[i], from), two = SamePoint(net.Coord2[i], from);
+    if (!one && !two) continue;
+    if ((one && two) || SamePoint(one ? net.Coord2[i] : net.Coord1[i], to)) {
+      ws.ui.Inform(kMsgNoLength);
+      return false;
+    }
+    met.push_back(i);
+  }
+  if (met.empty()) return false;
+  const int count = net.BranchCount + static_cast<int>(met.size());
+  if (count > net.MaxAirways || count > kAirwayLoopLimit) {
+    ws.ui.Inform(kMsgPasteExceeded);
+    return false;
+  }
+  for (int i : met) {
+    const int n = net.BranchCount + 1;
+    net.BranchCount = static_cast<std::int16_t>(n);
+    CopyAirway(net, i, n);
+    if (SamePoint(net.Coord1[n], from)) {
+      net.Coord1[n] = to;
+      net.EntryNodeName[n] = "";
+    } else {
+      net.Coord2[n] = to;
+      net.ExitNodeName[n] = "";
+    }
+    net.RemoteStation[n] = 0;
+    net.SmokeData[n] = {};
+    net.UndoNo[n] = 0;
+    net.AirwayNo[n] = ++net.NextAirwayNo;
+    Renode(ws, n);
+    JournalAfter(ws.journal, n);
+  }
+  return true;
+}
+
 bool MoveSelected(Workspace& ws, std::int32_t dx, std::int32_t dy, std::int32_t dz) {
   Network& net = ws.net;
   if (dx == 0 && dy == 0 && dz == 0) return false;
@@ -410,8 +450,10 @@ bool MoveAirwayEnd(Workspace& ws, ViewState& view, ToolState& tools, const Mouse
     // The right button types the end's new place.
     if (tools.Edit.Dialogs == nullptr) return false;
     const auto typed =
-        tools.Edit.Dialogs->Coordinates({double(from[1]), double(from[2]), double(from[3])});
-    if (!typed || !MoveNode(ws, from, CoordOf((*typed)[0], (*typed)[1], (*typed)[2]))) return false;
+        tools.Edit.Dialogs->MoveNodeTo({double(from[1]), double(from[2]), double(from[3])});
+    if (!typed) return false;
+    const Coord3 to = CoordOf(typed->to[0], typed->to[1], typed->to[2]);
+    if (!(typed->copy ? CopyNode(ws, from, to) : MoveNode(ws, from, to))) return false;
     FinishAction(ws);
     RefreshAfterEdit(ws, view);
     return true;

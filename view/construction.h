@@ -54,6 +54,9 @@ bool MoveAirwayEnd(Workspace& ws, ViewState& view, ToolState& tools, const Mouse
 // Moves every end at the node `from` to `to`, journalled. False when it would leave an airway
 // with both ends at one point: nothing is moved then.
 bool MoveNode(Workspace& ws, const Coord3& from, const Coord3& to);
+// "Make a copy" of a node move: each airway meeting at `from` is copied with that end at `to`,
+// and the originals stay. False when refused (after the message) or when none meets there.
+bool CopyNode(Workspace& ws, const Coord3& from, const Coord3& to);
 // Adds the offset to both ends of every selected airway; ends of other airways at the moved
 // nodes follow so that they stay attached.
 bool MoveSelected(Workspace& ws, std::int32_t dx, std::int32_t dy, std::int32_t dz);

@@ -30,6 +30,16 @@ class EditDialogs {
   virtual bool FanEdit(int airway) = 0;
   // Coordinate entry, prefilled with a point; nothing on Cancel.
   virtual std::optional<WorldPoint> Coordinates(const WorldPoint& start) = 0;
+  // Coordinate entry for a node being moved: where to, and whether to copy its airways there.
+  struct NodeMove {
+    WorldPoint to{};
+    bool copy = false;
+  };
+  virtual std::optional<NodeMove> MoveNodeTo(const WorldPoint& from) {
+    const std::optional<WorldPoint> to = Coordinates(from);
+    if (!to) return std::nullopt;
+    return NodeMove{*to, false};
+  }
 };
 
 }  // namespace galeris

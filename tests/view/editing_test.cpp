@@ -43,7 +43,12 @@ struct FakeDialogs : EditDialogs {
   }
   bool FanEdit(int) override { return false; }
   std::optional<WorldPoint> Coordinates(const WorldPoint&) override { return typed; }
+  std::optional<NodeMove> MoveNodeTo(const WorldPoint&) override {
+    if (!typed) return std::nullopt;
+    return NodeMove{*typed, copy};
+  }
   std::optional<WorldPoint> typed;
+  bool copy = false;
   int lastMode = 0, lastAirway = 0;
 };
 
@@ -155,6 +160,18 @@ INSTANTIATE_TEST_SUITE_P(
                  [](EditingTest& t) {
                    EXPECT_EQ(t.ws.net.Coord2[t.At(5)][3], -90);
                    EXPECT_EQ(t.ws.net.Length[t.At(5)], 80);
+                 }},
+        EditCase{"CopyANodeToATypedPoint",
+                 [](EditingTest& t) {
+                   t.dialogs.typed = WorldPoint{0, 100, -10};
+                   t.dialogs.copy = true;
+                   t.Click(ToolOf::Move, 0, 0, MouseButtonOf::Right);
+                 },
+                 6,
+                 [](EditingTest& t) {
+                   EXPECT_EQ(t.ws.net.Coord1[t.At(1)][2], 0);  // the originals stay
+                   EXPECT_EQ(t.ws.net.Coord1[t.At(5)][2], 100);
+                   EXPECT_EQ(t.ws.net.Coord2[t.At(6)][2], 100);
                  }},
         EditCase{"DrawFromABodySplitsIt", G(ToolOf::Draw, 100, 1, 100, 300), 6,
                  [](EditingTest& t) {
