@@ -201,12 +201,15 @@ void MainForm::SetDataType(int group, int item) {
 
 void MainForm::RefreshLevelList() {
   const QString shown = cmbRL_->currentText();
+  const int index = cmbRL_->currentIndex();
   cmbRL_->blockSignals(true);
   cmbRL_->clear();
   for (int i = 1; i <= ws_.net.RLCount && i < static_cast<int>(ws_.net.RLName.size()); ++i)
     cmbRL_->addItem(QString::fromStdString(ws_.net.RLName[i]));
   if (cmbRL_->count() == 0) cmbRL_->addItems({"SURFACE", "U/Ground"});
+  // The shown level by its name, so that a sort keeps it; a renamed one by its place.
   int keep = cmbRL_->findText(shown);
+  if (keep < 0) keep = std::min(index, cmbRL_->count() - 1);
   // A view showing one level (a file's start-up view, say) names it in the list.
   if (const FrmWindow* view = CurrentView(); view && view->View().LevelMode == LevelModeOf::Single)
     keep = std::min(view->View().CurrentLevel, cmbRL_->count()) - 1;

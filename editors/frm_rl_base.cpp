@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "core/units.h"
+#include "editors/grid_edit.h"
 
 namespace galeris {
 
@@ -35,6 +36,7 @@ FrmRLBase::FrmRLBase(Workspace& ws, std::function<void()> validated, QWidget* pa
   grid_->setHorizontalHeaderLabels({"No", "Name", "RL High " + unit, "RL Low " + unit});
   grid_->verticalHeader()->hide();
   grid_->horizontalHeader()->setStretchLastSection(true);
+  InstallGridEdit(grid_);
   layout->addWidget(grid_);
   new QShortcut(QKeySequence::Copy, grid_, [this] { CopyData(); });
   new QShortcut(QKeySequence::Paste, grid_, [this] { PasteData(); });
@@ -86,8 +88,7 @@ LevelGrid FrmRLBase::Grid() const {
 }
 
 void FrmRLBase::Save() {
-  // A cell still being typed in counts.
-  if (QWidget* editor = grid_->focusWidget(); editor && editor != grid_) grid_->setFocus();
+  CommitOpenEditor(grid_);  // a cell still being typed in counts
   ValidateLevels(ws_, Grid());
   Fill(LevelGridFromTable(ws_));
   changed_ = false;

@@ -5,8 +5,8 @@
 // program names them, filled from the store, and OK, Cancel, Show All and Hide All reaching the
 // store and the view; Select Range and Selected Levels: qt_main_form_commands); and the grid
 // editors (the spreadsheet's model edits the working copy and its menus save, paste and sort
-// it; the fan list stores its grid, estimates a curve and puts everything back on a Cancel that
-// does not save).
+// it; the fan list stores its grid, estimates a curve, stops a save on a bad cell and keeps
+// what it stored on a Cancel that does not save).
 #include <QPrinter>
 
 #include "core/airway_values.h"
@@ -24,6 +24,7 @@
 #include "editors/frm_viewer.h"
 #include "files/defaults_file.h"
 #include "tests/app/qt_test_support.h"
+#include "view/drawing.h"
 #include "view/fan_chart.h"
 #include "view/layer_choice.h"
 #include "view/raster_canvas.h"
@@ -194,6 +195,16 @@ class EditorsTest : public QObject {
     QTest::mouseClick(Child<QPushButton>(dialog, "OK"), Qt::LeftButton);
     QVERIFY(dialog.EntryPoint());
     QCOMPARE(*dialog.EntryPoint(), (std::array<double, 3>{1000, 2000, 200}));
+    QVERIFY(!Child<QCheckBox>(dialog, "ChkCopy")->isVisibleTo(&dialog));
+
+    FrmCoords move(mine.ws, {1000, 2000, 300}, true);  // a node moved by a surveyed offset
+    QVERIFY(Child<QCheckBox>(move, "ChkCopy")->isVisibleTo(&move));
+    Child<QLineEdit>(move, "TxtdX")->setText("32.808399");
+    Child<QLineEdit>(move, "TxtdZ")->setText("-328.08399");
+    Child<QCheckBox>(move, "ChkCopy")->setChecked(true);
+    Child<QPushButton>(move, "OK")->click();
+    QCOMPARE(*move.EntryPoint(), (std::array<double, 3>{1010, 2000, 200}));
+    QVERIFY(move.CopyPoint());
   }
 
   void LevelListValidatesOnOkAndAsksOnCancel() {
@@ -201,7 +212,14 @@ class EditorsTest : public QObject {
     int validated = 0;
     FrmRLBase dialog(s.ws, [&] { ++validated; });
     QTableWidget& grid = dialog.GridRL();
-    grid.item(2, 1)->setText("800 Level");
+    dialog.show();
+    grid.setCurrentCell(2, 1);
+    grid.edit(grid.currentIndex());
+    QWidget* editor = grid.viewport()->findChild<QLineEdit*>();
+    QVERIFY(editor);
+    QTest::keyClicks(editor, "800 Level");
+    QTest::keyClick(editor, Qt::Key_Return);  // the shared grid keys: Enter moves down
+    QCOMPARE(grid.currentRow(), 3);
     grid.item(2, 2)->setText("750");
     grid.item(2, 3)->setText("850");  // inverted: exchanged
     Child<QPushButton>(dialog, "RLOK")->click();
@@ -234,6 +252,17 @@ class EditorsTest : public QObject {
     QCOMPARE(s.ws.net.PrimaryLayerName[5], std::string("abc"));
     QCOMPARE(s.ws.net.PrimaryLayerShow[2], std::int16_t{0});
     QCOMPARE(s.view.DisplayFlags, std::int16_t(LineOpt::Invisible | OffLayer::Arrows));
+
+    FrmTagS again(s.ws, s.view);
+    again.MakeCurrent(true, 4);
+    Child<QPushButton>(again, "CmdReset")->click();
+    QTest::keyClick(&again, Qt::Key_Escape);  // applies as OK does
+    QCOMPARE(s.ws.net.PrimaryLayerShow[4], std::int16_t{-1});
+    QCOMPARE(s.ws.net.PrimaryLayerShow[1], std::int16_t{0});
+    FrmTagS third(s.ws, s.view);  // the current layer lasts between openings
+    Child<QPushButton>(third, "CmdReset")->click();
+    Child<QPushButton>(third, "OK")->click();
+    QCOMPARE(s.ws.net.PrimaryLayerShow[4], std::int16_t{-1});
   }
 
   void ViewOptionsReachTheView() {
@@ -265,15 +294,21 @@ class EditorsTest : public QObject {
     Child<QLineEdit>(dialog, "txtIt")->setText("700");
     Child<QCheckBox>(dialog, "ChkVert")->setChecked(true);
     auto* formats = Child<QTableWidget>(dialog, "MSFlexGrid1");
+    QCOMPARE(formats->horizontalHeaderItem(1)->text(), QString("SI Format"));  // the table's heads
     formats->item(0, 1)->setText("abc");
     QVERIFY(s.ui.Said(kMsgInvalidFormat));
     QCOMPARE(formats->item(0, 1)->text(), QString::fromStdString(s.ws.units.UnitFormat[1][1]));
-    dialog.SelectColourSlot(2);
+    const Colour onLevel = PaletteColour(s.ws.defaults, Palette::OnLevel);
+    dialog.SelectColourSlot(2);  // "Node Text"
     dialog.PickColour(12);
+    dialog.SelectColourSlot(0);  // "Background"
+    dialog.PickColour(1);
     Child<QPushButton>(dialog, "cmdOK")->click();
     QCOMPARE(s.ws.defaults.MaxIter, std::int16_t{700});
     QCOMPARE(s.ws.net.AxisSignY, std::int16_t{-1});
-    QCOMPARE(s.ws.defaults.ColourTable[3], 0x0000FF);
+    QCOMPARE(PaletteColour(s.ws.defaults, Palette::Symbols), 0x0000FF);
+    QCOMPARE(BackgroundColour(s.ws.defaults), 0x800000);
+    QCOMPARE(PaletteColour(s.ws.defaults, Palette::OnLevel), onLevel);
     QVERIFY(dialog.Applied().GridChanged);
   }
 
@@ -337,10 +372,27 @@ class EditorsTest : public QObject {
     Child<QAction>(form, "mnuTotalCurrent")->trigger();
     const double v = 10 / 3.141592654;  // 10 m3/s through a 2 m exit
     QCOMPARE(mine.ws.net.CurveP[1][1][2], float(std::floor(2500 + v * v * 1.2 / 2)));
-    mine.ui.QueueAnswer(MsgAnswer::No);  // "Save fan changes to network ?"
+    const float estimated = mine.ws.net.CurveP[1][1][2];
+
+    // A cell being typed says nothing; Yes to saving stops on it and keeps everything.
+    grid->item(3, 3)->setText("4o");
+    QVERIFY(!mine.ui.Said(kMsgNumberFormat));
+    mine.ui.QueueAnswer(MsgAnswer::Yes);  // "Save fan changes to network ?"
     form.findChild<QPushButton*>("Cancel")->click();
-    QCOMPARE(mine.ws.net.CurveP[1], before);
-    QVERIFY(mine.ws.net.FanName[1].empty());
+    QVERIFY(mine.ui.Said(kMsgNumberFormat));
+    QVERIFY(form.isVisible());
+    QCOMPARE(std::pair(grid->currentRow(), grid->currentColumn()), std::pair(3, 3));
+    QCOMPARE(mine.ws.net.CurveP[1][1][2], estimated);
+
+    // No closes and keeps what was stored.
+    grid->item(3, 3)->setText("40");
+    mine.ui.QueueAnswer(MsgAnswer::No);
+    form.findChild<QPushButton*>("Cancel")->click();
+    QVERIFY(!form.isVisible());
+    QCOMPARE(mine.ws.net.CurveP[1][1][2], estimated);
+    QCOMPARE(mine.ws.net.FanName[1], std::string("Fan #1"));
+    QVERIFY(form.StoreChanged());
+    QVERIFY(before != mine.ws.net.CurveP[1]);
   }
 };
 
