@@ -10,6 +10,7 @@
 #include "files/defaults_file.h"
 #include "files/fan_database.h"
 #include "files/network_file.h"
+#include "files/text_format.h"
 #include "simulate/contaminants.h"
 #include "simulate/simulate.h"
 
@@ -20,6 +21,12 @@ namespace {
 constexpr int kMaxRounds = 10;
 constexpr std::int16_t kBulkheadPreset = 1;
 constexpr std::int16_t kFixedPreset = 50;
+constexpr float kRecordVersion = 3.1f;  // the airway record as this program writes it
+
+// A single as the network file keeps it: written to seven digits and read back.
+float AsFileKeepsIt(float value) {
+  return static_cast<float>(Val(FormatGeneralSingle(value)));
+}
 
 // The command line's start-up loads, in their order: units, defaults, then the fan database.
 void PrepareWorkspace(Workspace& ws) {
@@ -96,6 +103,7 @@ std::unique_ptr<NetworkSession> NetworkSession::Copy() const {
   s->ws_.paths = ws_.paths;
   s->ws_.sim = ws_.sim;
   s->ws_.remote = ws_.remote;
+  s->solvedInMemory_ = solvedInMemory_;
   return s;
 }
 
@@ -107,7 +115,15 @@ std::vector<std::string> NetworkSession::TakeMessages() {
   return texts;
 }
 
+void NetworkSession::AsSavedAndLoaded() {
+  for (int i = 1; i <= ws_.net.BranchCount; ++i)
+    ReadAirwayRecord(ws_, FormatAirwayRecord(ws_.net, i), i, kRecordVersion);
+  solvedInMemory_ = false;
+}
+
 SolveReport NetworkSession::Solve(bool newton, bool answerYes) {
+  if (solvedInMemory_) AsSavedAndLoaded();
+  solvedInMemory_ = true;
   AnswerQuestions(ui_, answerYes);
   // A fresh run state: the same network loaded from its file would start with this one.
   ws_.sim = SimRun{};
@@ -245,7 +261,7 @@ void NetworkSession::SetResistance(std::int32_t no, float resistance) {
   if (!(resistance >= 0)) throw EditRefused("a resistance cannot be negative");
   const int i = PositionOf(no);
   ws_.net.ResType[i] = kFixedPreset;
-  ws_.net.Resistance[i] = resistance;
+  ws_.net.Resistance[i] = AsFileKeepsIt(resistance);
   Changed();
 }
 
@@ -260,7 +276,7 @@ void NetworkSession::ScaleResistances(const std::vector<double>& factors) {
     if (net.Resistance[i] >= ws_.defaults.HighResistance) continue;
     if (!(factors[k] >= 0)) throw EditRefused("a resistance factor cannot be negative");
     net.ResType[i] = kFixedPreset;
-    net.Resistance[i] = static_cast<float>(net.Resistance[i] * factors[k]);
+    net.Resistance[i] = AsFileKeepsIt(static_cast<float>(net.Resistance[i] * factors[k]));
   }
   Changed();
 }
@@ -279,7 +295,7 @@ void NetworkSession::SetFan(std::int32_t no, int fan, int count) {
 void NetworkSession::SetFixedQuantity(std::int32_t no, float quantity) {
   const int i = PositionOf(no);
   ws_.net.BranchCode[i] |= Bit::FixedQuantity;
-  ws_.net.Quantity[i] = quantity;
+  ws_.net.Quantity[i] = AsFileKeepsIt(quantity);
   Changed();
 }
 

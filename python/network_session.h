@@ -1,6 +1,8 @@
 // One open network for a script: its own store, settings and headless UI port, so that many
 // live side by side in one process. Edits go by AirwayNo, the identity that outlives the sorts
-// of a run; every solve answers as a fresh load of the same network saved would.
+// of a run. Every solve answers as a fresh load of the same network saved would: values are
+// stored as the file keeps them (seven digits), and the results of an earlier solve in memory
+// pass through the file's text before the next one.
 #pragma once
 
 #include <cstdint>
@@ -90,6 +92,8 @@ class NetworkSession {
  private:
   NetworkSession() = default;
   int PositionOf(std::int32_t no);
+  // Every airway record written as the file writes it and read back.
+  void AsSavedAndLoaded();
   void Changed();
   std::vector<std::string> TakeMessages();
 
@@ -97,6 +101,7 @@ class NetworkSession {
   Workspace ws_{ui_};
   std::unordered_map<std::int32_t, int> positions_;
   bool positionsValid_ = false;
+  bool solvedInMemory_ = false;  // the store holds results the file would round
 };
 
 }  // namespace galeris::scripting

@@ -54,9 +54,16 @@ def _ordered_flows(net):
     return nos[order], quantity[order].astype(float), keys[order]
 
 
+def as_file_keeps_it(value):
+    """A flow as a network file keeps it (seven significant digits), so that a row reads as
+    the network the command line saves."""
+    return float(np.float32("%.7g" % value))
+
+
 def _solve_row(net, report, base, watch):
     """status, sweeps, total airflow, reversals against the base, the lowest watched flow as a
-    share of its base, and each watched airway's flow (negative when it runs against the base)."""
+    share of its base, and each watched airway's flow (negative when it runs against the base).
+    Flows are taken as the saved network keeps them."""
     base_nos, base_q, base_keys = base
     nos, q, keys = _ordered_flows(net)
     same = len(nos) == len(base_nos) and np.array_equal(nos, base_nos)
@@ -66,15 +73,16 @@ def _solve_row(net, report, base, watch):
     reversed_ = keys != base_keys
     signed = np.where(reversed_, -q, q)
     row = {"status": report.status, "sweeps": report.sweeps,
-           "total_airflow": float(q[keys == galeris.SURFACE_KEY].sum()),
+           "total_airflow": sum(as_file_keeps_it(v) for v in q[keys == galeris.SURFACE_KEY]),
            "reversed": int(np.count_nonzero(reversed_))}
     shares, flows = [], {}
     for no in watch:
         k = np.searchsorted(nos, no)
-        flow = float(signed[k]) if k < len(nos) and nos[k] == no else float("nan")
+        found = k < len(nos) and nos[k] == no
+        flow = as_file_keeps_it(signed[k]) if found else float("nan")
         flows["flow_%d" % no] = flow
         if not math.isnan(flow) and base_q[k] != 0:
-            shares.append(flow / base_q[k])
+            shares.append(flow / as_file_keeps_it(base_q[k]))
     row["lowest_share"] = min(shares) if shares else float("nan")
     row.update(flows)
     return row
