@@ -80,6 +80,7 @@ PYBIND11_MODULE(_engine, m) {
       .def_static("open", &NetworkSession::Open, py::arg("path"), py::arg("home"),
                   py::call_guard<py::gil_scoped_release>())
       .def("copy", &NetworkSession::Copy, py::call_guard<py::gil_scoped_release>())
+      .def("copy_to", &NetworkSession::CopyTo, py::call_guard<py::gil_scoped_release>())
       .def("solve",
            [](NetworkSession& s, bool newton, bool yes) {
              galeris::scripting::SolveReport r;

@@ -97,14 +97,20 @@ std::unique_ptr<NetworkSession> NetworkSession::Open(const std::string& path,
 
 std::unique_ptr<NetworkSession> NetworkSession::Copy() const {
   std::unique_ptr<NetworkSession> s(new NetworkSession);
-  s->ws_.net = ws_.net;
-  s->ws_.defaults = ws_.defaults;
-  s->ws_.units = ws_.units;
-  s->ws_.paths = ws_.paths;
-  s->ws_.sim = ws_.sim;
-  s->ws_.remote = ws_.remote;
-  s->solvedInMemory_ = solvedInMemory_;
+  CopyTo(*s);
   return s;
+}
+
+void NetworkSession::CopyTo(NetworkSession& target) const {
+  if (&target == this) return;
+  target.ws_.net = ws_.net;
+  target.ws_.defaults = ws_.defaults;
+  target.ws_.units = ws_.units;
+  target.ws_.paths = ws_.paths;
+  target.ws_.sim = ws_.sim;
+  target.ws_.remote = ws_.remote;
+  target.solvedInMemory_ = solvedInMemory_;
+  target.positionsValid_ = false;
 }
 
 std::vector<std::string> NetworkSession::TakeMessages() {

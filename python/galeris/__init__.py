@@ -58,8 +58,13 @@ class Network:
     def __len__(self):
         return len(self._session)
 
-    def copy(self):
-        return Network(self._session.copy())
+    def copy(self, into=None):
+        """A copy with a store of its own; into, a Network no longer needed, lends its store,
+        which is much quicker for a large network than a new one."""
+        if into is None:
+            return Network(self._session.copy())
+        self._session.copy_to(into._session)
+        return into
 
     def save(self, path):
         self._session.save(os.fspath(path))

@@ -39,6 +39,12 @@ def _network(blob, home):
     return _loaded[key]
 
 
+def _fresh(entry):
+    """The network as loaded, in the one scratch store of this process's scenarios."""
+    entry["scratch"] = entry["net"].copy(into=entry.get("scratch"))
+    return entry["scratch"]
+
+
 def _solved_base(entry, method):
     """The network as loaded, solved once, with its flows in airway-number order."""
     if method not in entry:
@@ -93,7 +99,7 @@ def _outage(entry, scenario, method, watch):
     no, closed = scenario
     if no == 0:
         return {"fan_airway": 0, **_solve_row(base[0], base[1], base[2], watch)}
-    net = entry["net"].copy()
+    net = _fresh(entry)
     net.stop_fan(no)
     if closed:
         net.block(no)
@@ -102,7 +108,7 @@ def _outage(entry, scenario, method, watch):
 
 def _sweep(entry, scenario, method, watch):
     no, resistance = scenario
-    net = entry["net"].copy()
+    net = _fresh(entry)
     net.set_resistance(no, resistance)
     row = _solve_row(net, net.solve(method), _solved_base(entry, method)[2], watch)
     return {"resistance": float(np.float32(resistance)), **row}
@@ -116,14 +122,15 @@ def montecarlo_factors(seed, sample, sigma, count):
 
 def _montecarlo(entry, scenario, method, watch):
     seed, sample, sigma = scenario
-    net = entry["net"].copy()
+    net = _fresh(entry)
     net.scale_resistances(montecarlo_factors(seed, sample, sigma, len(net)))
     row = _solve_row(net, net.solve(method), _solved_base(entry, method)[2], watch)
     return {"sample": sample, **row}
 
 
 def _fire(entry, scenario, method, watch):
-    net = _solved_base(entry, method)[0].copy()
+    net = _solved_base(entry, method)[0].copy(into=entry.get("scratch"))
+    entry["scratch"] = net
     spread = net.spread({scenario: FIRE_CONCENTRATION}, mode="fixed")
     row = {"source_airway": scenario, "end": spread.attrs["end"]}
     for no in watch:
