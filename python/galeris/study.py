@@ -193,7 +193,7 @@ def _local_cluster(workers):
 
     from distributed import Client, LocalCluster
     cluster = LocalCluster(n_workers=workers, threads_per_worker=1, processes=True,
-                           host="127.0.0.1", dashboard_address=None,
+                           host="127.0.0.1", dashboard_address="127.0.0.1:0",
                            silence_logs=logging.ERROR)
     return Client(cluster), cluster
 
