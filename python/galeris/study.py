@@ -7,7 +7,6 @@ on a fresh copy of the network as loaded, so that a row is what `galeris-sim sol
 any scheduler.
 """
 import hashlib
-import importlib
 import math
 import os
 import tempfile
@@ -178,14 +177,28 @@ def _batches(items, workers):
     return [items[k:k + size] for k in range(0, len(items), size)]
 
 
+def _no_module(error):
+    folder = os.path.dirname(os.path.dirname(os.path.abspath(galeris.__file__)))
+    return StudyError(
+        "the Dask workers cannot import the galeris module (%s): start each dask-worker "
+        "with PYTHONPATH=%s, or install the package on the workers" % (error, folder))
+
+
 def _check_workers(client):
     try:
-        client.run(importlib.import_module, "galeris._engine")
+        client.run(exec, "import galeris._engine")
     except Exception as e:  # noqa: BLE001 - any failure there means the same fix
-        folder = os.path.dirname(os.path.dirname(os.path.abspath(galeris.__file__)))
-        raise StudyError(
-            "the Dask workers cannot import the galeris module (%s): start each dask-worker "
-            "with PYTHONPATH=%s, or install the package on the workers" % (e, folder)) from None
+        raise _no_module(e) from None
+
+
+def _results(futures):
+    rows = []
+    for f in futures:
+        try:
+            rows += f.result()
+        except ImportError as e:  # a worker that joined after the check
+            raise _no_module(e) from None
+    return rows
 
 
 def _local_cluster(workers):
@@ -234,10 +247,7 @@ def run(kind, blob, scenarios, method="hardy-cross", watch=(), home=None, worker
                    for b in batches]
         for done, _ in enumerate(as_completed(futures), 1):
             _progress(done, len(futures), progress)
-        rows = []
-        for f in futures:
-            rows += f.result()
-        return rows
+        return _results(futures)
     finally:
         if cluster is not None:
             client.close()
