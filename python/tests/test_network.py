@@ -72,3 +72,28 @@ def test_spread_equals_the_smoke_command(mine):
         row = spread.loc[int(no)]
         assert row.concentration == int(concentration)
         assert ("%.1f" % row.seconds if not np.isnan(row.seconds) else "never") == seconds
+
+
+@pytest.mark.parametrize("edit, error, message", [
+    (lambda n: n.set_resistance(1, -1.0), ValueError, "cannot be negative"),
+    (lambda n: n.set_fan(1, 9999), ValueError, "not in the fan list"),
+    (lambda n: n.set_fan(1, 1, -2), ValueError, "a fan count is from 1"),
+    (lambda n: n.spread({1: 0}), ValueError, "above 0 and at most 20000"),
+    (lambda n: n.spread({1: 100}, mode="sideways"), ValueError, "fixed"),
+    (lambda n: n.solve(method="guess"), ValueError, "newton"),
+    (lambda n: n.solve(answers="maybe"), ValueError, "yes"),
+    (lambda n: n.save("/nonexistent/folder/x.sim"), galeris.FileError, "Error Save File"),
+])
+def test_bad_edits_are_refused_with_a_reason(mine, edit, error, message):
+    with pytest.raises(error, match=message):
+        edit(galeris.open(mine))
+
+
+def test_cumulative_spread_keeps_the_network_sources_apart(mine):
+    net = galeris.open(mine)
+    first = int(net.airways().index[0])
+    fixed = net.spread({first: 100}, mode="fixed")
+    cumulative = net.spread({first: 100}, mode="cumulative")
+    assert fixed.attrs["end"] == cumulative.attrs["end"] == "finished"
+    assert fixed.loc[first, "seconds"] == 0 and (fixed.concentration > 0).sum() > 1
+    assert net.copy().spread({}, mode="fixed").attrs["end"] == "no source"

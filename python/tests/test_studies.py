@@ -126,3 +126,20 @@ def test_command_writes_csv_and_chart(mine, tmp_path):
     assert chart.read_bytes()[:4] == b"\x89PNG" and "] 4/4" in done.stderr
     serial = galeris_study(*args, "--workers", "0")
     assert serial.stdout == out.read_text() and len(pd.read_csv(out)) == 4
+
+
+def test_the_seed_alone_decides_a_montecarlo_table(mine):
+    first = study.montecarlo(mine, 0.1, 2, 5, **SERIAL)
+    assert first.equals(study.montecarlo(mine, 0.1, 2, 5, **SERIAL))
+    assert not first.equals(study.montecarlo(mine, 0.1, 2, 6, **SERIAL))
+    factors = study.montecarlo_factors(5, 1, 0.1, 1000)
+    assert 0.98 < np.median(factors) < 1.02
+
+
+@pytest.mark.parametrize("kind", ["outage", "sweep", "montecarlo", "fire"])
+def test_every_study_has_a_chart(tmp_path, kind):
+    from galeris import study_chart
+    table = pd.DataFrame({"total_airflow": [50.0, 40.0], "flow_3": [7.5, -1.0],
+                          "arrival_3": [12.0, None]}, index=[0, 4])
+    study_chart.draw(kind, table, tmp_path / "chart.png")
+    assert (tmp_path / "chart.png").read_bytes()[:4] == b"\x89PNG"
