@@ -21,6 +21,7 @@
 #include <algorithm>
 
 #include "app/data_types.h"
+#include "app/frame_keys.h"
 #include "app/frm_error.h"
 #include "app/frm_file_note.h"
 #include "app/frm_help.h"
@@ -52,6 +53,8 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
   BuildMenus();
   BuildToolbars();
   BuildStatusBar();
+  const auto stopRotator = [this] { rotator_->Stop(); };
+  new FrameKeys(*this, stopRotator, [this](ViewKey key) { FrameKeyPressed(key); });
   toolCommands_ = new ToolCommands(*this);
   printCommands_ = new PrintCommands(*this);
   realtimeCommands_ = new RealtimeCommands(*this);
@@ -87,7 +90,8 @@ void MainForm::BuildToolbars() {
   connect(palette_, &ToolPalette::ButtonClicked, this, &MainForm::PaletteClicked);
   palette_->PressButton(0);
   palette_->addSeparator();
-  palette_->addWidget(new RotatorButton([this] { return CurrentView(); }, this));
+  rotator_ = new RotatorButton([this] { return CurrentView(); }, this);
+  palette_->addWidget(rotator_);
 
   auto* data = new QToolBar("Data", this);
   data->setObjectName("DataBar");
@@ -334,11 +338,12 @@ FrmWindow* MainForm::NewViewWindow() {
           });
   connect(mouse, &ViewMouse::StatusMessage, this, &MainForm::SetStatusText);
   connect(mouse, &ViewMouse::InfoRequested, this, [this](int airway) {
+    ws_.HighlightAirway = airway;
+    RedrawViews();
     ShowAirInfo(ws_, airway, this);
+    ws_.HighlightAirway = 0;
     RedrawViews();
   });
-  connect(mouse, &ViewMouse::KeyPressed, this,
-          [this, view](ViewKey key) { ViewKeyPressed(view, key); });
   // A report pin placed while the traces are shown traces the sources again.
   connect(mouse, &ViewMouse::NetworkEdited, this, [this, view] {
     if (tools_.ToolCode == ToolOf::SmokeReport && view->View().SmokeState == 2)
@@ -372,12 +377,14 @@ int MainForm::FreeWindowNumber() const {
 }
 
 void MainForm::PaletteClicked(int index) {
+  rotator_->Stop();
   FrmWindow* view = CurrentView();
   CarryOut(ClickButton(ws_, view ? &view->View() : nullptr, commands_, tools_, index));
 }
 
-void MainForm::ViewKeyPressed(FrmWindow* view, ViewKey key) {
-  CarryOut(KeyDown(ws_, &view->View(), commands_, tools_, key), view);
+void MainForm::FrameKeyPressed(ViewKey key) {
+  FrmWindow* view = CurrentView();
+  CarryOut(KeyDown(ws_, view ? &view->View() : nullptr, commands_, tools_, key), view);
 }
 
 void MainForm::RefreshToolCursors() {
@@ -446,8 +453,19 @@ void MainForm::CarryOut(const CommandResult& result, FrmWindow* view) {
   if (result.ToolChanged && tools_.ToolCode == ToolOf::CopyPaste && commands_.CopyOrPaste == 0)
     ChooseAttributes();
   palette_->PressButton(commands_.PressedButton);
+  ShowMenuChecks(result, view);
   RefreshToolCursors();
   if (result.FocusWindow && view) view->setFocus();
+}
+
+// The grid's check follows the window; the copy and paste checks follow the attribute tool's
+// mode whenever a command sets them.
+void MainForm::ShowMenuChecks(const CommandResult& result, FrmWindow* view) {
+  Action("mnuGrid")->setChecked(view != nullptr && view->View().GridOn);
+  if (result.CopyMenuChecked || result.PasteMenuChecked) {
+    Action("mnuCpyPst")->setChecked(result.CopyMenuChecked);
+    Action("mnuCopy2")->setChecked(result.PasteMenuChecked);
+  }
 }
 
 FrmError& MainForm::ErrorForm() {

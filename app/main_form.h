@@ -34,6 +34,7 @@ class FrmHelp;
 class FrmWindow;
 class PrintCommands;
 class RealtimeCommands;
+class RotatorButton;
 class ToolCommands;
 class ToolPalette;
 
@@ -162,7 +163,8 @@ class MainForm : public QMainWindow {
   void DeleteViewCommand();
   void ViewCaptionChanged(const QString& caption);
   void PaletteClicked(int index);
-  void ViewKeyPressed(FrmWindow* view, ViewKey key);
+  void FrameKeyPressed(ViewKey key);
+  void ShowMenuChecks(const CommandResult& result, FrmWindow* view);
   // The dispatcher's answer for a view window, the current one when none is given.
   void CarryOut(const CommandResult& result, FrmWindow* view = nullptr);
   void RefreshToolCursors();
@@ -188,6 +190,7 @@ class MainForm : public QMainWindow {
 
   QMdiArea* mdi_ = nullptr;
   ToolPalette* palette_ = nullptr;
+  RotatorButton* rotator_ = nullptr;
   QComboBox* cmbDataType_ = nullptr;
   QComboBox* cmbDataVal_ = nullptr;
   QComboBox* cmbRL_ = nullptr;
@@ -219,7 +222,7 @@ class MainForm : public QMainWindow {
   CommandState commands_;
   ToolState tools_;
   UndoFile undo_{ws_};
-  QtEditDialogs dialogs_{ws_, this};
+  QtEditDialogs dialogs_{ws_, this, [this] { RedrawViews(); }};
   bool refreshDue_ = false;  // a change of the network waits for the windows to follow
   ToolCommands* toolCommands_ = nullptr;
   PrintCommands* printCommands_ = nullptr;

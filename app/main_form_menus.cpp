@@ -82,10 +82,12 @@ void MainForm::BuildEditMenu() {
   AddEntry(edit, "mnuRedo", "&Redo", [this] { RedoCommand(); })->setShortcut(QKeySequence::Redo);
   edit->addSeparator();
   AddEntry(edit, "mnuZoom", "Zoom / Pan", [this] { PaletteClicked(ButtonOf::ZoomPan); });
-  AddEntry(edit, "mnuCpyPst", "Copy / Paste Attributes",
-           [this] { PaletteClicked(ButtonOf::CopyAttributes); });
-  AddEntry(edit, "mnuCopy2", "Paste Attributes",
-           [this] { PaletteClicked(ButtonOf::PasteAttributes); });
+  AddEntry(edit, "mnuCpyPst", "Copy / Paste Attributes", [this] {
+    PaletteClicked(ButtonOf::CopyAttributes);
+  })->setCheckable(true);
+  AddEntry(edit, "mnuCopy2", "Paste Attributes", [this] {
+    PaletteClicked(ButtonOf::PasteAttributes);
+  })->setCheckable(true);
   QMenu* bar = edit->addMenu("Airway Tools");
   bar->setObjectName("mnuBar");
   // The items stand for palette buttons 3 to 13.
@@ -138,6 +140,9 @@ void MainForm::BuildViewMenu() {
   AddEntry(view, "mnu3d", "&3D View", [this] {
     if (FrmWindow* window = CurrentView()) window->SetThreeD(true);
   });
+  AddEntry(view, "mnuGrid", "&Grid", [this] {
+    PaletteClicked(ButtonOf::Grid);
+  })->setCheckable(true);
   QMenu* levels = view->addMenu("&Levels");
   levels->setObjectName("mnuLevels");
   const char* modes[] = {"Single", "Multiple", "Range", "All"};

@@ -8,7 +8,10 @@
 namespace galeris {
 
 bool QtEditDialogs::AirwayEdit(int mode, int airway) {
-  return ShowAirEdit(ws_, mode, airway, parent_);
+  redraw_();
+  const bool changed = ShowAirEdit(ws_, mode, airway, parent_);
+  if (!changed) redraw_();  // the highlight goes; a change redraws anyway
+  return changed;
 }
 
 bool QtEditDialogs::FanEdit(int airway) {

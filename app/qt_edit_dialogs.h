@@ -1,6 +1,8 @@
 // The dialogs the editing tools open, shown as the desktop program's own windows.
 #pragma once
 
+#include <functional>
+
 #include "core/workspace.h"
 #include "view/edit_dialogs.h"
 
@@ -10,7 +12,9 @@ namespace galeris {
 
 class QtEditDialogs : public EditDialogs {
  public:
-  QtEditDialogs(Workspace& ws, QWidget* parent) : ws_(ws), parent_(parent) {}
+  // redraw shows the windows again: the edited airway highlighted while the editor is open.
+  QtEditDialogs(Workspace& ws, QWidget* parent, std::function<void()> redraw)
+      : ws_(ws), parent_(parent), redraw_(std::move(redraw)) {}
 
   bool AirwayEdit(int mode, int airway) override;
   bool FanEdit(int airway) override;
@@ -20,6 +24,7 @@ class QtEditDialogs : public EditDialogs {
  private:
   Workspace& ws_;
   QWidget* parent_;
+  std::function<void()> redraw_;
 };
 
 }  // namespace galeris

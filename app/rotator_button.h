@@ -19,6 +19,8 @@ class RotatorButton : public QWidget {
   explicit RotatorButton(std::function<FrmWindow*()> activeWindow, QWidget* parent = nullptr);
   QSize sizeHint() const override { return {50, 56}; }
   bool Turning() const { return timer_.isActive(); }
+  // Stops the timer and ends the turn, as a palette click or a key does.
+  void Stop() { Finish(); }
 
  protected:
   void paintEvent(QPaintEvent* event) override;

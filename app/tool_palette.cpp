@@ -18,13 +18,13 @@ QString PaletteToolTip(int index) {
     case 2:
       return "Copy (right)  Paste (left) Layers";
     case 3:
-      return "Find airway or node by name";
+      return "Find the next fault, fixed quantity or fan";
     case 4:
       return "Draw new airway [F3]";
     case 5:
       return "Redo last change [Tab]";
     case 6:
-      return "Move airway end [F5]";
+      return "Move airway end";
     case 7:
       return "Reverse airway direction [F6]";
     case 8:

@@ -30,12 +30,6 @@ FrmWindow* ViewWindowAt(QPoint global) {
   return nullptr;
 }
 
-// A key the dispatcher answers, pressed without Ctrl, Alt or Meta (those stay shortcuts).
-bool IsDispatcherKey(const QKeyEvent* event) {
-  if (event->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::MetaModifier)) return false;
-  return CommandOfKey(ViewKeyOfQt(event->key())).kind != KeyCommand::Kind::Ignore;
-}
-
 }  // namespace
 
 // The see-through layer that carries the fence and the rubber band.
@@ -77,49 +71,6 @@ class ViewOverlay : public QWidget {
   const Workspace& ws_;
   const ToolState& tools_;
 };
-
-ViewKey ViewKeyOfQt(int qtKey) {
-  switch (qtKey) {
-    case Qt::Key_Backspace:
-      return ViewKey::Backspace;
-    case Qt::Key_Tab:
-      return ViewKey::Tab;
-    case Qt::Key_Escape:
-      return ViewKey::Escape;
-    case Qt::Key_Home:
-      return ViewKey::Home;
-    case Qt::Key_Up:
-      return ViewKey::Up;
-    case Qt::Key_Down:
-      return ViewKey::Down;
-    case Qt::Key_F1:
-      return ViewKey::F1;
-    case Qt::Key_F2:
-      return ViewKey::F2;
-    case Qt::Key_F3:
-      return ViewKey::F3;
-    case Qt::Key_F4:
-      return ViewKey::F4;
-    case Qt::Key_F5:
-      return ViewKey::F5;
-    case Qt::Key_F6:
-      return ViewKey::F6;
-    case Qt::Key_F7:
-      return ViewKey::F7;
-    case Qt::Key_F8:
-      return ViewKey::F8;
-    case Qt::Key_F9:
-      return ViewKey::F9;
-    case Qt::Key_F10:
-      return ViewKey::F10;
-    case Qt::Key_F11:
-      return ViewKey::F11;
-    case Qt::Key_F12:
-      return ViewKey::F12;
-    default:
-      return ViewKey::Other;
-  }
-}
 
 int ToolButtonOf(Qt::MouseButtons buttons) {
   if ((buttons & Qt::LeftButton) && (buttons & Qt::RightButton)) return MouseButtonOf::Both;
@@ -184,18 +135,6 @@ bool ViewMouse::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::Wheel:
       Wheel(static_cast<QWheelEvent*>(event));
       return true;
-    case QEvent::ShortcutOverride:
-      // The frame's menus give F5 and the like other meanings; in a view the keys of the
-      // dispatcher win, so they come back here as key presses instead of shortcuts.
-      if (!IsDispatcherKey(static_cast<QKeyEvent*>(event))) return false;
-      event->accept();
-      return true;
-    case QEvent::KeyPress: {
-      auto* key = static_cast<QKeyEvent*>(event);
-      if (!IsDispatcherKey(key)) return false;
-      emit KeyPressed(ViewKeyOfQt(key->key()));
-      return true;
-    }
     case QEvent::Resize:
       overlay_->setGeometry(window_.rect());
       return false;

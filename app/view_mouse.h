@@ -25,8 +25,6 @@ namespace galeris {
 class FrmWindow;
 class ViewOverlay;
 
-// The key of the dispatcher for a Qt key code; ViewKey::Other for the keys it ignores.
-ViewKey ViewKeyOfQt(int qtKey);
 // Qt's held buttons as the tools count them: 1 left, 2 right, 3 both, 4 middle, 0 none.
 int ToolButtonOf(Qt::MouseButtons buttons);
 
@@ -49,8 +47,6 @@ class ViewMouse : public QObject {
   void StatusMessage(const QString& text);
   // Tool 9's left release: open the airway info dialog on this airway position.
   void InfoRequested(int airway);
-  // A key for the dispatcher.
-  void KeyPressed(galeris::ViewKey key);
   // A tool changed the network.
   void NetworkEdited();
 

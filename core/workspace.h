@@ -37,6 +37,7 @@ struct Workspace {
   // be told many times in one action: it should only note that a refresh is due.
   std::function<void()> NetworkChanged;
 
+  int HighlightAirway = 0;            // the airway an open dialog is on, 0 for none
   std::uint8_t DefaultsSaved = 0xFF;  // 0 after the options are changed
   std::int16_t MergeBase = 1;         // 1: a load replaces the network; above: merge behind it
   bool MasterMode = false;            // the next save is to a Master (.smm) file

@@ -22,6 +22,7 @@
 #include "editors/form_printing.h"
 #include "editors/frm_air_info.h"
 #include "editors/frm_shock.h"
+#include "editors/leave_closes.h"
 #include "files/lifecycle.h"
 
 namespace galeris {
@@ -575,7 +576,7 @@ bool FrmAirEdit::eventFilter(QObject* watched, QEvent* event) {
       Touch(widget);
       break;
     case QEvent::FocusOut:
-      for (QLineEdit* box : {TxtFixRes, TxtFlow, txtHeight, TxtWidth})
+      for (QLineEdit* box : {TxtFixRes, TxtFlow, txtHeight, TxtWidth, TxtMultiAir})
         if (watched == box) DropSign(box);
       if (widget == CmbPrimary) LayerNamed(CmbPrimary, primaryEdited_);
       if (widget == CmbSecond) LayerNamed(CmbSecond, secondEdited_);
@@ -616,7 +617,7 @@ void FrmAirEdit::EnterPressed(QWidget* widget) {
       return;
     }
   }
-  if (Commit()) accept();
+  CommitAndClose();
 }
 
 void FrmAirEdit::LayerNamed(QComboBox* combo, int& editedRow) {
@@ -672,6 +673,10 @@ void FrmAirEdit::ReadControls() {
   f.SecondText = CmbSecond->currentText().toStdString();
   f.PrimaryEdited = primaryEdited_;
   f.SecondEdited = secondEdited_;
+}
+
+void FrmAirEdit::CommitAndClose() {
+  if (Commit()) accept();
 }
 
 bool FrmAirEdit::Commit() {
@@ -753,7 +758,7 @@ bool ShowAirEdit(Workspace& ws, int mode, int airway, QWidget* parent) {
   if (ws.net.BranchCount < 1) return false;
   airway = std::clamp(airway, 1, static_cast<int>(ws.net.BranchCount));
   FrmAirEdit dialog(ws, mode, airway, parent);
-  dialog.exec();
+  RunUntilLeft(dialog, [&dialog] { dialog.CommitAndClose(); });
   if (dialog.Committed()) MarkNetworkChanged(ws);
   if (dialog.InfoWanted()) ShowAirInfo(ws, airway, parent);
   return dialog.Committed();

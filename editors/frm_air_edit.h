@@ -20,8 +20,10 @@ class QScrollBar;
 
 namespace galeris {
 
-// Opens the editor modally on an airway (mode AirEditMode::Single, ToDefaults or Multiple);
-// true when the store was changed. Info opens the airway info report after the commit.
+// Opens the editor on an airway (mode AirEditMode::Single, ToDefaults or Multiple) and returns
+// when it closes; true when the store was changed. A click outside the editor, or leaving the
+// program, commits as OK does; the close box cancels. Info opens the airway info report after
+// the commit.
 bool ShowAirEdit(Workspace& ws, int mode, int airway, QWidget* parent);
 
 class FrmAirEdit : public QDialog {
@@ -32,6 +34,8 @@ class FrmAirEdit : public QDialog {
 
   bool Committed() const { return committed_; }
   bool InfoWanted() const { return infoWanted_; }
+  // OK: commits and closes, or shows why not and stays open.
+  void CommitAndClose();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;

@@ -11,6 +11,7 @@
 #include "editors/logic/airway_edit.h"
 #include "editors/form_printing.h"
 #include "editors/frm_air_edit.h"
+#include "editors/leave_closes.h"
 #include "view/qt/qpainter_canvas.h"
 
 namespace galeris {
@@ -111,7 +112,7 @@ FrmAirInfo::FrmAirInfo(Workspace& ws, int airway, QWidget* parent) : QDialog(par
 void ShowAirInfo(Workspace& ws, int airway, QWidget* parent) {
   if (airway < 1 || airway > ws.net.BranchCount) return;
   FrmAirInfo dialog(ws, airway, parent);
-  dialog.exec();
+  RunUntilLeft(dialog, [&dialog] { dialog.accept(); });
   if (dialog.EditWanted()) ShowAirEdit(ws, AirEditMode::Single, airway, parent);
 }
 

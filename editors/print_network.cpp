@@ -38,7 +38,9 @@ bool PaintCopies(Workspace& ws, const ViewState& view, PrintSettings& settings, 
   QPainter painter;
   if (!painter.begin(&printer)) return false;
   const PrintablePage page = PrintableOf(printer);
-  const std::int32_t scale = ResolvePrintScale(view, settings, page);
+  const ScaleEntry chosen = ResolvePrintScale(view, settings, page);
+  if (!chosen.Message.empty()) ws.ui.Inform(chosen.Message);
+  const std::int32_t scale = chosen.Scale;
   const QRect area = painter.viewport();
   for (int copy = 0; copy < std::max(1, settings.Copies); ++copy) {
     if (copy > 0) printer.newPage();

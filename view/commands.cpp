@@ -237,8 +237,6 @@ KeyCommand CommandOfKey(ViewKey key) {
       return button(ButtonOf::Draw);
     case ViewKey::F4:
       return button(ButtonOf::Delete);
-    case ViewKey::F5:
-      return button(ButtonOf::Move);
     case ViewKey::F6:
       return button(ButtonOf::Reverse);
     case ViewKey::F7:

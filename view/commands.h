@@ -104,6 +104,7 @@ struct KeyCommand {
   enum class Kind { Ignore, Button, Undo, ClearSelection, LevelUp, LevelDown } kind = Kind::Ignore;
   int Button = -1;
 };
+// F5 is the menu's "Airflow Simulation" wherever the focus is, so it is no key of the dispatcher.
 KeyCommand CommandOfKey(ViewKey key);
 
 // KeyDown: refreshes PreviousButton and runs the key's action.

@@ -194,9 +194,8 @@ int SplitAirway(Workspace& ws, const Coord3& at, int airway) {
   net.ExitNodeName[airway] = "";
   net.EntryNodeName[n] = "";
   // The entry's surface force stays on the first part and the exit's goes to the second; fans,
-  // fixed flows and fixed pressures stay on the first part.
-  net.BranchCode[n] &= ~(Bit::ForceEntrySurface | Bit::FansInSeries | Bit::FixedQuantity |
-                         Bit::FixedDirection);
+  // fixed flows and fixed pressures stay on the first part; a fixed direction holds for both.
+  net.BranchCode[n] &= ~(Bit::ForceEntrySurface | Bit::FansInSeries | Bit::FixedQuantity);
   net.BranchCode[airway] &= ~Bit::ForceExitSurface;
   net.FanNumber[n] = 0;
   net.NoOfFans[n] = 0;
@@ -486,12 +485,35 @@ bool MoveAirwayEnd(Workspace& ws, ViewState& view, ToolState& tools, const Mouse
   return true;
 }
 
+namespace {
+
+// The editor on the picked airway, shown as being edited while it is open. A resistance type
+// changed there puts the resistance symbol where the airway was picked.
+bool EditInDialog(Workspace& ws, EditDialogs& dialogs, int mode, const AirwayPick& pick) {
+  Network& net = ws.net;
+  const int i = pick.Airway;
+  const std::int16_t loadedResType = net.ResType[i];
+  ws.HighlightAirway = i;
+  const bool changed = dialogs.AirwayEdit(mode, i);
+  ws.HighlightAirway = 0;
+  if (i <= net.BranchCount && net.ResType[i] != loadedResType)
+    net.LabelPos[i] = pick.Fraction - 0.3f;
+  return changed;
+}
+
+}  // namespace
+
 bool EditAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release,
                 int button) {
   const AirwayPick pick = FindNearestAirway(ws, view, tools, release.X, release.Y);
   if (pick.Airway == 0) return false;
   Network& net = ws.net;
   EditDialogs* dialogs = tools.Edit.Dialogs;
+  if (dialogs != nullptr && (net.BranchCode[pick.Airway] & Bit::Selected)) {
+    const bool changed = EditInDialog(ws, *dialogs, 3, pick);
+    if (changed) RefreshAfterEdit(ws, view);
+    return changed;
+  }
   if (button == MouseButtonOf::Both) {
     const Coord3 at = CoordOf(pick.X, pick.Y, pick.Z);
     if (SamePoint(at, net.Coord1[pick.Airway]) || SamePoint(at, net.Coord2[pick.Airway]))
@@ -503,29 +525,21 @@ bool EditAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseInp
   }
   if (dialogs == nullptr) return false;
   bool changed = false;
-  if (net.BranchCode[pick.Airway] & Bit::Selected) {
-    changed = dialogs->AirwayEdit(3, pick.Airway);
-  } else if (button == MouseButtonOf::Left) {
-    changed = dialogs->AirwayEdit(1, pick.Airway);
+  if (button == MouseButtonOf::Left) {
+    changed = EditInDialog(ws, *dialogs, 1, pick);
   } else if (button == MouseButtonOf::Right && ws.defaults.EditNoRightClick == 0) {
-    changed = dialogs->AirwayEdit(2, pick.Airway);
+    changed = EditInDialog(ws, *dialogs, 2, pick);
   }
   if (changed) RefreshAfterEdit(ws, view);
   return changed;
 }
 
-void MergeAtNode(Workspace& ws, int first, int firstEnd, int second) {
+void MergeAtNode(Workspace& ws, int first, int second) {
   Network& net = ws.net;
   JournalBefore(ws.journal, first);
   JournalBefore(ws.journal, second);
-  Coord3& joined = firstEnd == 1 ? net.Coord1[first] : net.Coord2[first];
-  const bool secondMeetsAtEntry = SamePoint(net.Coord1[second], joined);
-  joined = secondMeetsAtEntry ? net.Coord2[second] : net.Coord1[second];
-  if (firstEnd == 2) net.ExitNodeName[first] = secondMeetsAtEntry ? net.ExitNodeName[second]
-                                                                  : net.EntryNodeName[second];
-  else
-    net.EntryNodeName[first] =
-        secondMeetsAtEntry ? net.ExitNodeName[second] : net.EntryNodeName[second];
+  net.Coord2[first] = net.Coord2[second];
+  net.ExitNodeName[first] = net.ExitNodeName[second];
   if (net.BranchCode[first] & Bit::FixedLength) net.Length[first] += net.Length[second];
   Renode(ws, first);
   JournalAfter(ws.journal, first);
@@ -581,8 +595,13 @@ bool DeleteAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseI
       ws.ui.Inform(kMsgTooManyAttached);
       return false;
     }
-    if (count == 1) {
-      MergeAtNode(ws, a, end.End > 0 ? 1 : 2, other);
+    // Only an exit meeting an entry merges, and the upstream airway's record survives.
+    const int upstream = end.End < 0 ? a : other;
+    const int downstream = end.End < 0 ? other : a;
+    if (count == 1 && SamePoint(net.Coord2[upstream], node) &&
+        SamePoint(net.Coord1[downstream], node) &&
+        !SamePoint(net.Coord1[upstream], net.Coord2[downstream])) {
+      MergeAtNode(ws, upstream, downstream);
       RefreshAfterEdit(ws, view);
       view.PanHold = true;
       return true;

@@ -67,9 +67,9 @@ bool EditAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseInp
 
 // Tool 4's release: a node merges its two airways, an airway goes, a fence deletes all in it.
 bool DeleteAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release);
-// Joins `second` onto `first` at the node where first's end `firstEnd` (1 or 2) meets it; the
-// far end of second becomes that end of first and second is removed.
-void MergeAtNode(Workspace& ws, int first, int firstEnd, int second);
+// Joins `second` onto `first` where first's exit meets second's entry: first keeps its record
+// and takes second's exit, and second is removed.
+void MergeAtNode(Workspace& ws, int first, int second);
 // Deletes the airways at these positions in one action.
 void DeleteAirways(Workspace& ws, const std::vector<int>& positions);
 

@@ -591,6 +591,10 @@ void BuildAirwayLines(Workspace& ws, ViewState& view) {
       line.Width = static_cast<std::int16_t>(2 * baseWidth);
       line.Colour = kWhite;
     }
+    if (i == ws.HighlightAirway) {  // the airway an open dialog is working on
+      line.Width = static_cast<std::int16_t>(3 * baseWidth);
+      line.Colour = kHighlightColour;
+    }
     view.LineAirway[view.AirwayLineCount] = i;
     ++view.AirwayLineCount;
   }

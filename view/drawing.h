@@ -19,6 +19,7 @@ inline constexpr int OnLevel = 0, Below = 1, Above = 2, DimText = 3, Symbols = 4
 
 inline constexpr Colour kBackground = RGBColour(0, 0, 0);
 inline constexpr Colour kWhite = RGBColour(255, 255, 255);
+inline constexpr Colour kHighlightColour = RGBColour(255, 160, 0);  // the airway being edited
 
 // The fixed contaminant list: dark grey, green, light blue, light magenta, light red, yellow,
 // white, light cyan. Position 0 is the dim colour, position 6 the highlight.

@@ -92,9 +92,12 @@ std::vector<LegendRow> LegendRows(const ViewState& view) {
             {kContaminantColours[5], "potential source", ""},
             {kContaminantColours[4], "smoke", ""}};
   } else if (view.SmokeState == 1) {
-    for (int k = 5; k >= 0; --k)
-      rows.push_back({kContaminantColours[6 - k], "band " + std::to_string(6 - k),
-                      FixedThree(view.LegendValue[k])});
+    for (int k = 5; k >= 0; --k) {
+      const std::string band = std::to_string(6 - k);
+      const float value = view.LegendValue[k];
+      rows.push_back({kContaminantColours[6 - k], "band " + band,
+                      std::isfinite(value) ? FixedThree(value) : "ERROR " + band});
+    }
   }
   return rows;
 }
@@ -175,11 +178,12 @@ ScaleEntry CheckPrintScale(std::string_view text, std::int32_t smallest) {
   return {static_cast<std::int32_t>(std::min<long long>(value, 2000000000)), ""};
 }
 
-std::int32_t ResolvePrintScale(const ViewState& view, PrintSettings& settings,
-                               const PrintablePage& page) {
+ScaleEntry ResolvePrintScale(const ViewState& view, PrintSettings& settings,
+                             const PrintablePage& page) {
   const std::int32_t smallest = SmallestPrintScale(view, page);
-  if (!settings.PrintScaleSet || settings.PrintScale < smallest) settings.PrintScale = smallest;
-  return settings.PrintScale;
+  if (!settings.PrintScaleSet || settings.PrintScale < 1) settings.PrintScale = smallest;
+  if (settings.PrintScale < smallest) return {settings.PrintScale, kMsgScaleCutsWindow};
+  return {settings.PrintScale, ""};
 }
 
 PageBounds PagePlacement(const PrintablePage& page, std::int32_t scale) {

@@ -58,6 +58,8 @@ std::int32_t SmallestPrintScale(const ViewState& view, const PrintablePage& page
 
 inline constexpr const char* kMsgScaleExceedsPaper = "Scale exceeds paper size !";
 inline constexpr const char* kMsgScaleNotNumber = "Print Scale must be a whole number";
+inline constexpr const char* kMsgScaleCutsWindow =
+    "At the print scale typed the page cannot hold the whole window - the print shows its middle";
 inline constexpr const char* kMsgPrintingError = "Error printing network";
 inline constexpr const char* kTitlePrintingError = "Printing Error";
 inline constexpr const char* kMsgCheckPrinter = "Error while trying to print - Check Printer";
@@ -69,9 +71,10 @@ struct ScaleEntry {
 };
 ScaleEntry CheckPrintScale(std::string_view text, std::int32_t smallest);
 
-// The scale a print uses, and PrintScale set to it: the typed one, else the smallest.
-std::int32_t ResolvePrintScale(const ViewState& view, PrintSettings& settings,
-                               const PrintablePage& page);
+// The scale a print uses, and PrintScale set to it: the typed one as typed, else the smallest.
+// A typed scale the page cannot hold the window at carries the message that says so.
+ScaleEntry ResolvePrintScale(const ViewState& view, PrintSettings& settings,
+                             const PrintablePage& page);
 
 // The world rectangle (window coordinates, centred where the window is) that the printable
 // page shows at scale 1:scale.

@@ -242,7 +242,7 @@ std::string_view ToolTip(std::int16_t toolCode) {
     case ToolOf::Draw:
       return "Draw new airway [F3]";
     case ToolOf::Move:
-      return "Move airway end [F5]";
+      return "Move airway end";
     case ToolOf::Reverse:
       return "Reverse airway direction [F6]";
     case ToolOf::Delete:

@@ -59,11 +59,15 @@ inline void AddVentilatedNetwork(Network& net, int size = 100) {
   net.BranchCode[upcast] |= Bit::ForceExitSurface;
 }
 
-// Acts on the modal dialog the next command opens, once its event loop runs.
+// Acts on the dialog the next command opens, once its event loop runs.
 template <class Dialog = QDialog>
 void OnNextDialog(std::type_identity_t<std::function<void(Dialog&)>> act) {
   QTimer::singleShot(0, [act] {
     auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+    // The airway editor and info report stand over the frame without being modal.
+    for (QWidget* top : QApplication::topLevelWidgets())
+      if (!dialog && top->isVisible() && qobject_cast<QDialog*>(top))
+        dialog = qobject_cast<Dialog*>(top);
     QVERIFY(dialog);
     act(*dialog);
   });

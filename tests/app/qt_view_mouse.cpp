@@ -1,8 +1,10 @@
 // The mouse tools and the keys as the frame wires them: clicks and drags in a view window reach
-// the tools, the keys of the dispatcher move the palette, F5 means Move in a view and the
-// simulation elsewhere, and loads fit the windows.
+// the tools, the keys of the dispatcher move the palette from anywhere in the frame, F5 runs
+// the simulation everywhere, and loads fit the windows.
+#include "app/rotator_button.h"
 #include "app/tool_palette.h"
 #include "app/view_mouse.h"
+#include "editors/frm_air_edit.h"
 #include "files/lifecycle.h"
 #include "tests/app/qt_test_support.h"
 
@@ -93,23 +95,24 @@ class ViewMouseTest : public QObject, test::FrameFixture {
   }
 
   void FunctionKeysInTheViewPressTheirButtons() {
-    const std::pair<Qt::Key, int> keys[] = {{Qt::Key_F3, ButtonOf::Draw},
-                                            {Qt::Key_F4, ButtonOf::Delete},
-                                            {Qt::Key_F5, ButtonOf::Move},
-                                            {Qt::Key_F6, ButtonOf::Reverse},
-                                            {Qt::Key_F7, ButtonOf::Text},
-                                            {Qt::Key_F8, ButtonOf::Fan},
-                                            {Qt::Key_F9, ButtonOf::Info},
-                                            {Qt::Key_F10, ButtonOf::Edit},
-                                            {Qt::Key_F11, ButtonOf::CopyAttributes},
-                                            {Qt::Key_F2, ButtonOf::ZoomPan}};
+    const std::pair<Qt::Key, int> keys[] = {
+        {Qt::Key_F3, ButtonOf::Draw},    {Qt::Key_F4, ButtonOf::Delete},
+        {Qt::Key_F6, ButtonOf::Reverse}, {Qt::Key_F7, ButtonOf::Text},
+        {Qt::Key_F8, ButtonOf::Fan},     {Qt::Key_F9, ButtonOf::Info},
+        {Qt::Key_F10, ButtonOf::Edit},   {Qt::Key_F11, ButtonOf::CopyAttributes},
+        {Qt::Key_F2, ButtonOf::ZoomPan}};
     for (const auto& [key, button] : keys) {
       view->setFocus();
       QTest::keyClick(view, key);
       QCOMPARE(Pressed(), button);
     }
-    QCOMPARE(frame->ws.net.NetworkBalanced, std::int16_t{0});  // F5 in a view is Move
-    auto* txtX = form().findChild<QLineEdit*>("TxtX");         // elsewhere it simulates
+    // F5 simulates wherever the focus is, in a view as in a text box of the frame.
+    QCOMPARE(frame->ws.net.NetworkBalanced, std::int16_t{0});
+    QTest::keyClick(view, Qt::Key_F5);
+    QVERIFY(frame->ws.net.NetworkBalanced != 0);
+    QCOMPARE(Pressed(), ButtonOf::ZoomPan);
+    frame->ws.net.NetworkBalanced = 0;
+    auto* txtX = form().findChild<QLineEdit*>("TxtX");
     txtX->setFocus();
     QTest::keyClick(txtX, Qt::Key_F5);
     QVERIFY(frame->ws.net.NetworkBalanced != 0);
@@ -125,7 +128,8 @@ class ViewMouseTest : public QObject, test::FrameFixture {
 
   void OtherKeysOfTheView() {
     const float fitted = View().ScaleWidth;
-    QTest::keyClick(view, Qt::Key_F5);
+    form().Palette().Button(ButtonOf::Move)->click();
+    view->setFocus();
     // Home fits and leaves Move down.
     View().ScaleWidth = fitted * 3;
     QTest::keyClick(view, Qt::Key_Home);
@@ -146,6 +150,58 @@ class ViewMouseTest : public QObject, test::FrameFixture {
     QTest::keyClick(view, Qt::Key_Backspace);
     QVERIFY(ui->Said("No more actions to undo"));
     QCOMPARE(Pressed(), ButtonOf::Move);
+  }
+
+  void KeysWorkOnThePaletteAndTheRotatorAndStopTheSpin() {
+    auto* rotator = form().findChild<RotatorButton*>("Rotator");
+    const auto spin = [rotator] {
+      QTest::mousePress(rotator, Qt::RightButton, {}, QPoint(45, 28));
+      QTest::mouseRelease(rotator, Qt::RightButton, {}, QPoint(45, 28));
+      QVERIFY(rotator->Turning());
+    };
+    spin();
+    rotator->setFocus();
+    QTest::keyClick(rotator, Qt::Key_F3);
+    QCOMPARE(Pressed(), ButtonOf::Draw);
+    QVERIFY(!rotator->Turning());
+    spin();
+    form().Palette().Button(ButtonOf::Info)->click();
+    QVERIFY(!rotator->Turning());
+    QTest::keyClick(form().Palette().Button(ButtonOf::Info), Qt::Key_F4);
+    QCOMPARE(Pressed(), ButtonOf::Delete);
+    spin();
+    rotator->setFocus();
+    QTest::keyClick(rotator, Qt::Key_F5);
+    QVERIFY(!rotator->Turning());
+    QVERIFY(frame->ws.net.NetworkBalanced != 0);
+  }
+
+  void MenuChecksFollowTheGridAndThePasteMode() {
+    form().Action("mnuGrid")->trigger();
+    QVERIFY(View().GridOn);
+    QVERIFY(form().Action("mnuGrid")->isChecked());
+    form().Action("mnuCopy2")->trigger();
+    QVERIFY(form().Action("mnuCopy2")->isChecked());
+    QVERIFY(!form().Action("mnuCpyPst")->isChecked());
+  }
+
+  // The editor marks its airway in the view; a click on the view commits it, and that click
+  // does nothing else.
+  void AClickOutsideTheEditorCommitsIt() {
+    form().Palette().Button(ButtonOf::Edit)->click();
+    int airway = 0;
+    const QPoint pixel = PixelOverAirway(airway);
+    int highlighted = 0;
+    test::OnNextDialog<FrmAirEdit>([&](FrmAirEdit& editor) {
+      highlighted = frame->ws.HighlightAirway;
+      editor.findChild<QLineEdit*>("TxtWidth")->setText("7");
+      QTest::mouseClick(view, Qt::LeftButton, {}, pixel);
+    });
+    QTest::mouseClick(view, Qt::LeftButton, {}, pixel);
+    QCOMPARE(highlighted, airway);
+    QCOMPARE(frame->ws.net.Dim[airway][2], 7.0f);
+    QCOMPARE(frame->ws.HighlightAirway, 0);
+    QVERIFY(!QApplication::activeModalWidget());
   }
 
   void PaletteAndKeysShareOneState() {

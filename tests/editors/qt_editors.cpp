@@ -130,6 +130,12 @@ class EditorsTest : public QObject {
     QCOMPARE(width->text(), QString("4.0"));
     QCOMPARE(mine.ws.net.Dim[1][2], 4.0f);
     width->setText("6");
+    // A count of parallel airways loses its sign on leaving the box.
+    auto* multi = Child<QLineEdit>(dialog, "TxtMultiAir");
+    multi->setText("-2");
+    QFocusEvent out(QEvent::FocusOut);
+    QApplication::sendEvent(multi, &out);
+    QCOMPARE(multi->text(), QString("2"));
     QTest::mouseClick(Child<QPushButton>(dialog, "OK"), Qt::LeftButton);
     QVERIFY(dialog.Committed());
     QCOMPARE(dialog.result(), int(QDialog::Accepted));

@@ -122,7 +122,8 @@ TEST_F(CommandsTest, KeysKeepTheToolAndF7F8ReachTextAndFansInOrder) {
   EXPECT_EQ(result.StatusButton, -1);
   EXPECT_EQ(cmd.CurrentButton, ButtonOf::Info);
   EXPECT_EQ(tools.ToolCode, ToolOf::Info);
-  EXPECT_EQ(CommandOfKey(ViewKey::F1).kind, KeyCommand::Kind::Ignore);
+  for (ViewKey other : {ViewKey::F1, ViewKey::F5})
+    EXPECT_EQ(CommandOfKey(other).kind, KeyCommand::Kind::Ignore);
 }
 
 TEST_F(CommandsTest, EscapeAndUpdateScreenClearTheSelection) {

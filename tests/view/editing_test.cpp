@@ -4,10 +4,12 @@
 #include <functional>
 #include <map>
 #include <sstream>
+#include <utility>
 
 #include "files/undo_journal.h"
 #include "tests/view/view_fixture.h"
 #include "view/construction.h"
+#include "view/drawing.h"
 #include "view/fence_tools.h"
 #include "view/tools.h"
 
@@ -39,7 +41,7 @@ struct FakeDialogs : EditDialogs {
   bool AirwayEdit(int mode, int airway) override {
     lastMode = mode;
     lastAirway = airway;
-    return false;
+    return during ? during(airway) : false;
   }
   bool FanEdit(int) override { return false; }
   std::optional<WorldPoint> Coordinates(const WorldPoint&) override { return typed; }
@@ -49,6 +51,7 @@ struct FakeDialogs : EditDialogs {
   }
   std::optional<WorldPoint> typed;
   bool copy = false;
+  std::function<bool(int)> during;  // what the user does in the editor; true for a commit
   int lastMode = 0, lastAirway = 0;
 };
 
@@ -89,6 +92,11 @@ struct EditingTest : ::testing::Test, ViewFixture {
     for (int i = 1; i <= ws.net.BranchCount; ++i)
       if (ws.net.AirwayNo[i] == airwayNo) return i;
     return 0;
+  }
+
+  // Every airway of the fixture is 200 long: a merge would leave one longer, or of no length.
+  void ExpectNoMerge() const {
+    for (int i = 1; i <= ws.net.BranchCount; ++i) EXPECT_EQ(ws.net.Length[i], 200) << i;
   }
 
   UndoFile journal;
@@ -196,10 +204,38 @@ INSTANTIATE_TEST_SUITE_P(
                    EXPECT_EQ(t.ws.net.ExitNodeId[t.At(2)], t.ws.net.ExitNodeId[t.At(3)]);
                  }},
         EditCase{"DeleteAnAirway", G(ToolOf::Delete, 200, 100, 200, 100), 3},
-        EditCase{"DeleteANodeMergesItsTwoAirways", G(ToolOf::Delete, 0, 0, 0, 0), 3,
-                 [](EditingTest& t) { EXPECT_EQ(t.ws.net.Coord1[t.At(1)][1], -200); }},
+        EditCase{"DeleteANodeMergesItsTwoAirwaysIntoTheUpstreamOne", G(ToolOf::Delete, 0, 0, 0, 0),
+                 3,
+                 [](EditingTest& t) {
+                   EXPECT_EQ(t.At(1), 0);
+                   EXPECT_EQ(t.ws.net.Coord2[t.At(4)][1], 200);
+                 }},
+        EditCase{"DeleteAtTwoEntriesDeletesAnAirway", G(ToolOf::Delete, 0, 0, 0, 0), 3,
+                 [](EditingTest& t) { t.ExpectNoMerge(); },
+                 [](EditingTest& t) {
+                   Network& net = t.ws.net;
+                   std::swap(net.Coord1[t.At(4)], net.Coord2[t.At(4)]);
+                   std::swap(net.EntryNodeId[t.At(4)], net.ExitNodeId[t.At(4)]);
+                   t.Build();
+                 }},
+        EditCase{"DeleteAtTheEndOfTwoParallelsDeletesOne", G(ToolOf::Delete, 200, 200, 200, 200), 3,
+                 [](EditingTest& t) { t.ExpectNoMerge(); },
+                 [](EditingTest& t) {
+                   Network& net = t.ws.net;
+                   for (auto* field : {&net.Coord1, &net.Coord2})
+                     (*field)[t.At(4)] = (*field)[t.At(2)];
+                   net.EntryNodeId[t.At(4)] = net.EntryNodeId[t.At(2)];
+                   net.ExitNodeId[t.At(4)] = net.ExitNodeId[t.At(2)];
+                   t.Build();
+                 }},
         EditCase{"FenceDelete", G(ToolOf::Delete, 150, -50, 450, 250), 1},
-        EditCase{"InsertANode", G(ToolOf::Insert, 300, 0, 300, 0), 5},
+        EditCase{"InsertANodeKeepsAFixedDirectionOnBothHalves", G(ToolOf::Insert, 300, 0, 300, 0),
+                 5,
+                 [](EditingTest& t) {
+                   for (int no : {3, 5})
+                     EXPECT_TRUE(t.ws.net.BranchCode[t.At(no)] & Bit::FixedDirection) << no;
+                 },
+                 [](EditingTest& t) { t.ws.net.BranchCode[t.At(3)] |= Bit::FixedDirection; }},
         EditCase{"Reverse", G(ToolOf::Reverse, 200, 100, 200, 100), 4,
                  [](EditingTest& t) { EXPECT_EQ(t.ws.net.Coord1[t.At(2)][2], 200); }},
         EditCase{"Contaminant", G(ToolOf::Contaminant, 300, 0, 300, 0), 4,
@@ -316,10 +352,35 @@ TEST_F(EditingTest, TheJournalWrapsAtUndoMaxWithItsMessage) {
   EXPECT_EQ(journal.UndoWritePos(), 2);
 }
 
+// While the editor is open its airway is drawn highlighted; a new resistance type puts the
+// symbol where the airway was picked.
+TEST_F(EditingTest, TheEditedAirwayIsHighlightedAndItsNewRegulatorStandsAtThePick) {
+  Colour drawn = 0;
+  dialogs.during = [this, &drawn](int airway) {
+    Build();
+    for (int k = 0; k < view.AirwayLineCount; ++k)
+      if (view.LineAirway[k] == airway) drawn = ws.net.AirwayLine[k].Colour;
+    ws.net.ResType[airway] = 2;
+    return true;
+  };
+  Click(ToolOf::Edit, 250, 0);
+  EXPECT_EQ(drawn, kHighlightColour);
+  EXPECT_EQ(ws.HighlightAirway, 0);
+  EXPECT_NEAR(ws.net.LabelPos[At(3)], 0.25f - 0.3f, 0.01f);
+  ws.net.LabelPos[At(3)] = 0.5f;
+  dialogs.during = [](int) { return true; };  // the same type: the symbol stays
+  Click(ToolOf::Edit, 350, 0);
+  EXPECT_EQ(ws.net.LabelPos[At(3)], 0.5f);
+}
+
 TEST_F(EditingTest, EditAndFindToolsOpenTheirDialogsAndGoToTheAirway) {
   Click(ToolOf::Edit, 300, 0);
   EXPECT_EQ(dialogs.lastMode, 1);
   EXPECT_EQ(dialogs.lastAirway, At(3));
+  Click(ToolOf::Select, 300, 0);
+  Click(ToolOf::Insert, 300, 0);
+  EXPECT_EQ(dialogs.lastMode, 3);
+  EXPECT_EQ(ws.net.BranchCount, 4);
   ws.net.BranchCode[At(2)] |= Bit::ErrorMark;
   tools.Edit.SearchMode = 1;
   EXPECT_TRUE(FindAirway(ws, view, tools));

@@ -2,6 +2,8 @@
 // title block, and a page painted on a recording canvas.
 #include "view/print_layout.h"
 
+#include <limits>
+
 #include "tests/view/view_fixture.h"
 
 namespace galeris {
@@ -56,15 +58,19 @@ TEST_F(PrintLayout, ScaleRules) {
     EXPECT_EQ(entry.Scale, c.scale) << c.text;
     EXPECT_EQ(entry.Message, c.message) << c.text;
   }
-  // Printing twice gives the same scale; a typed one the page cannot hold gives way.
+  // Printing twice gives the same scale; a typed one stands, with a word when the page cannot
+  // hold the window at it.
   PrintSettings settings;
-  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 4342);
-  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 4342);
+  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Scale, 4342);
+  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Scale, 4342);
   settings.PrintScale = 10000;
   settings.PrintScaleSet = true;
-  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 10000);
+  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Message, "");
+  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Scale, 10000);
   settings.PrintScale = 100;
-  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape), 4342);
+  const ScaleEntry tooSmall = ResolvePrintScale(view, settings, a4Landscape);
+  EXPECT_EQ(tooSmall.Scale, 100);
+  EXPECT_EQ(tooSmall.Message, kMsgScaleCutsWindow);
   const PageBounds page = PagePlacement(a4Landscape, 10000);
   EXPECT_EQ((std::array{page.Width, page.Height, page.Left, page.Top}),
             (std::array<float, 4>{2770, 1900, -1385, -950}));
@@ -111,6 +117,14 @@ TEST_F(PrintLayout, ThePageCarriesTheDrawingAndTheTitleBlock) {
     EXPECT_EQ(legend, smoke == 2);
     for (Colour c : canvas.colours) EXPECT_NE(c, kWhite);  // nothing vanishes on the paper
   }
+  // A spread legend shows its thresholds; one that is not a number says so.
+  view.SmokeState = 1;
+  view.LegendValue[2] = std::numeric_limits<float>::quiet_NaN();
+  RecordingCanvas canvas;
+  DrawPrintPage(ws, view, settings, a4Landscape, 5000, canvas);
+  for (const char* value : {"20000.000", "ERROR 4", "0.000"})
+    EXPECT_NE(std::find(canvas.texts.begin(), canvas.texts.end(), value), canvas.texts.end())
+        << value;
 }
 
 }  // namespace
