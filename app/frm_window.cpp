@@ -3,6 +3,7 @@
 // view through the mouse tools (ViewMouse), which the frame attaches.
 #include "app/frm_window.h"
 
+#include <QCloseEvent>
 #include <QPainter>
 #include <QResizeEvent>
 #include <algorithm>
@@ -52,6 +53,13 @@ void FrmWindow::CatchUpWithStore() {
   EnsurePermanentViews(ws_.net);
 }
 
+// The draw lists live in the network and are shared by all windows, so a full redraw paints
+// at once, from the lists it has just built.
+void FrmWindow::RepaintNow() {
+  Repaint(false);
+  if (isVisible()) repaint();
+}
+
 void FrmWindow::Redraw() {
   CatchUpWithStore();
   // A window opened on an empty network fits the first airways that reach it.
@@ -62,7 +70,7 @@ void FrmWindow::Redraw() {
   BuildVisibleList(ws_, view_);
   ProjectNetwork(ws_, view_);
   Announce();
-  Repaint(false);
+  RepaintNow();
 }
 
 void FrmWindow::Fit() {
@@ -72,7 +80,7 @@ void FrmWindow::Fit() {
   FitNetwork(ws_, view_);
   fitted_ = ws_.net.BranchCount > 0;
   Announce();
-  Repaint(false);
+  RepaintNow();
 }
 
 bool FrmWindow::OpenStartupView() {
@@ -81,7 +89,7 @@ bool FrmWindow::OpenStartupView() {
   view_.PixelHeight = std::max(1, height());
   if (!LoadStartupView(ws_, view_)) return false;
   fitted_ = true;
-  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  ShowCaption();
   Announce();
   Repaint(false);
   return true;
@@ -109,19 +117,19 @@ bool FrmWindow::DeleteView(int listPosition) {
 
 void FrmWindow::SetLevel(int listPosition) {
   SelectLevel(ws_, view_, listPosition);
-  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  ShowCaption();
   Repaint(false);
 }
 
 void FrmWindow::StepLevel(bool up) {
   galeris::StepLevel(ws_, view_, up);
-  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  ShowCaption();
   Repaint(false);
 }
 
 void FrmWindow::ToggleLevels() {
   ToggleLevelMode(ws_, view_);
-  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  ShowCaption();
   Repaint(false);
 }
 
@@ -168,22 +176,69 @@ void FrmWindow::EndRotation() {
   Repaint(false);
 }
 
+void FrmWindow::ShowCaption() {
+  const QString caption = QString::fromStdString(LevelCaption(ws_, view_));
+  setWindowTitle(frozen_ ? "FROZEN " + caption : caption);
+}
+
 void FrmWindow::SetWindowNumber(int number) {
-  view_.WindowNumber = std::clamp(number, 0, kMaxViews - kWindowSlotBase);
-  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
+  view_.WindowNumber = std::clamp(number, 1, kMaxViews - kWindowSlotBase + 1);
+  ShowCaption();
+}
+
+int FrmWindow::Slot() const {
+  return kWindowSlotBase + std::max(0, view_.WindowNumber - 1);
 }
 
 void FrmWindow::StoreState() {
-  SaveViewSlot(ws_, view_, kWindowSlotBase + view_.WindowNumber);
+  if (view_.FollowsStoreLayers) ReadLayerMasks(ws_.net, view_);
+  SaveViewSlot(ws_, view_, Slot());
 }
 
 void FrmWindow::RestoreState() {
-  const int slot = kWindowSlotBase + view_.WindowNumber;
-  if (ws_.net.ViewValue[slot][5] == 0) return;  // nothing stored yet
-  LoadViewSlot(ws_, view_, slot);
+  if (ws_.net.ViewValue[Slot()][5] == 0) return;  // nothing stored yet
+  LoadViewSlot(ws_, view_, Slot());
   ResizeView(ws_, view_, std::max(1, width()), std::max(1, height()));
   Announce();
   Repaint(false);
+}
+
+void FrmWindow::TakeState(const ViewState& state) {
+  const int number = view_.WindowNumber;
+  const int pixelWidth = view_.PixelWidth, pixelHeight = view_.PixelHeight;
+  view_ = state;
+  view_.WindowNumber = number;
+  view_.PixelWidth = pixelWidth;
+  view_.PixelHeight = pixelHeight;
+  view_.WindowOpen = true;
+  view_.Minimised = false;
+  view_.Moving = false;
+  view_.FollowsStoreLayers = true;
+  ShowCaption();
+}
+
+void FrmWindow::Activate() {
+  view_.FollowsStoreLayers = true;
+  ShowViewLayers(ws_.net, view_);
+  Redraw();
+}
+
+void FrmWindow::Deactivate() {
+  StoreState();
+  view_.FollowsStoreLayers = false;
+}
+
+void FrmWindow::SetFrozen(bool frozen) {
+  frozen_ = frozen;
+  ShowCaption();
+}
+
+void FrmWindow::closeEvent(QCloseEvent* event) {
+  if (closeGuard_ && !closeGuard_()) {
+    event->ignore();
+    return;
+  }
+  QWidget::closeEvent(event);
 }
 
 QPointF FrmWindow::WindowPoint(QPointF pixel) const {

@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 
 #include "core/workspace.h"
 #include "view/view_state.h"
@@ -42,11 +43,24 @@ class FrmWindow : public QWidget {
   bool RotateStep(float buttonX, float buttonY);
   void EndRotation();
 
-  // The window's place among the open windows; its state is kept in view slot 100 + number.
+  // The window's place among the open windows, numbered from 1; its state is kept in view slot
+  // 100 + position, the position being the number less 1.
   void SetWindowNumber(int number);
+  int Slot() const;
   // Saves the state into the window's slot (at deactivation), or loads it back.
   void StoreState();
   void RestoreState();
+  // A new window starts as a copy of another's view: angles, levels, layers, sizes, data.
+  void TakeState(const ViewState& state);
+  // Becoming the current window brings back its layers; leaving it keeps them in its slot.
+  void Activate();
+  void Deactivate();
+
+  // A frozen window no longer follows the network's changes; its caption says "FROZEN ".
+  bool Frozen() const { return frozen_; }
+  void SetFrozen(bool frozen);
+  // Asked before the window closes; false keeps it open.
+  void SetCloseGuard(std::function<bool()> guard) { closeGuard_ = std::move(guard); }
 
   // A pixel of the window in the view's own coordinates, multiplied by the axis signs.
   QPointF WindowPoint(QPointF pixel) const;
@@ -64,11 +78,14 @@ class FrmWindow : public QWidget {
   void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   void CatchUpWithStore();
   void Repaint(bool wireframeOnly);
+  void RepaintNow();
   void Announce();
+  void ShowCaption();
 
   Workspace& ws_;
   ViewState view_;
@@ -76,6 +93,8 @@ class FrmWindow : public QWidget {
   bool pictureStale_ = true;
   QImage picture_;  // the last drawing, kept so that an overlay moves without a redraw
   bool fitted_ = false;
+  bool frozen_ = false;
+  std::function<bool()> closeGuard_;
 };
 
 }  // namespace galeris

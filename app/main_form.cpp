@@ -47,6 +47,7 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
   mdi_->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   mdi_->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
   setCentralWidget(mdi_);
+  connect(mdi_, &QMdiArea::subWindowActivated, this, &MainForm::ViewActivated);
   chooser_ = [this](const FileDialogRequest& request) {
     return ChooseFileWithDialog(this, request);
   };
@@ -200,7 +201,8 @@ void MainForm::SetDataType(int group, int item) {
   lastItemOfGroup_[group] = item;
   dataTypeCode_ = group * 10 + item;
   FillDataTypeLists();
-  for (FrmWindow* view : AllViews()) view->SetDataType(dataTypeCode_);
+  for (FrmWindow* view : AllViews())
+    if (!view->Frozen()) view->SetDataType(dataTypeCode_);
 }
 
 void MainForm::RefreshLevelList() {
@@ -315,8 +317,10 @@ FrmWindow* MainForm::CurrentView() const {
   return views.empty() ? nullptr : views.front();
 }
 
+// The current window last: picks work on the draw list of the last redraw.
 void MainForm::RedrawViews() {
-  for (FrmWindow* view : AllViews()) view->Redraw();
+  for (FrmWindow* view : ViewsCurrentLast())
+    if (!view->Frozen()) view->Redraw();
 }
 
 FrmWindow* MainForm::NewViewWindow() {
@@ -324,10 +328,19 @@ FrmWindow* MainForm::NewViewWindow() {
     ws_.ui.Inform("Too many windows");
     return nullptr;
   }
+  FrmWindow* source = CurrentView();
   auto* view = new FrmWindow(ws_);
-  view->View().Declutter = DeclutterSetting();
-  view->SetDataType(dataTypeCode_);
   view->SetWindowNumber(FreeWindowNumber());
+  if (source != nullptr) {
+    source->StoreState();
+    view->TakeState(source->View());
+  } else {
+    view->View().Declutter = DeclutterSetting();
+  }
+  view->SetDataType(dataTypeCode_);
+  if (const double width = PrintableWidthMm(); width > 0)
+    view->View().PrintableWidthMm = static_cast<float>(width);
+  view->SetCloseGuard([this] { return MayCloseView(); });
   // The window's events go to the mouse tools first; the window itself only paints.
   auto* mouse = new ViewMouse(ws_, *view, tools_);
   connect(mouse, &ViewMouse::CoordinatesChanged, this,
@@ -349,13 +362,14 @@ FrmWindow* MainForm::NewViewWindow() {
     if (tools_.ToolCode == ToolOf::SmokeReport && view->View().SmokeState == 2)
       NetworkTools().SourcingSimulation();
   });
-  connect(view, &FrmWindow::CaptionChanged, this, &MainForm::ViewCaptionChanged);
+  connect(view, &FrmWindow::CaptionChanged, this, [this, view](const QString& caption) {
+    if (view == CurrentView()) ViewCaptionChanged(caption);
+  });
   connect(view, &FrmWindow::RotationChanged, this, [this](const QString& x, const QString& y) {
     lblRotX_->setText(x);
     lblRotY_->setText(y);
   });
   QMdiSubWindow* sub = mdi_->addSubWindow(view);
-  sub->setWindowTitle(QString("View %1").arg(mdi_->subWindowList().size()));
   sub->resize(720, 520);
   // The first window fills the frame; later ones open beside it as ordinary windows.
   if (mdi_->subWindowList().size() == 1)

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QPointer>
 #include <array>
 #include <functional>
 #include <string>
@@ -21,6 +22,7 @@ class QComboBox;
 class QLabel;
 class QLineEdit;
 class QMdiArea;
+class QMdiSubWindow;
 class QMenu;
 class QScrollBar;
 class QTimer;
@@ -87,6 +89,10 @@ class MainForm : public QMainWindow {
   // The view window the view commands act on: the active one, else the first.
   FrmWindow* CurrentView() const;
   std::vector<FrmWindow*> AllViews() const;
+  // mnuFreeze: the first frozen window thaws, else the current one freezes.
+  void FreezeCommand();
+  // The printable width of the chosen printer and paper goes to every window's scale caption.
+  void RefreshPrintableWidth();
   void ExportPictureCommand();
   // Import and export of text and DXF files (main_form_exchange.cpp).
   void ImportDataCommand();
@@ -169,6 +175,12 @@ class MainForm : public QMainWindow {
   void CarryOut(const CommandResult& result, FrmWindow* view = nullptr);
   void RefreshToolCursors();
   int FreeWindowNumber() const;
+  // Windows (main_form_windows.cpp).
+  std::vector<FrmWindow*> ViewsCurrentLast() const;
+  void ViewActivated(QMdiSubWindow* sub);
+  void FillWindowList();
+  double PrintableWidthMm() const;
+  bool MayCloseView();
 
   // opened: a file was opened (not merged), so views may take its start-up view.
   void AfterLoad(bool loaded, bool opened = false);
@@ -206,6 +218,8 @@ class MainForm : public QMainWindow {
   QMenu* fileMenu_ = nullptr;
   QMenu* windowMenu_ = nullptr;
   QAction* recentSeparator_ = nullptr;
+  std::vector<QAction*> windowList_;  // the open windows at the foot of the Window menu
+  QPointer<FrmWindow> activeView_;    // the window whose layers the network shows
   std::array<QAction*, 10> mnuOld_{};
   QTimer* autosave_ = nullptr;
   int autoSaveTicks_ = 0;

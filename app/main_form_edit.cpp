@@ -15,13 +15,11 @@ namespace galeris {
 
 void MainForm::RefreshAfterNetworkChange() {
   refreshDue_ = false;
-  for (FrmWindow* window : AllViews()) {
-    BuildVisibleList(ws_, window->View());
-    ProjectNetwork(ws_, window->View());
-    window->Redraw();
-  }
+  for (FrmWindow* window : ViewsCurrentLast())
+    if (!window->Frozen()) window->Redraw();
   RefreshSimStatus();
-  RefreshCaption();
+  // The scale caption the redraw wrote stands; without a window the file's name does.
+  if (AllViews().empty()) RefreshCaption();
 }
 
 void MainForm::UndoCommand() {

@@ -144,6 +144,8 @@ void MainForm::ShowOptions() {
       window->View().SymbolScaled = dialog.SymbolScaled();
       ApplyDisplayDefaults(ws_, window->View());
     }
+    // Kept in the settings, so that new windows and the next start draw them the same.
+    if (FrmWindow* window = CurrentView()) KeepSymbolSettings(window->View(), ws_.defaults);
   }
   if (dialog.Applied().AutosaveChanged) RestartAutosave();
   // A unit switch applies at once, so the lists follow even after Cancel.

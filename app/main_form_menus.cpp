@@ -134,11 +134,20 @@ void MainForm::BuildViewMenu() {
     for (FrmWindow* window : AllViews()) window->Fit();
   });
   view->addSeparator();
-  AddEntry(view, "mnuPlanS", "&Plan View", [this] {
+  QAction* plan = AddEntry(view, "mnuPlanS", "&Plan View", [this] {
     if (FrmWindow* window = CurrentView()) window->SetThreeD(false);
   });
-  AddEntry(view, "mnu3d", "&3D View", [this] {
+  QAction* threeD = AddEntry(view, "mnu3d", "&3D View", [this] {
     if (FrmWindow* window = CurrentView()) window->SetThreeD(true);
+  });
+  plan->setCheckable(true);
+  threeD->setCheckable(true);
+  // The checks tell the current window's mode, which the rotator and the views change too.
+  connect(view, &QMenu::aboutToShow, this, [this, plan, threeD] {
+    const FrmWindow* window = CurrentView();
+    const bool is3D = window != nullptr && window->View().Is3D != 0;
+    plan->setChecked(window != nullptr && !is3D);
+    threeD->setChecked(is3D);
   });
   AddEntry(view, "mnuGrid", "&Grid", [this] {
     PaletteClicked(ButtonOf::Grid);
@@ -228,10 +237,11 @@ void MainForm::BuildWindowMenu() {
   windowMenu_ = menuBar()->addMenu("&Window");
   windowMenu_->setObjectName("mnuWindow");
   AddEntry(windowMenu_, "mnuNewWindow", "&New Window", [this] { NewViewWindow(); });
-  AddEntry(windowMenu_, "mnuFreeze", "&Freeze");
+  AddEntry(windowMenu_, "mnuFreeze", "&Freeze", [this] { FreezeCommand(); });
   windowMenu_->addSeparator();
   AddEntry(windowMenu_, "mnuCascade", "&Cascade", [this] { mdi_->cascadeSubWindows(); });
   AddEntry(windowMenu_, "mnuTile", "&Tile", [this] { mdi_->tileSubWindows(); });
+  connect(windowMenu_, &QMenu::aboutToShow, this, &MainForm::FillWindowList);
 }
 
 void MainForm::BuildHelpMenu() {

@@ -64,6 +64,7 @@ void PrintCommands::ShowPrinter() {
   FrmPrinter printer(ws_, window->View(), settings_, &form_);
   printer.SetPdfChooser([this] { return ChoosePdfFile(); });
   printer.exec();
+  form_.RefreshPrintableWidth();
   window->Redraw();
 }
 

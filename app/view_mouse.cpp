@@ -84,8 +84,9 @@ ViewMouse::ViewMouse(Workspace& ws, FrmWindow& window, ToolState& tools)
     : QObject(&window), ws_(ws), window_(window), tools_(tools) {
   overlay_ = new ViewOverlay(window, ws, tools);
   overlay_->show();
+  powerZoom_.setParent(this);
+  powerZoom_.setObjectName("PowerZoom");
   powerZoom_.setSingleShot(true);
-  powerZoom_.setInterval(kPowerZoomPause);
   connect(&powerZoom_, &QTimer::timeout, this, &ViewMouse::PowerZoomTick);
   window.setMouseTracking(true);
   window.installEventFilter(this);
@@ -203,7 +204,8 @@ void ViewMouse::Apply(const ToolResponse& response) {
   } else if (response.Wireframe) {
     window_.RepaintWireframe();
   }
-  if (response.PowerZoom) powerZoom_.start();
+  // "Unlimited rotation and zoom speed" takes the pause out of the power zoom.
+  if (response.PowerZoom) powerZoom_.start(ws_.defaults.UnlimitedSpeed != 0 ? 0 : kPowerZoomPause);
   if (response.InfoAirway != 0) emit InfoRequested(response.InfoAirway);
   if (response.Edited) emit NetworkEdited();
   if (!response.Unavailable.empty()) {

@@ -93,6 +93,11 @@ bool NewNetwork(Workspace& ws) {
                       "Data Exists") != MsgAnswer::OK)
       return false;
   }
+  CloseNetwork(ws);
+  return true;
+}
+
+void CloseNetwork(Workspace& ws) {
   ws.net.FileName.clear();
   ClearNetwork(ws);
   ws.net.FileNote.clear();
@@ -101,7 +106,6 @@ bool NewNetwork(Workspace& ws) {
   ws.net.BranchCount = 0;
   LoadFanDatabase(ws);
   ws.net.NetworkSaved = 0xFF;
-  return true;
 }
 
 bool SaveChangesFirst(Workspace& ws, const std::string& question, bool& needsSaveAs) {

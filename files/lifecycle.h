@@ -21,6 +21,8 @@ bool IsNetworkFileName(const std::string& path);
 void ClearNetwork(Workspace& ws);
 // New: asks "Current Data will be lost ?" when there is something; false when cancelled.
 bool NewNetwork(Workspace& ws);
+// What New leaves without asking: no network, no name, the fan database read afresh.
+void CloseNetwork(Workspace& ws);
 // Before Open or exit: "Network Data is not saved - Save it?" when changed. Returns false on
 // Cancel; on Yes saves (a network without a name is left for the caller's Save As: then
 // needsSaveAs is set and true is returned).

@@ -20,10 +20,8 @@ std::string SignedNumber(int value) {
   return text;
 }
 
-// Extends fan type f with point 11; false when its curve is invalid.
-bool ExtendToFreeDelivery(Network& net, int f) {
-  auto& q = net.CurveQ[f];
-  auto& p = net.CurveP[f];
+// Extends a fan type's curve with point 11; false when the curve is invalid.
+bool ExtendToFreeDelivery(CurveFlows& q, CurvePressures& p) {
   p[11][1] = 0;
   p[11][2] = 0;
   int k = 0;
@@ -48,19 +46,36 @@ bool ExtendToFreeDelivery(Network& net, int f) {
   return true;
 }
 
-// Scales a slot's curve from its fan type by the arrangement recorded in its key.
-void ScaleSlot(Network& net, int slot) {
-  const int f = static_cast<int>(net.SimCurveP[slot][1][1]);
-  const int key = static_cast<int>(net.SimCurveQ[slot][1]);
+// Scales a fan type's curve by the arrangement a key records: flows by the fans in parallel,
+// pressures by the fans in series.
+void ScaleCurve(const CurveFlows& typeQ, const CurvePressures& typeP, int key, CurveFlows& q,
+                CurvePressures& p) {
   int parallel = key / 100;
   int series = key - parallel * 100;
   if (series == 0) series = 1;
   if (parallel == 0) parallel = 1;
   for (int j = 1; j <= kCurvePoints; ++j) {
-    net.SimCurveP[slot][j][1] = static_cast<float>(series) * net.CurveP[f][j][1];
-    net.SimCurveP[slot][j][2] = static_cast<float>(series) * net.CurveP[f][j][2];
-    net.SimCurveQ[slot][j] = static_cast<float>(parallel) * net.CurveQ[f][j];
+    p[j][1] = static_cast<float>(series) * typeP[j][1];
+    p[j][2] = static_cast<float>(series) * typeP[j][2];
+    q[j] = static_cast<float>(parallel) * typeQ[j];
   }
+}
+
+// Scales a slot's curve from its fan type by the arrangement recorded in its key.
+void ScaleSlot(Network& net, int slot) {
+  const int f = static_cast<int>(net.SimCurveP[slot][1][1]);
+  const int key = static_cast<int>(net.SimCurveQ[slot][1]);
+  ScaleCurve(net.CurveQ[f], net.CurveP[f], key, net.SimCurveQ[slot], net.SimCurveP[slot]);
+}
+
+int UncheckedArrangementKey(const Network& net, int airway) {
+  int n = net.NoOfFans[airway];
+  if (n == 0) n = 101;  // deliberately not mended: the key reads 10101 or 201
+  return (net.BranchCode[airway] & Bit::FansInSeries) ? n + 100 : n * 100 + 1;
+}
+
+float BlendedPressure(const CurvePressures& p, int point, std::int16_t fraction) {
+  return static_cast<float>(fraction) * (p[point][2] - p[point][1]) / 100.0f + p[point][1];
 }
 
 }  // namespace
@@ -70,7 +85,7 @@ void ValidateFanCurves(Workspace& ws) {
   const int last = std::min<int>(net.FanMax, static_cast<int>(net.FanName.size()) - 1);
   for (int f = 1; f <= last; ++f) {
     if (!IsNamed(net.FanName[f])) continue;
-    if (!ExtendToFreeDelivery(net, f)) {
+    if (!ExtendToFreeDelivery(net.CurveQ[f], net.CurveP[f])) {
       ws.ui.Message("Invalid Fan Curve : Fan curve #" + SignedNumber(f));
       return;
     }
@@ -78,9 +93,7 @@ void ValidateFanCurves(Workspace& ws) {
 }
 
 int FanArrangementKey(const Network& net, int airway) {
-  int n = net.NoOfFans[airway];
-  if (n == 0) n = 101;  // deliberately not mended: the key reads 10101 or 201
-  const int key = (net.BranchCode[airway] & Bit::FansInSeries) ? n + 100 : n * 100 + 1;
+  const int key = UncheckedArrangementKey(net, airway);
   if (key > 32767 || key < -32768)
     throw std::overflow_error("The number of fans on airway " +
                               std::to_string(net.AirwayNo[airway]) + " is too large to simulate");
@@ -125,22 +138,27 @@ void BuildSimCurves(Workspace& ws) {
 }
 
 float CurvePressure(const Network& net, int point, int slot, int airway) {
-  const auto& p = net.SimCurveP[slot][point];
-  return static_cast<float>(net.CurveFraction[airway]) * (p[2] - p[1]) / 100.0f + p[1];
+  return BlendedPressure(net.SimCurveP[slot], point, net.CurveFraction[airway]);
 }
 
 FanPoint EvaluateFanCurve(const Network& net, int slot, float flow, int airway,
                           float fixedPressure) {
-  FanPoint r;
   if (slot == kFixedPressureSlot) {
+    FanPoint r;
     r.FanP = fixedPressure;
     r.Slope = kFixedPressureSlope;
     return r;
   }
-  const auto& q = net.SimCurveQ[slot];
+  return EvaluateFanCurve({net.SimCurveQ[slot], net.SimCurveP[slot]}, flow,
+                          net.CurveFraction[airway]);
+}
+
+FanPoint EvaluateFanCurve(const WorkingCurve& curve, float flow, std::int16_t fraction) {
+  FanPoint r;
+  const CurveFlows& q = curve.Q;
   if (flow < q[1]) {
     r.State = FanStalled;
-    r.FanP = CurvePressure(net, 1, slot, airway);
+    r.FanP = BlendedPressure(curve.P, 1, fraction);
     r.Slope = kOffCurveSlope;
     return r;
   }
@@ -152,10 +170,22 @@ FanPoint EvaluateFanCurve(const Network& net, int slot, float flow, int airway,
   }
   int k = 2;
   while (k <= 10 && !(flow < q[k])) ++k;
-  const float pk = CurvePressure(net, k, slot, airway);
-  r.Slope = (CurvePressure(net, k - 1, slot, airway) - pk) / (q[k - 1] - q[k]);
+  const float pk = BlendedPressure(curve.P, k, fraction);
+  r.Slope = (BlendedPressure(curve.P, k - 1, fraction) - pk) / (q[k - 1] - q[k]);
   r.FanP = pk + (flow - q[k]) * r.Slope;
   return r;
+}
+
+FanPoint EvaluateAirwayFan(const Network& net, int airway) {
+  const int f = net.FanNumber[airway];
+  if (f < 1 || f > net.FanMax || f >= static_cast<int>(net.CurveQ.size())) return {};
+  CurveFlows typeQ = net.CurveQ[f];
+  CurvePressures typeP = net.CurveP[f];
+  if (typeQ[11] <= typeQ[10] && !ExtendToFreeDelivery(typeQ, typeP)) return {};
+  CurveFlows q{};
+  CurvePressures p{};
+  ScaleCurve(typeQ, typeP, UncheckedArrangementKey(net, airway), q, p);
+  return EvaluateFanCurve({q, p}, net.Quantity[airway], net.CurveFraction[airway]);
 }
 
 float EvaluateFanEfficiency(const Workspace& ws, int airway) {

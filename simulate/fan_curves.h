@@ -3,6 +3,7 @@
 // evaluation of a curve at a flow with the airway's blend of static and total pressure.
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 #include "core/workspace.h"
@@ -18,6 +19,15 @@ inline constexpr int kFixedPressureSlot = -1;
 
 // Where an evaluated flow lies on its curve.
 enum FanState : std::int16_t { FanStalled = -1, FanOnCurve = 0, FanNegated = 1 };
+
+using CurveFlows = std::array<float, kCurvePoints + 1>;
+using CurvePressures = std::array<std::array<float, 3>, kCurvePoints + 1>;
+
+// A working curve: a fan type's points scaled for one arrangement, as a slot holds them.
+struct WorkingCurve {
+  const CurveFlows& Q;
+  const CurvePressures& P;
+};
 
 struct FanPoint {
   float FanP = 0;   // pressure the fan gives, Pa
@@ -43,6 +53,14 @@ float CurvePressure(const Network& net, int point, int slot, int airway);
 // returned as given in fixedPressure.
 FanPoint EvaluateFanCurve(const Network& net, int slot, float flow, int airway,
                           float fixedPressure = 0);
+
+// The same over a working curve, blended by the airway's CurveFraction.
+FanPoint EvaluateFanCurve(const WorkingCurve& curve, float flow, std::int16_t fraction);
+
+// The operating point of an airway's fan at its Quantity, from its fan type's curve and its
+// arrangement, with no simulation slots: what the labels show whether or not a run stands.
+// An airway without a valid fan curve gives a zero pressure.
+FanPoint EvaluateAirwayFan(const Network& net, int airway);
 
 // The fan efficiency in per cent at the airway's flow, from the fan type's own curve.
 float EvaluateFanEfficiency(const Workspace& ws, int airway);

@@ -48,6 +48,8 @@ class Canvas {
                     LineStyle style = LineStyle::Solid) = 0;
   // Text with its top-left corner at (x, y); the size is in points.
   virtual void Text(float x, float y, std::string_view text, Colour colour, float size) = 0;
+  // The font of the texts that follow, by family name; a surface without fonts ignores it.
+  virtual void SetFont(std::string_view /*family*/, bool /*bold*/) {}
   // Extent of a text in world units.
   virtual float TextWidth(std::string_view text, float size) = 0;
   virtual float TextHeight(std::string_view text, float size) = 0;

@@ -135,6 +135,12 @@ float FontSize(const Workspace& ws, const SymbolScale& scale, int kind) {
   return ws.defaults.Fonts[kind].Size * scale.text * 1.5f;
 }
 
+// The family and weight of a text kind, as the options set them.
+void UseFont(const Workspace& ws, Canvas& canvas, int kind) {
+  const LabelFont& font = ws.defaults.Fonts[kind];
+  canvas.SetFont(font.Name, font.Bold != 0);
+}
+
 void CentredBitmap(Canvas& canvas, int picture, float x, float y, float size) {
   canvas.Bitmap(picture, x - size / 2, y - size / 2, size, size);
 }
@@ -352,6 +358,7 @@ void DrawFloatingText(Workspace& ws, ViewState& view, Canvas& canvas, const Symb
   const Network& net = ws.net;
   if (!(view.DisplayBits & Show::FloatingText) || ws.defaults.Fonts[4].Size == 0) return;
   const float size = FontSize(ws, scale, 4);
+  UseFont(ws, canvas, 4);
   const Colour colour = PaletteColour(ws.defaults, Palette::Symbols);
   const float textLine = view.Declutter ? canvas.TextHeight("F", size) : 0;
   const float narrowest = view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", size) : 0;
@@ -444,14 +451,8 @@ Colour BackgroundColour(const Defaults& defaults) {
   return defaults.ColourTable[0] != 0 ? defaults.ColourTable[0] : kBackground;
 }
 
-void BuildVisibleList(Workspace& ws, ViewState& view) {
-  Network& net = ws.net;
-  auto& list = net.SmokeQueue;
-  view.VisibleCount = 0;
-  view.PlanCopyFresh = false;
-  view.LayerMask[0] = 0;
-  view.LayerMask[1] = 0;
-  view.LayerMask[2] = 0;
+void ReadLayerMasks(const Network& net, ViewState& view) {
+  view.LayerMask = {};
   for (int n = 1; n <= kPrimaryLayers; ++n) {
     if (net.PrimaryLayerShow[n] != 0) view.LayerMask[1] |= std::int64_t{1} << n;
   }
@@ -463,6 +464,14 @@ void BuildVisibleList(Workspace& ws, ViewState& view) {
       view.LayerMask[0] |= std::int64_t{1} << (n - 24);
     }
   }
+}
+
+void BuildVisibleList(Workspace& ws, ViewState& view) {
+  Network& net = ws.net;
+  auto& list = net.SmokeQueue;
+  view.VisibleCount = 0;
+  view.PlanCopyFresh = false;
+  if (view.FollowsStoreLayers) ReadLayerMasks(net, view);
 
   view.VisibleTexts.clear();
   for (int t = 1; t <= net.MaxTexts && t < static_cast<int>(net.TextUsed.size()); ++t) {
@@ -639,14 +648,17 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
   const float dataSize = FontSize(ws, scale, 1);
   const float nameSize = FontSize(ws, scale, 2);
   const float nodeSize = FontSize(ws, scale, 3);
+  UseFont(ws, canvas, 1);
   const float lineStep = canvas.TextHeight("F", dataSize);
-  const float nameStep = canvas.TextHeight("F", nameSize);
-  const float nodeColumn = canvas.TextWidth("F", nodeSize);
-  const float nodeLine = canvas.TextHeight("F", nodeSize);
   const float dataNarrowest =
       view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", dataSize) : 0;
+  UseFont(ws, canvas, 2);
+  const float nameStep = canvas.TextHeight("F", nameSize);
   const float nameNarrowest =
       view.Declutter ? kNarrowestGlyph * canvas.TextWidth("F", nameSize) : 0;
+  UseFont(ws, canvas, 3);
+  const float nodeColumn = canvas.TextWidth("F", nodeSize);
+  const float nodeLine = canvas.TextHeight("F", nodeSize);
 
   const std::int32_t bits = view.DisplayBits;
   const int dataType = view.DataTypeCode;
@@ -699,6 +711,7 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
         view.DataFilter == 3 && flowLimitsInUse && OutsideFlowLimits(view, net.Quantity[i]);
     if ((bits & Show::NodeNames) && ws.defaults.Fonts[3].Size != 0 &&
         (inView || (view.DisplayFlags & OffLayer::NodeNames)) && filterPasses && !limitedOut) {
+      UseFont(ws, canvas, 3);
       auto nodeName = [&](const Text40& field, float x, float y) {
         if (places.Taken(x, y - nodeLine / 2)) return;
         const std::string name = field.Trimmed();
@@ -712,6 +725,7 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
     }
 
     if (nodeData && scale.text > 0 && (inView || (view.DisplayFlags & OffLayer::Data))) {
+      UseFont(ws, canvas, 1);
       auto nodeValue = [&](const Coord3& c, float pressure, float x, float y) {
         if (places.Taken(x, y + lineStep / 2)) return;
         label = NodeValueText(ws, dataType, c, pressure);
@@ -751,12 +765,16 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
       }
     }
 
-    if (p.midOn) ShowStations(ws, canvas, i, p.midX, p.midY, nameSize, nameStep);
+    if (p.midOn) {
+      UseFont(ws, canvas, 2);
+      ShowStations(ws, canvas, i, p.midX, p.midY, nameSize, nameStep);
+    }
 
     float textBottom = p.midY;
     if (ws.defaults.Fonts[1].Size != 0 && p.midOn && (bits & Show::DataValues) && !nodeData &&
         (inView || (view.DisplayFlags & OffLayer::Data)) && filterPasses && !limitedOut &&
         !places.Taken(p.midX, p.midY - lineStep / 2)) {
+      UseFont(ws, canvas, 1);
       label = AirwayLabel(ws, dataType, i, 0, labelSettings);
       if (code & Bit::ErrorMark) label = net.Comment[i].Trimmed() + "\n" + label;
       const Colour colour = contaminantDisplay && label != "N/A" ? line.Colour : dataColour;
@@ -769,6 +787,7 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
 
     if ((bits & Show::AirwayNames) && ws.defaults.Fonts[2].Size != 0 && p.midOn &&
         (inView || (view.DisplayFlags & OffLayer::AirwayName))) {
+      UseFont(ws, canvas, 2);
       const float top = std::max(textBottom, p.midY);
       const std::string name =
           places.Taken(p.midX, top + nameStep / 2) ? std::string() : net.BranchName[i].Trimmed();
@@ -797,6 +816,7 @@ void RedrawWireframe(Workspace& ws, ViewState& view, Canvas& canvas) {
   BuildAirwayLines(ws, view);
   canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
   canvas.Clear(BackgroundColour(ws.defaults));
+  if (view.Panning) DrawGrid(ws, view, canvas);  // a pan keeps the grid; a rotation drops it
   DrawWireframe(ws, view, canvas);
 }
 

@@ -33,7 +33,10 @@ Colour PaletteColour(const Defaults& defaults, int position);
 // The Options' "Background" colour; black until one is chosen.
 Colour BackgroundColour(const Defaults& defaults);
 
-// Applies layers and levels: fills net.SmokeQueue and the floating text list.
+// The view's layer masks from the network's shown-layer flags.
+void ReadLayerMasks(const Network& net, ViewState& view);
+// Applies layers and levels: fills net.SmokeQueue and the floating text list. A view that does
+// not follow the shown-layer flags (a window not current) keeps its own masks.
 void BuildVisibleList(Workspace& ws, ViewState& view);
 // Culls the visible list against the window and colours each survivor into net.AirwayLine.
 void BuildAirwayLines(Workspace& ws, ViewState& view);

@@ -7,6 +7,7 @@
 
 #include "core/number_format.h"
 #include "core/units.h"
+#include "simulate/fan_curves.h"
 
 namespace galeris {
 namespace {
@@ -18,6 +19,7 @@ constexpr float kStallMarker = -9999.0f;
 constexpr float kNegateMarker = 9999.0f;
 constexpr float kNeverReached = 9999999.0f;
 constexpr double kSecondsPerDay = 86404;  // the system's own divisor for spread times
+constexpr double kSecondsPerClockDay = 86400;  // the time format reads a day as 24 hours
 
 bool HasFan(const Network& net, int i) {
   return net.FanNumber[i] > 0;
@@ -29,9 +31,10 @@ bool IsFixedQuantity(const Network& net, int i) {
   return (net.BranchCode[i] & Bit::FixedQuantity) != 0;
 }
 
-// The fan's operating pressure: the solver leaves it in FanSlot.
+// The fan's pressure at the airway's flow, read off its curve: a stalled fan gives its first
+// point, a negated one nothing.
 double FanPressure(const Network& net, int i) {
-  return net.FanSlot[i];
+  return EvaluateAirwayFan(net, i).FanP;
 }
 
 // Pressure loss across the airway; a fan airway adds back what its fan gives.
@@ -41,31 +44,11 @@ double PressureLoss(const Network& net, int i) {
   return net.Resistance[i] * q * q;
 }
 
-// Fan efficiency at the airway's flow, from the curve's per cent points; the default when the
-// curve holds none.
-double FanEfficiency(const Workspace& ws, int i) {
-  const Network& net = ws.net;
-  const int fan = net.FanNumber[i];
-  double fallback = ws.defaults.FanEffDefault > 0 ? ws.defaults.FanEffDefault : 0.8;
-  if (fan < 1 || fan >= static_cast<int>(net.CurveQ.size())) return fallback;
-  const double q = std::fabs(net.Quantity[i]) / std::max<int>(1, net.NoOfFans[i]);
-  const auto& cq = net.CurveQ[fan];
-  const auto& ce = net.CurveEff[fan];
-  int lastPoint = 0;
-  for (int p = 1; p <= 10 && cq[p] > 0; ++p) lastPoint = p;
-  if (lastPoint == 0 || ce[1] <= 0) return fallback;
-  double eff = ce[lastPoint];
-  if (q <= cq[1]) {
-    eff = ce[1];
-  } else {
-    for (int p = 1; p < lastPoint; ++p) {
-      if (q >= cq[p] && q <= cq[p + 1] && cq[p + 1] > cq[p]) {
-        eff = ce[p] + (ce[p + 1] - ce[p]) * (q - cq[p]) / (cq[p + 1] - cq[p]);
-        break;
-      }
-    }
-  }
-  return eff > 0 ? eff / 100 : fallback;
+// What the fan draws to give an air power, by its efficiency at the airway's flow; nothing
+// where the curve reads no efficiency.
+double OverFanEfficiency(const Workspace& ws, int i, double airPower) {
+  const double efficiency = EvaluateFanEfficiency(ws, i) / 100.0;
+  return efficiency > 0 ? airPower / efficiency : 0;
 }
 
 // Friction power in kW: the square law's cube of the flow, or for a fan airway what its fan
@@ -73,7 +56,7 @@ double FanEfficiency(const Workspace& ws, int i) {
 double FrictionPower(const Workspace& ws, int i) {
   const Network& net = ws.net;
   const double q = std::fabs(net.Quantity[i]);
-  if (HasFan(net, i)) return q * FanPressure(net, i) / FanEfficiency(ws, i) / 1000;
+  if (HasFan(net, i)) return OverFanEfficiency(ws, i, q * FanPressure(net, i)) / 1000;
   return q * q * q * net.Resistance[i] / 1000;
 }
 
@@ -92,7 +75,7 @@ double FanPower(const Workspace& ws, int i) {
       const double v = q / fanArea;
       velocityHead = ws.defaults.AirDensity * v * v / 2;
     }
-    return (FanPressure(net, i) + velocityHead) * q / FanEfficiency(ws, i) / 1000;
+    return OverFanEfficiency(ws, i, (FanPressure(net, i) + velocityHead) * q) / 1000;
   }
   if (IsFixedPressure(net, i) || IsFixedQuantity(net, i)) {
     const double eff = ws.defaults.FanEffDefault > 0 ? ws.defaults.FanEffDefault : 0.8;
@@ -216,7 +199,7 @@ std::string ValueText(const Workspace& ws, int dataType, int i, const LabelSetti
     }
     case DataType::SpreadTime:
       if (net.SmokeTime[i] == kNeverReached) return "";
-      return Format(ws, net.SmokeTime[i] / kSecondsPerDay, Unit::Time);
+      return Format(ws, net.SmokeTime[i] / kSecondsPerDay * kSecondsPerClockDay, Unit::Time);
     default:
       return "";
   }

@@ -69,6 +69,7 @@ void ClearDrag(ViewState& view, ToolState& tools) {
   tools.ToolSourceWindow = -1;
   tools.Overlay = {};
   view.Moving = false;
+  view.Panning = false;
 }
 
 bool InsideWindow(const Network& net, const ViewState& view, float x, float y) {
@@ -133,6 +134,7 @@ bool PanDrag(Workspace& ws, ViewState& view, ToolState& tools) {
   tools.PanMoved = true;
   tools.PickMode = 2;
   view.Moving = true;
+  view.Panning = true;
   MovePan(ws.net, view, dx + tools.PanBaseX, dy + tools.PanBaseY);
   ProjectNetwork(ws, view);
   return true;

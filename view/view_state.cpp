@@ -100,9 +100,24 @@ void ShowLayersFromMask(std::vector<std::int16_t>& show, int first, int last, st
 
 }  // namespace
 
+void TakeSymbolSettings(const Defaults& defaults, ViewState& view) {
+  for (int k = 0; k < 7; ++k) {
+    if (defaults.DataRowType[k + 1] > 0) view.SymbolSize[k] = defaults.DataRowType[k + 1];
+    view.SymbolScaled[k] = defaults.DataRowSize[k + 1] == kScaledSymbolRow ? 1 : 0;
+  }
+}
+
+void KeepSymbolSettings(const ViewState& view, Defaults& defaults) {
+  for (int k = 0; k < 7; ++k) {
+    defaults.DataRowType[k + 1] = view.SymbolSize[k];
+    defaults.DataRowSize[k + 1] = view.SymbolScaled[k] == 1 ? kScaledSymbolRow : kFixedSymbolRow;
+  }
+}
+
 ViewState MakeViewState(const Workspace& ws) {
   ViewState view;
   view.DisplayBits = ws.defaults.ViewDetail;
+  TakeSymbolSettings(ws.defaults, view);
   view.LineAirway.assign(static_cast<std::size_t>(ws.net.MaxAirways) + 1, 0);
   return view;
 }
@@ -302,6 +317,19 @@ void CentrePivot(const Workspace& ws, ViewState& view) {
   view.Pivot = {0, Whole(sx / count), Whole(sy / count), Whole(sz / count)};
 }
 
+void PivotOnWindowCentre(ViewState& view) {
+  const bool flat = view.Is3D == 0;  // plan mode draws the map unrotated
+  const double cs = flat ? 1 : std::cos(view.SpinAngle), ss = flat ? 0 : std::sin(view.SpinAngle);
+  const double ct = flat ? 1 : std::cos(view.TiltAngle), st = flat ? 0 : std::sin(view.TiltAngle);
+  const double x = view.Pivot[1], y = view.Pivot[2], z = view.Pivot[3];
+  float sx = 0, sy = 0;
+  RotatePoint(cs, ss, ct, st, x, y, z, sx, sy);
+  // One unit across the screen is (cs, -ss, 0) in the world, one unit down it (ss ct, cs ct, -st).
+  const double across = view.PanX - sx, down = view.PanY - sy;
+  view.Pivot = {0, Whole(x + across * cs + down * ss * ct), Whole(y - across * ss + down * cs * ct),
+                Whole(z - down * st)};
+}
+
 void SetPlanView(Workspace& ws, ViewState& view) {
   view.PivotState = 0;
   view.Is3D = 0;
@@ -403,6 +431,7 @@ void FitNetwork(Workspace& ws, ViewState& view) {
   PivotToVisible(ws, view);
   SetScaleCaption(ws, view);
   CentrePivot(ws, view);
+  PivotOnWindowCentre(view);
 }
 
 void SetScaleCaption(const Workspace& ws, ViewState& view) {
@@ -573,6 +602,12 @@ std::string LevelCaption(const Workspace& ws, const ViewState& view) {
          FormatValue(ws.units, view.LevelTop, Unit::Coordinates) + ")";
 }
 
+void ShowViewLayers(Network& net, const ViewState& view) {
+  ShowLayersFromMask(net.SecondLayerShow, 25, 48, view.LayerMask[0]);
+  ShowLayersFromMask(net.PrimaryLayerShow, 1, 16, view.LayerMask[1]);
+  ShowLayersFromMask(net.SecondLayerShow, 1, 24, view.LayerMask[2]);
+}
+
 void SaveViewSlot(Workspace& ws, const ViewState& view, int slot) {
   Network& net = ws.net;
   if (slot < 0 || slot > kMaxViews) return;
@@ -602,9 +637,15 @@ void SaveViewSlot(Workspace& ws, const ViewState& view, int slot) {
   v[27] = view.WorkingRL;
   v[28] = view.SmokeLimit;
   auto& c = net.ViewCode[slot];
-  c[1] = LayerMaskOf(net.SecondLayerShow, 25, 48);
-  c[2] = LayerMaskOf(net.PrimaryLayerShow, 1, 16);
-  c[3] = LayerMaskOf(net.SecondLayerShow, 1, 24);
+  if (view.FollowsStoreLayers) {
+    c[1] = LayerMaskOf(net.SecondLayerShow, 25, 48);
+    c[2] = LayerMaskOf(net.PrimaryLayerShow, 1, 16);
+    c[3] = LayerMaskOf(net.SecondLayerShow, 1, 24);
+  } else {
+    c[1] = view.LayerMask[0];
+    c[2] = view.LayerMask[1];
+    c[3] = view.LayerMask[2];
+  }
   c[4] = view.DisplayBits;
   c[5] = view.ColourByAir ? -1 : 0;
 }

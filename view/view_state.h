@@ -109,6 +109,9 @@ struct ViewState {
   bool PlanCopyFresh = false;
   std::array<std::int64_t, 3>
       LayerMask{};  // [0] secondary 25..48, [1] primary, [2] secondary 1..24
+  // The current window takes its masks from the network's shown-layer flags; the others keep
+  // the masks they had when they were left.
+  bool FollowsStoreLayers = true;
 
   // Draw list: net.AirwayLine[0..AirwayLineCount-1], with the airway of each record here.
   int AirwayLineCount = 0;
@@ -116,6 +119,7 @@ struct ViewState {
   std::vector<std::int32_t> LineAirway;
   bool FitRunning = false;
   bool Moving = false;                       // rotation or pan under way: no grid labels
+  bool Panning = false;                      // a pan drag: its quick pictures keep the grid
   int SingleAirway = 0;                      // a redraw of one airway's symbols only; 0 for all
   std::vector<std::int64_t> NodeKeyScratch;  // sorted end keys for joined-end tests
   std::vector<std::uint8_t> TakenCells;      // declutter: screen cells already drawn on
@@ -130,6 +134,12 @@ struct ViewState {
 // Builds a view state sized for the workspace: level band, display bits and text from the
 // defaults, the visible list's storage.
 ViewState MakeViewState(const Workspace& ws);
+
+// The symbol rows of the settings: DataRowType holds each symbol's size, DataRowSize its scale
+// box, 1 for a fixed share of the window (the stored default) and 2 for shrinking with distance.
+inline constexpr std::int16_t kFixedSymbolRow = 1, kScaledSymbolRow = 2;
+void TakeSymbolSettings(const Defaults& defaults, ViewState& view);
+void KeepSymbolSettings(const ViewState& view, Defaults& defaults);
 
 // Reads the bounds of the drawing plane into ViewTop, ViewBottom, ViewLeft and ViewRight.
 void ReadViewBounds(ViewState& view);
@@ -166,6 +176,9 @@ int ViewKind(const ViewState& view);
 void ResetPivot(const Workspace& ws, ViewState& view);
 void PivotToVisible(Workspace& ws, ViewState& view);
 void CentrePivot(const Workspace& ws, ViewState& view);
+// Moves the pivot within the plane facing the viewer until it stands at the window's centre, so
+// that the next projection, which centres the pivot, keeps the view where a fit left it.
+void PivotOnWindowCentre(ViewState& view);
 void SetPlanView(Workspace& ws, ViewState& view);
 void SetThreeDView(Workspace& ws, ViewState& view);
 
@@ -212,6 +225,9 @@ void ToggleLevelMode(Workspace& ws, ViewState& view);
 std::string LevelCaption(const Workspace& ws, const ViewState& view);
 
 // Saved views.
+// Sets the network's shown-layer flags from the view's masks: a window made current brings its
+// layers back.
+void ShowViewLayers(Network& net, const ViewState& view);
 void SaveViewSlot(Workspace& ws, const ViewState& view, int slot);
 void LoadViewSlot(Workspace& ws, ViewState& view, int slot);
 // A file that carries a start-up view (slot 0, stored with a scale) opens in it: loads it at

@@ -216,6 +216,17 @@ class ViewMouseTest : public QObject, test::FrameFixture {
     QCOMPARE(View().ScaleWidth, width / 2);
   }
 
+  void UnlimitedSpeedTakesThePauseOutOfThePowerZoom() {
+    auto* timer = view->findChild<ViewMouse*>()->findChild<QTimer*>("PowerZoom");
+    QVERIFY(timer);
+    for (const std::int16_t unlimited : {0, -1}) {
+      frame->ws.defaults.UnlimitedSpeed = unlimited;
+      QTest::mousePress(view, Qt::RightButton, Qt::ShiftModifier, Centre());
+      QCOMPARE(timer->interval(), unlimited ? 0 : 200);
+      QTest::mouseRelease(view, Qt::RightButton, Qt::ShiftModifier, Centre());
+    }
+  }
+
   void WindowsGetTheirOwnNumbers() {
     FrmWindow* second = form().NewViewWindow();
     QCOMPARE(View().WindowNumber, 1);

@@ -231,11 +231,11 @@ class ViewRenderTest : public QObject {
     w.window.EndRotation();
     QVERIFY(view.SpinAngle > 0);
 
-    // The window's state goes to its own slot and comes back from it.
+    // The window's state goes to its own slot, 100 + its position, and comes back from it.
     w.window.SetWindowNumber(2);
     w.window.SetLevel(2);
     w.window.StoreState();
-    QCOMPARE(w.ws.net.ViewValue[kWindowSlotBase + 2][5], view.ScaleWidth);
+    QCOMPARE(w.ws.net.ViewValue[kWindowSlotBase + 1][5], view.ScaleWidth);
     w.window.ToggleLevels();
     w.window.RestoreState();
     QCOMPARE(view.LevelMode, LevelModeOf::Single);

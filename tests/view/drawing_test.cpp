@@ -157,6 +157,13 @@ TEST_F(DrawingTest, DataTextAndNamesFollowTheDisplayBits) {
   DrawSymbols(ws, view, canvas);
   EXPECT_EQ(canvas.texts, (std::vector<std::string>{"N2", "12.3", "Main drive"}));
   EXPECT_EQ(canvas.textColours[1], PaletteOf(Palette::DataText));
+  // Each kind of text in the font the options give it.
+  ws.defaults.Fonts[1] = {"Courier", -1, 6};
+  ws.defaults.Fonts[2] = {"Times", 0, 6};
+  ws.defaults.Fonts[3] = {"Helvetica", 0, 6};
+  RecordingCanvas fonts;
+  DrawSymbols(ws, view, fonts);
+  EXPECT_EQ(fonts.textFonts, (std::vector<std::string>{"Helvetica", "Courier bold", "Times"}));
 }
 
 TEST_F(DrawingTest, NodeValuesAreWrittenOncePerNode) {
@@ -243,6 +250,16 @@ TEST_F(DrawingTest, GridWithoutSpacingSaysSo) {
   DrawGrid(ws, view, canvas);
   EXPECT_TRUE(ui.Said("MAJOR Error Drawing Graphics Grid !"));
   EXPECT_TRUE(canvas.texts.empty());
+}
+
+TEST_F(DrawingTest, APanKeepsTheGridInItsQuickPictures) {
+  view.GridOn = true;
+  RecordingCanvas still, panning;
+  RedrawWireframe(ws, view, still);
+  view.Panning = true;
+  RedrawWireframe(ws, view, panning);
+  EXPECT_EQ(still.Lines(), 0);
+  EXPECT_GT(panning.Lines(), 0);
 }
 
 // The station box of the drawing pass: drawn only while monitoring runs, below the midpoint,

@@ -56,14 +56,62 @@ TEST_F(LabelTest, PressureGroup) {
   EXPECT_EQ(Label(DataType::NodeRelative), "");  // written at the nodes, not here
 }
 
-TEST_F(LabelTest, FanLossAndStalledOrNegatedFans) {
-  net().FanNumber[i] = 4;
-  net().FanSlot[i] = 800;
-  net().FromNodeP[i] = -300;
-  net().ToNodeP[i] = 400;
-  EXPECT_EQ(Label(DataType::TotalLoss), "100.0");
+// Fan 4: 10 to 100 m3/s, static pressure 1000 falling by 100 a point, efficiency 45 to 90 %.
+class FanLabelTest : public LabelTest {
+ protected:
+  FanLabelTest() {
+    net().FanNumber[i] = 4;
+    net().NoOfFans[i] = 1;
+    net().FromNodeP[i] = -300;
+    net().ToNodeP[i] = 400;
+    for (int j = 1; j <= 10; ++j) {
+      net().CurveQ[4][j] = 10.0f * j;
+      net().CurveP[4][j][1] = 1100.0f - 100.0f * j;
+      net().CurveP[4][j][2] = 1150.0f - 100.0f * j;
+      net().CurveEff[4][j] = static_cast<std::int16_t>(40 + 5 * j);
+    }
+  }
+};
+
+TEST_F(FanLabelTest, LossTakesTheFanPressureOffItsCurve) {
+  struct Case {
+    float quantity;
+    std::int16_t fans;
+    bool series;
+    float solverMark;  // what a run leaves in FanSlot: the labels must not read it
+    const char* loss;
+  } cases[] = {
+      {25, 1, false, 850, "150.0"},    // -700 + 850 on the curve
+      {5, 1, false, -9999, "300.0"},   // stalled: the curve's first point, 1000
+      {200, 1, false, 9999, "-700.0"}, // negated: the fan gives nothing
+      {25, 2, true, 1700, "1000.0"},   // two in series double the pressure
+      {25, 2, false, 975, "275.0"},    // two in parallel halve the flow each
+      {25, 1, false, 0, "150.0"},      // opened, never run
+  };
+  for (const Case& c : cases) {
+    net().Quantity[i] = c.quantity;
+    net().NoOfFans[i] = c.fans;
+    net().BranchCode[i] = c.series ? Bit::FansInSeries : 0;
+    net().FanSlot[i] = c.solverMark;
+    EXPECT_EQ(Label(DataType::TotalLoss), c.loss) << c.quantity << " x" << c.fans;
+  }
+  net().Pressure[i] = 0;
+}
+
+TEST_F(FanLabelTest, PowerReadsTheEfficiencyOfOneFanInSeries) {
+  net().FanSlot[i] = 1700;
+  net().NoOfFans[i] = 2;
+  net().BranchCode[i] = Bit::FansInSeries;
+  // 25 m3/s x 1700 Pa over 52.5 % at 25 m3/s (not 46.25 % at 12.5)
+  EXPECT_EQ(Label(DataType::FrictionPower), "81");
+  net().CurveEff[4] = {};
+  EXPECT_EQ(Label(DataType::FrictionPower), "53");  // no efficiency curve: the default 80 %
+}
+
+TEST_F(FanLabelTest, StalledOrNegatedBoostShowsTheCurveEnd) {
   net().NoOfFans[i] = 2;
   net().CurveQ[4] = {0, 10, 20, 30};
+  net().CurveP[4] = {};
   net().CurveP[4][1][1] = 1500;
   net().CurveP[4][3][1] = 400;
   net().Pressure[i] = -9999;
@@ -106,6 +154,8 @@ TEST_F(LabelTest, OtherGroupBritishUnitsAndOutsideTheStore) {
   EXPECT_EQ(Label(DataType::Contaminant), "40");
   net().SmokeData[i][2] = 3;
   EXPECT_EQ(AirwayLabel(ws, DataType::Contaminant, i, 1, {1, false}), "3");
+  net().SmokeTime[i] = 86404;  // a day by the spread's own divisor
+  EXPECT_EQ(Label(DataType::SpreadTime), "24:00:00");
   net().SmokeTime[i] = 9999999;
   EXPECT_EQ(Label(DataType::SpreadTime), "");  // never reached
   EXPECT_EQ(Label(99), "");

@@ -73,14 +73,20 @@ struct RecordingCanvas : RasterCanvas {
   void Text(float x, float y, std::string_view text, Colour colour, float size) override {
     texts.emplace_back(text);
     textColours.push_back(colour);
+    textFonts.push_back(font);
     RasterCanvas::Text(x, y, text, colour, size);
   }
   void Bitmap(int picture, float left, float top, float width, float height) override {
     pictures.push_back(picture);
     RasterCanvas::Bitmap(picture, left, top, width, height);
   }
+  void SetFont(std::string_view family, bool bold) override {
+    font = std::string(family) + (bold ? " bold" : "");
+  }
   std::vector<std::string> texts;
   std::vector<Colour> textColours;
+  std::vector<std::string> textFonts;  // the font each text was written in
+  std::string font;
   std::vector<int> pictures;
 };
 

@@ -119,6 +119,20 @@ TEST_F(ViewStateTest, FitWidensToTheWindowAndNeverFitsTighterThanTheLimit) {
   EXPECT_NEAR(view.ScaleWidth, 250000.0 / (0.75 * 60000) * 1.2, 1e-3);
 }
 
+TEST_F(ViewStateTest, FitInThreeDStaysFittedThroughTheNextRedraw) {
+  Add(10, 10, -10, 6000, 0, -600);  // a long decline, the development bunched at its foot
+  for (int k = 0; k < 20; ++k) Add(6000, 10 * k, -600, 6000, 10 * k + 10, -600);
+  view.Is3D = 1;
+  view.TiltAngle = 0.6f;
+  view.SpinAngle = 0.4f;
+  Build();
+  FitNetwork(ws, view);
+  const float panX = view.PanX, panY = view.PanY;
+  Build();
+  EXPECT_NEAR(view.PanX, panX, 1);
+  EXPECT_NEAR(view.PanY, panY, 1);
+}
+
 TEST_F(ViewStateTest, FitWithEveryAirwayHiddenLeavesTheViewAlone) {
   Add(0, 0, -10, 200, 0, -10);
   ws.net.PrimaryLayerShow[1] = 0;
@@ -147,6 +161,19 @@ TEST_F(ViewStateTest, ClickAndRectangleZooms) {
   ZoomOutClick(ws, view);
   EXPECT_FLOAT_EQ(view.ScaleWidth, 400);
   EXPECT_TRUE(ui.MessageTexts().empty());
+}
+
+TEST_F(ViewStateTest, SymbolSizesComeFromTheSettingsAndGoBack) {
+  ws.defaults.DataRowType[4] = 9;  // fans
+  ws.defaults.DataRowSize[2] = kScaledSymbolRow;
+  ViewState fresh = MakeViewState(ws);
+  EXPECT_EQ(fresh.SymbolSize, (std::array<std::int16_t, 7>{1, 2, 5, 9, 5, 5, 5}));
+  EXPECT_EQ(fresh.SymbolScaled, (std::array<std::int16_t, 7>{0, 1, 0, 0, 0, 0, 0}));
+  fresh.SymbolSize[6] = 12;
+  fresh.SymbolScaled[1] = 0;
+  KeepSymbolSettings(fresh, ws.defaults);
+  EXPECT_EQ(ws.defaults.DataRowType[7], 12);
+  EXPECT_EQ(ws.defaults.DataRowSize[2], kFixedSymbolRow);
 }
 
 TEST_F(ViewStateTest, ScaleCaptionCarriesThePrintRatio) {

@@ -1,6 +1,7 @@
 // QPainter backend of the view's canvas, and the symbol pictures drawn in code.
 #include "view/qt/qpainter_canvas.h"
 
+#include <QFontDatabase>
 #include <QFontMetricsF>
 #include <QPainterPath>
 #include <QPolygonF>
@@ -183,8 +184,18 @@ const QImage& SymbolPicture(int picture, int pixelSize, bool monochrome) {
 }
 
 QPainterCanvas::QPainterCanvas(QPainter& painter, QSize pixels, const QString& fontFamily)
-    : painter_(painter), pixels_(pixels), font_(fontFamily) {
+    : painter_(painter), pixels_(pixels), font_(fontFamily), ownFamily_(fontFamily) {
   font_.setStyleHint(QFont::SansSerif);
+}
+
+void QPainterCanvas::SetFont(std::string_view family, bool bold) {
+  if (font_.bold() != bold) font_.setBold(bold);
+  // Texts switch between the four label fonts all the time: the look-up runs once per change.
+  const QString name = QString::fromUtf8(family.data(), static_cast<qsizetype>(family.size()));
+  if (name == requestedFamily_) return;
+  requestedFamily_ = name;
+  const QString trimmed = name.trimmed();
+  font_.setFamily(!trimmed.isEmpty() && QFontDatabase::hasFamily(trimmed) ? trimmed : ownFamily_);
 }
 
 void QPainterCanvas::SetScale(float left, float top, float width, float height) {

@@ -1,5 +1,5 @@
-// The view's canvas on a QPainter: world units mapped onto the painter's pixels, a fixed font
-// family, and the symbol pictures drawn in code once and scaled on demand.
+// The view's canvas on a QPainter: world units mapped onto the painter's pixels, the label
+// fonts by name (a fixed family stands in for one not installed), and the symbol pictures drawn in code once and scaled on demand.
 #pragma once
 
 #include <QFont>
@@ -21,6 +21,8 @@ class QPainterCanvas : public Canvas {
   void Line(float x1, float y1, float x2, float y2, Colour colour, int penWidth,
             LineStyle style) override;
   void Text(float x, float y, std::string_view text, Colour colour, float size) override;
+  // A family this machine lacks gives way to the canvas's own.
+  void SetFont(std::string_view family, bool bold) override;
   float TextWidth(std::string_view text, float size) override;
   float TextHeight(std::string_view text, float size) override;
   void Bitmap(int picture, float left, float top, float width, float height) override;
@@ -41,6 +43,8 @@ class QPainterCanvas : public Canvas {
   QSize pixels_;
   float left_ = 0, top_ = 0, scaleX_ = 1, scaleY_ = 1;
   QFont font_;
+  QString ownFamily_;
+  QString requestedFamily_;
   float fontSize_ = -1;
   float penScale_ = 1;
   bool monochrome_ = false;
