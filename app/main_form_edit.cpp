@@ -12,6 +12,16 @@
 #include "view/fence_tools.h"
 
 namespace galeris {
+namespace {
+
+// A replayed "Swap XY Axis" turns the axes round: the views are fitted again, as the swap
+// fitted them.
+void FitAfterTurnedAxes(MainForm& form) {
+  if (!form.Journal().AxesSwappedByReplay()) return;
+  for (FrmWindow* window : form.AllViews()) window->Fit();
+}
+
+}  // namespace
 
 void MainForm::RefreshAfterNetworkChange() {
   refreshDue_ = false;
@@ -26,12 +36,14 @@ void MainForm::UndoCommand() {
   if (ws_.sim.Running) return;
   undo_.Undo();
   RefreshAfterNetworkChange();
+  FitAfterTurnedAxes(*this);
 }
 
 void MainForm::RedoCommand() {
   if (ws_.sim.Running) return;
   undo_.Redo();
   RefreshAfterNetworkChange();
+  FitAfterTurnedAxes(*this);
 }
 
 void MainForm::FindByNameCommand(bool node) {

@@ -43,10 +43,11 @@ void MainForm::ImportDataCommand() {
         request.filter = QtFilter(kImportFilter);
         return ChooseFile(request);
       },
-      this);
+      {tools_.Edit.DefaultPrimaryLayer, tools_.Edit.DefaultSecondLayer}, this);
   if (dialog.exec() != QDialog::Accepted || dialog.Outcome() == ImportOutcome::Refused) return;
-  // An import is not journalled: the journal starts again from the imported network.
-  undo_.ResetUndoFile();
+  // An import is not journalled. One that cleared the network starts the journal again; a
+  // merge keeps the earlier edits' undo.
+  if (!dialog.Choices().Merge) undo_.ResetUndoFile();
   AfterLoad(false);
 }
 

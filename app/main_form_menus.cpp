@@ -64,7 +64,7 @@ void MainForm::BuildFileMenu() {
   AddEntry(fileMenu_, "mnuExportPicture", "Export Picture...", [this] { ExportPictureCommand(); });
   fileMenu_->addSeparator();
   AddEntry(fileMenu_, "mnuMessage", "File &Memo", [this] { ShowFileNote(); });
-  AddEntry(fileMenu_, "mnuComment", "Title Note...");
+  AddEntry(fileMenu_, "mnuComment", "Title Note");
   recentSeparator_ = fileMenu_->addSeparator();
   for (int n = 1; n <= 9; ++n) {
     mnuOld_[n] =

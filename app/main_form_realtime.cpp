@@ -6,7 +6,6 @@
 #include <QTimer>
 #include <algorithm>
 
-#include "app/frm_window.h"
 #include "app/main_form.h"
 #include "editors/frm_real_out.h"
 #include "editors/frm_remote.h"
@@ -123,12 +122,12 @@ void RealtimeCommands::StationTick() {
     form_.RedrawViews();
     return;
   }
-  ApplyStations(ws_);
-  // The bell rings only in the drawing that follows a read, so the views paint now.
+  // The bell rings once per alarm after a read, for every station airway whether a view
+  // shows it or not; the views then colour the boxes they show.
   st.SoundAlarms = true;
-  form_.RedrawViews();
-  for (FrmWindow* view : form_.AllViews()) view->repaint();
+  ApplyStations(ws_);
   st.SoundAlarms = false;
+  form_.RedrawViews();
   if (!st.RemoteResim) return;
   ResimulateQuietly(ws_);
   form_.RefreshSimStatus();

@@ -13,8 +13,9 @@
 
 namespace galeris {
 
-FrmImport::FrmImport(Workspace& ws, std::function<QString()> chooseFile, QWidget* parent)
-    : QDialog(parent), ws_(ws), chooseFile_(std::move(chooseFile)) {
+FrmImport::FrmImport(Workspace& ws, std::function<QString()> chooseFile,
+                     std::array<std::int16_t, 2> defaultLayers, QWidget* parent)
+    : QDialog(parent), ws_(ws), chooseFile_(std::move(chooseFile)), defaultLayers_(defaultLayers) {
   setObjectName("frmImport");
   setWindowTitle("Import Data");
   auto* layout = new QVBoxLayout(this);
@@ -76,6 +77,8 @@ ImportChoices FrmImport::Choices() const {
     c.Offset[axis] = Val(offset_[axis]->text().toStdString());
     c.Negate[axis] = negate_[axis]->isChecked();
   }
+  c.PrimaryLayer = defaultLayers_[0];
+  c.SecondLayer = defaultLayers_[1];
   return c;
 }
 

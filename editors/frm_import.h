@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QDialog>
+#include <array>
+#include <cstdint>
 #include <functional>
 
 #include "core/workspace.h"
@@ -17,10 +19,12 @@ namespace galeris {
 class FrmImport : public QDialog {
   Q_OBJECT
  public:
-  // chooseFile gives the file to import, empty when the user cancels.
-  FrmImport(Workspace& ws, std::function<QString()> chooseFile, QWidget* parent = nullptr);
+  // chooseFile gives the file to import, empty when the user cancels. The new airways go on
+  // the layers of defaultLayers (primary, secondary): the current defaults of new construction.
+  FrmImport(Workspace& ws, std::function<QString()> chooseFile,
+            std::array<std::int16_t, 2> defaultLayers, QWidget* parent = nullptr);
 
-  // The controls as the import reads them; the layers are the caller's current defaults.
+  // The controls as the import reads them, with the default layers.
   ImportChoices Choices() const;
   // Runs the import as the Import button does; false when no file was chosen.
   bool RunImport();
@@ -31,6 +35,7 @@ class FrmImport : public QDialog {
 
   Workspace& ws_;
   std::function<QString()> chooseFile_;
+  std::array<std::int16_t, 2> defaultLayers_;
   QCheckBox *merge_, *levels_, *retainDrive_, *retainRaise_, *commonSize_;
   QLineEdit* offset_[3];
   QCheckBox* negate_[3];

@@ -1,7 +1,6 @@
 #include "editors/frm_remote.h"
 
 #include <QCheckBox>
-#include <QCloseEvent>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -186,9 +185,8 @@ bool FrmRemote::Finish() {
   return saved;
 }
 
-void FrmRemote::closeEvent(QCloseEvent* event) {
+void FrmRemote::reject() {
   if (!finished_) Finish();
-  QDialog::closeEvent(event);
 }
 
 }  // namespace galeris

@@ -1,6 +1,7 @@
 // frmRemote, "Realtime Input Stations": the channels, alarms and airflow switch of each of the
-// 50 stations, one at a time through VScStation, and the monitoring settings. Closing stores
-// the shown station and writes Remotes.dat.
+// 50 stations, one at a time through VScStation, and the monitoring settings. Closing it any
+// way (OK, mnuExit, Esc, the window's close box) stores the shown station and writes
+// Remotes.dat.
 #pragma once
 
 #include <QDialog>
@@ -31,9 +32,8 @@ class FrmRemote : public QDialog {
   void PasteChannels();           // mnuPaste
   // CmdOK and mnuExit: store, write Remotes.dat, close. False when the file was not written.
   bool Finish();
-
- protected:
-  void closeEvent(QCloseEvent* event) override;
+  // Esc and the close box (through QDialog's close) end as OK does.
+  void reject() override;
 
  private:
   void Fill(const StationFields& f);

@@ -101,10 +101,29 @@ void ShiftCoordinate(ImportRun& run, std::int32_t& value, double offset, bool ne
   value = static_cast<std::int32_t>(RoundHalfEven(moved));
 }
 
-void ImportAirways(ImportRun& run, const std::string& path, const ImportChoices& choices) {
+// How far the frame has come with the new airways, so that an import the user stops at an
+// error still leaves every airway read whole: cleaned, numbered and keyed.
+struct NewAirways {
+  int first = 1;
+  int cleaned = 0;  // the last position cleaned
+  bool numbered = false;
+};
+
+void CleanUpTo(Workspace& ws, NewAirways& fresh, int last, const ImportChoices& choices) {
+  while (fresh.cleaned < last) CleanImportedAirway(ws, ++fresh.cleaned, choices);
+}
+
+// Numbers run on from the last one handed out, so none repeats an airway already there.
+void NumberNewAirways(Network& net, NewAirways& fresh) {
+  if (fresh.numbered) return;
+  for (int i = fresh.first; i <= net.BranchCount; ++i) net.AirwayNo[i] = ++net.NextAirwayNo;
+  fresh.numbered = true;
+}
+
+void ImportAirways(ImportRun& run, const std::string& path, const ImportChoices& choices,
+                   NewAirways& fresh) {
   Workspace& ws = run.ws;
   Network& net = ws.net;
-  const int firstNew = net.BranchCount + 1;
   const bool dxf = UpperEnding(path) == "DXF";
   if (dxf) {
     ReadDxfAirways(run, path);
@@ -114,8 +133,8 @@ void ImportAirways(ImportRun& run, const std::string& path, const ImportChoices&
 
   // The clean-up keeps its Z range in 16-bit variables: an RL beyond them is an error.
   std::int16_t lowestZ = dxf ? -1 : 0, highestZ = lowestZ;
-  for (int i = firstNew; i <= net.BranchCount; ++i) {
-    CleanImportedAirway(ws, i, choices);
+  for (int i = fresh.first; i <= net.BranchCount; ++i) {
+    CleanUpTo(ws, fresh, i, choices);
     const std::int32_t z = net.Coord1[i][3];
     if (z < std::numeric_limits<std::int16_t>::min() ||
         z > std::numeric_limits<std::int16_t>::max()) {
@@ -126,12 +145,12 @@ void ImportAirways(ImportRun& run, const std::string& path, const ImportChoices&
     highestZ = std::max<std::int16_t>(highestZ, static_cast<std::int16_t>(z));
   }
 
-  for (int i = firstNew; i <= net.BranchCount; ++i) net.AirwayNo[i] = ++net.NextAirwayNo;
+  NumberNewAirways(net, fresh);
 
   std::array<double, 3> offset{};
   for (int axis = 0; axis < 3; ++axis)
     offset[axis] = FromDisplay(ws.units, choices.Offset[axis], Unit::Length);
-  for (int i = firstNew; i <= net.BranchCount; ++i) {
+  for (int i = fresh.first; i <= net.BranchCount; ++i) {
     for (Coord3* end : {&net.Coord1[i], &net.Coord2[i]}) {
       for (int axis = 0; axis < 3; ++axis)
         ShiftCoordinate(run, (*end)[axis + 1], offset[axis], choices.Negate[axis]);
@@ -203,18 +222,20 @@ ImportOutcome ImportFile(Workspace& ws, const std::string& path, const ImportCho
     LoadFanDatabase(ws);
   }
   ImportRun run(ws);
+  NewAirways fresh{net.BranchCount + 1, net.BranchCount};
   ImportOutcome outcome = ImportOutcome::Done;
   try {
-    ImportAirways(run, path, choices);
+    ImportAirways(run, path, choices, fresh);
   } catch (const ImportAbandoned&) {
     outcome = ImportOutcome::Abandoned;
+    CleanUpTo(ws, fresh, net.BranchCount, choices);
+    NumberNewAirways(net, fresh);
+    if (!choices.Merge) RecalcAllResistances(ws);
   }
   MarkNetworkChanged(ws);
   ws.ui.SetBusy(false);
-  if (outcome == ImportOutcome::Done) {
-    RebuildNodes(net, ws.defaults, ws.ui);
-    ws.ui.Yield();
-  }
+  RebuildNodes(net, ws.defaults, ws.ui);
+  ws.ui.Yield();
   return outcome;
 }
 

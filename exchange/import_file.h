@@ -29,7 +29,7 @@ struct ImportChoices {
 enum class ImportOutcome {
   Done,       // the airways are in the store
   Refused,    // nothing was read (missing, empty or unknown file); the network is as it was
-  Abandoned,  // the user stopped at an error; what was read stays in the store
+  Abandoned,  // the user stopped at an error; the airways read so far stay, cleaned and numbered
 };
 
 // The whole import of one file; the name's ending (TXT or DXF in any case) picks the reader.

@@ -5,6 +5,7 @@
 #include "files/undo_journal.h"
 
 #include <filesystem>
+#include <utility>
 
 #include "files/lifecycle.h"
 #include "files/network_file.h"
@@ -62,7 +63,8 @@ void UndoFile::RecordUndo(int position, int kind, int action) {
     afterEntries_.clear();
     recordingAction_ = action;
   }
-  if (kind != kUndoMark && net.UndoNo[position] != 0) {
+  const bool holdsAirway = kind == kAfter || kind == kBefore;
+  if (holdsAirway && net.UndoNo[position] != 0) {
     const auto known = afterEntries_.find(net.UndoNo[position]);
     if (known != afterEntries_.end()) {
       // Touched before in this action: its state before the action is on record already, and
@@ -81,12 +83,13 @@ void UndoFile::RecordUndo(int position, int kind, int action) {
     }
     resumed_ = true;
   }
-  if (kind == kAfter || net.UndoNo[position] == 0) net.UndoNo[position] = ++serial_;
+  if (holdsAirway && (kind == kAfter || net.UndoNo[position] == 0))
+    net.UndoNo[position] = ++serial_;
   auto& entry = net.UndoOrder[writePos_];
   entry[1] = static_cast<std::int16_t>(action);
   entry[2] = static_cast<std::int16_t>(kind);
   entry[3] = 0;
-  if (kind != kUndoMark) {
+  if (holdsAirway) {
     // Column 3 is 16 bits: past 32767 serials an airway is no longer found, which is accepted.
     entry[3] = static_cast<std::int16_t>(net.UndoNo[position]);
     WriteRecord(writePos_, FormatAirwayRecord(net, position));
@@ -130,6 +133,7 @@ void UndoFile::AfterReplay() {
 }
 
 bool UndoFile::Undo() {
+  axesSwapped_ = false;
   afterEntries_.clear();
   recordingAction_ = 0;
   ws_.ui.SetBusy(true);
@@ -154,6 +158,9 @@ bool UndoFile::Undo() {
       }
     } else if (entry[2] == kBefore) {
       changed = AppendRecord(e) || changed;
+    } else if (entry[2] == kUndoAxisSignsSwapped) {
+      std::swap(net.AxisSignX, net.AxisSignY);
+      axesSwapped_ = changed = true;
     }
   }
   if (changed) resumed_ = false;
@@ -163,6 +170,7 @@ bool UndoFile::Undo() {
 }
 
 bool UndoFile::Redo() {
+  axesSwapped_ = false;
   afterEntries_.clear();
   recordingAction_ = 0;
   ws_.ui.SetBusy(true);
@@ -179,6 +187,9 @@ bool UndoFile::Redo() {
           BlankAirway(net, i);
           changed = true;
         }
+      } else if (pass == 0 && entry[2] == kUndoAxisSignsSwapped) {
+        std::swap(net.AxisSignX, net.AxisSignY);
+        axesSwapped_ = changed = true;
       } else if (pass == 1 && entry[2] == kAfter) {
         changed = AppendRecord(e) || changed;
       }

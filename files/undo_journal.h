@@ -16,6 +16,9 @@ namespace galeris {
 inline constexpr int kUndoRecordLength = 256;
 inline constexpr const char* kUndoFileName = "undo.dat";
 inline constexpr int kUndoMark = 3;  // an entry without a stored record, passed over on replay
+// An entry without a stored record: the action exchanged the two axis signs, so undo and redo
+// exchange them again.
+inline constexpr int kUndoAxisSignsSwapped = 4;
 
 inline constexpr const char* kMsgUndoBufferFull = "Undo buffer full - clearing buffer ...";
 inline constexpr const char* kMsgNoMoreUndo = "No more actions to undo";
@@ -40,6 +43,8 @@ class UndoFile : public UndoJournal {
   bool Redo();
 
   int UndoWritePos() const { return writePos_; }
+  // True when the last undo or redo exchanged the axis signs ("Swap XY Axis").
+  bool AxesSwappedByReplay() const { return axesSwapped_; }
 
  private:
   void WriteRecord(int entry, const std::string& line);
@@ -55,6 +60,7 @@ class UndoFile : public UndoJournal {
   std::int16_t undoAction_ = 1;  // UndoAction
   std::int32_t serial_ = 0;      // UndoSerial: last UndoNo handed out
   bool resumed_ = false;         // UndoResumed
+  bool axesSwapped_ = false;
   // The entries of the action being recorded that hold an airway's state after it, by UndoNo,
   // so that an airway touched twice in one action keeps one pair of records.
   std::unordered_map<std::int32_t, int> afterEntries_;

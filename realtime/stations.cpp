@@ -20,7 +20,6 @@ constexpr float kStationFileVersion = 3.1f;  // tab-joined lines
 constexpr int kReadAttempts = 5;             // a logger rewriting the file gets this many chances
 constexpr auto kReadPause = std::chrono::milliseconds(20);
 constexpr double kRoundPi = 3.1415926;
-constexpr int kStationLineFields = 8;
 
 bool ReadBytes(const std::string& path, std::string& bytes) {
   std::ifstream in(path, std::ios::binary);
@@ -29,7 +28,8 @@ bool ReadBytes(const std::string& path, std::string& bytes) {
   return !in.bad();
 }
 
-// The same bytes twice in a row: the logger was not writing in between.
+// The same bytes twice in a row, so the logger was not writing in between; a logger that
+// never pauses gives its latest bytes, as one that is read between two writes would.
 bool ReadSettled(const std::string& path, std::string& bytes, std::string& why) {
   std::string again;
   for (int attempt = 0; attempt < kReadAttempts; ++attempt) {
@@ -40,8 +40,8 @@ bool ReadSettled(const std::string& path, std::string& bytes, std::string& why) 
     }
     if (bytes == again) return true;
   }
-  why = path + " keeps changing while it is read";
-  return false;
+  bytes = again;
+  return true;
 }
 
 std::vector<std::string> Lines(const std::string& bytes) {
@@ -66,15 +66,12 @@ bool IsBlankLine(const std::string& line) {
                      [](unsigned char c) { return c == ' ' || c == '\t'; });
 }
 
-// A reading: empty is 0, anything else must be a number that a long holds.
+// A reading as a logger writes it: its leading number, so "12.5ppm" is 12.5 and "N/A" or an
+// empty field 0. Only a number that no long holds fails.
 bool Reading(const std::string& field, std::int32_t& raw) {
-  if (TrimBlanks(field).empty()) {
-    raw = 0;
-    return true;
-  }
-  double v = 0;
-  if (!StrictNumber(field, v) || !(std::fabs(v) < 2147483647.0)) return false;
-  raw = static_cast<std::int32_t>(RoundHalfEven(v));
+  const double v = RoundHalfEven(Val(field));
+  if (!(std::fabs(v) <= 2147483647.0)) return false;
+  raw = static_cast<std::int32_t>(v);
   return true;
 }
 
@@ -126,11 +123,25 @@ int StationOf(const Network& net, int i) {
   return s >= 1 && s <= kMaxStations && net.BranchCode[i] != 0 ? s : 0;
 }
 
-int AlarmOf(const RemoteStations& st, int k, int s, float value) {
-  if (!st.AlarmsOn) return 0;
-  if (st.AlarmLow[k][s] != 0 && value < st.AlarmLow[k][s]) return -1;
-  if (st.AlarmHigh[k][s] != 0 && value > st.AlarmHigh[k][s]) return 1;
-  return 0;
+// The low and the high limit are tested apart, so a reading outside both (a low limit set
+// above the high one) shows the later colour, blue, and rings twice.
+struct Alarm {
+  int side = 0;  // -1 below the low limit, 1 above the high one
+  int rings = 0;
+};
+
+Alarm AlarmOf(const RemoteStations& st, int k, int s, float value) {
+  Alarm alarm;
+  if (!st.AlarmsOn) return alarm;
+  if (st.AlarmLow[k][s] != 0 && value < st.AlarmLow[k][s]) {
+    alarm.side = -1;
+    ++alarm.rings;
+  }
+  if (st.AlarmHigh[k][s] != 0 && value > st.AlarmHigh[k][s]) {
+    alarm.side = 1;
+    ++alarm.rings;
+  }
+  return alarm;
 }
 
 // Applies the channels of station s to airway i; calls line(k, value) for each named one.
@@ -176,20 +187,16 @@ bool ReadStationFile(RemoteStations& st, const std::string& path, std::string& w
     if (IsBlankLine(lines[n])) continue;
     const std::string where = "line " + std::to_string(n + 1) + " of " + path;
     SplitLine(kStationFileVersion, lines[n], f);
-    if (std::count(lines[n].begin(), lines[n].end(), '\t') + 1 < kStationLineFields) {
-      why = where + " has fewer than 8 fields";
-      return false;
-    }
-    double number = 0;
-    if (!StrictNumber(f[1], number) || number != std::floor(number) || number < 1 ||
-        number > kMaxStations) {
+    // Fields a short line leaves off read as empty, so as 0.
+    const double number = RoundHalfEven(Val(f[1]));
+    if (number < 1 || number > kMaxStations) {
       why = where + ": station \"" + f[1] + "\" is not a number from 1 to 50";
       return false;
     }
     const int s = static_cast<int>(number);
     for (int k = 1; k <= kStationChannels; ++k) {
       if (!Reading(f[3 + k], raw[k][s])) {
-        why = where + ": reading \"" + f[3 + k] + "\" is not a number";
+        why = where + ": reading \"" + f[3 + k] + "\" is too large";
         return false;
       }
     }
@@ -226,22 +233,24 @@ std::vector<StationLine> ShowStationOf(Workspace& ws, int i) {
   RemoteStations& st = ws.remote;
   box.push_back({"   " + st.StationName[s], 0});
   ApplyStation(ws, i, s, [&](int k, float value) {
-    const int alarm = AlarmOf(st, k, s, value);
-    if (alarm != 0 && st.SoundAlarms && st.Beep) st.Beep();
     box.push_back(
         {st.ChannelAbbrev[k][s] + "  " + FormatNumber(value, "0.0") + " " + st.ChannelUnit[k][s],
-         alarm});
+         AlarmOf(st, k, s, value).side});
   });
   return box;
 }
 
 int ApplyStations(Workspace& ws) {
   Network& net = ws.net;
+  const RemoteStations& st = ws.remote;
   int fixed = 0;
   for (int i = 1; i <= net.BranchCount; ++i) {
     const int s = StationOf(net, i);
     if (s == 0) continue;
-    ApplyStation(ws, i, s, [](int, float) {});
+    ApplyStation(ws, i, s, [&](int k, float value) {
+      if (!st.SoundAlarms || !st.Beep) return;
+      for (int ring = AlarmOf(st, k, s, value).rings; ring > 0; --ring) st.Beep();
+    });
     if (net.BranchCode[i] & Bit::FixedQuantity) ++fixed;
   }
   return fixed;
@@ -255,7 +264,7 @@ std::vector<std::string> StationAlarms(const Workspace& ws) {
     for (int k = 1; k <= kStationChannels; ++k) {
       if (st.ChannelName[k][s].empty()) continue;
       const float value = ChannelValue(st, k, s);
-      const int alarm = AlarmOf(st, k, s, value);
+      const int alarm = AlarmOf(st, k, s, value).side;
       if (alarm == 0) continue;
       const std::string station = st.StationName[s].empty() ? std::to_string(s) : st.StationName[s];
       const std::string label =

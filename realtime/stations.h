@@ -33,10 +33,10 @@ struct StationLine {
 };
 // Applies the station of one airway (the first channel of a station that controls its airway
 // fixes its Quantity; a reading of 0 frees it) and returns the box: the station's name, then
-// one line per named channel. Empty for an airway without a station. Beeps for each alarm
-// while SoundAlarms is set.
+// one line per named channel. Empty for an airway without a station.
 std::vector<StationLine> ShowStationOf(Workspace& ws, int airway);
-// Applies every airway's station; returns how many airways stations now hold fixed.
+// Applies every airway's station, on screen or not; returns how many airways stations now
+// hold fixed. While SoundAlarms is set (the pass that follows a read) each alarm beeps.
 int ApplyStations(Workspace& ws);
 // The channels in alarm of the stations that the last file held, one line each:
 // "alarm STATION ABBREV VALUE below|above LIMIT".

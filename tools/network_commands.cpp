@@ -11,6 +11,7 @@
 
 #include "core/airway_values.h"
 #include "files/lifecycle.h"
+#include "files/undo_journal.h"
 #include "simulate/contaminants.h"
 
 namespace galeris {
@@ -236,11 +237,17 @@ bool SwapXYAxis(Workspace& ws) {
                     MsgButtons::OKCancel, MsgIcon::Question, "Swap Axis") != MsgAnswer::OK)
     return false;
   Network& net = ws.net;
-  EditEveryAirway(ws, [&net](int i) {
+  // The signs go into the same undo action as the airways, so that one undo turns both back.
+  if (ws.journal) ws.journal->RecordUndo(0, kUndoAxisSignsSwapped, ws.journal->UndoAction());
+  std::swap(net.AxisSignX, net.AxisSignY);
+  const bool airwaysMoved = EditEveryAirway(ws, [&net](int i) {
     ExchangeXY(net.Coord1[i]);
     ExchangeXY(net.Coord2[i]);
   });
-  std::swap(net.AxisSignX, net.AxisSignY);
+  if (!airwaysMoved) {
+    CloseUndoAction(ws.journal);
+    MarkNetworkChanged(ws);
+  }
   return true;
 }
 

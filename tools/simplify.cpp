@@ -130,8 +130,10 @@ int SimplifyNetwork(Workspace& ws, const SimplifyFilter& filter) {
   Network& net = ws.net;
   ws.ui.SetBusy(true);
   RebuildNodes(net, ws.defaults, ws.ui);
-  // The order of the sort only: its clean-up would delete airways outside the journal, and it
-  // clears the selection that the filter may need.
+  // The sort with its clean-up of duplicate and zero-length airways, which would otherwise make
+  // false junctions and stubs; the selection stays, as the filter may need it.
+  SortByNodeKeys(net);
+  DeleteRedundantAirways(ws);
   SortByNodeKeys(net);
   BuildNodeLinks(ws);
 

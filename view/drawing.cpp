@@ -765,10 +765,9 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
       }
     }
 
-    if (p.midOn) {
-      UseFont(ws, canvas, 2);
-      ShowStations(ws, canvas, i, p.midX, p.midY, nameSize, nameStep);
-    }
+    // A box whose midpoint lies just off the window still shows its lines that fall inside.
+    UseFont(ws, canvas, 2);
+    ShowStations(ws, canvas, i, p.midX, p.midY, nameSize, nameStep);
 
     float textBottom = p.midY;
     if (ws.defaults.Fonts[1].Size != 0 && p.midOn && (bits & Show::DataValues) && !nodeData &&

@@ -93,6 +93,10 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     });
     form().Action("mnuImportData")->trigger();
     QVERIFY(seen.CommonSize && seen.Negate[0] && !seen.Negate[1] && !seen.Merge);
+    // The new airways go on the default layers the dialog is given.
+    const FrmImport onLayers(frame->ws, [] { return QString(); }, {3, 2});
+    QCOMPARE(onLayers.Choices().PrimaryLayer, std::int16_t{3});
+    QCOMPARE(onLayers.Choices().SecondLayer, std::int16_t{2});
     QCOMPARE(seen.Offset[2], 2.5);
     QCOMPARE(int(net().BranchCount), 2);
     QCOMPARE(net().Coord1[1][1], -5000);
@@ -110,6 +114,20 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     frame->answer = QString::fromStdString(dir + "plan.dxf");
     form().Action("mnuDXFTrue")->trigger();
     QVERIFY(test::ReadFile(dir + "plan.dxf").find("Arrow") != std::string::npos);
+
+    // A merge import keeps the journal: the edit made before it can still be undone.
+    ui->QueueAnswer(MsgAnswer::Yes);
+    form().Action("mnuFixL")->trigger();
+    QVERIFY(net().BranchCode[1] & Bit::FixedLength);
+    frame->answer = QString::fromStdString(dir + "far.txt");
+    OnNextDialog<FrmImport>([](FrmImport& dialog) {
+      dialog.findChild<QCheckBox*>("ChkMerge")->setChecked(true);
+      dialog.findChild<QPushButton*>("Import")->click();
+    });
+    form().Action("mnuImportData")->trigger();
+    QCOMPARE(int(net().BranchCount), 4);
+    form().UndoCommand();
+    for (int i = 1; i <= 4; ++i) QVERIFY(!(net().BranchCode[i] & Bit::FixedLength));
   }
 
   void ViewListDeclutterAndLevelsMenu() {
@@ -183,6 +201,17 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     QCOMPARE(st.AlarmLow[2][2], 0.5f);
     QCOMPARE(form().Realtime().Timer1().interval(), 3000);
     QVERIFY(test::ReadFile(dir + "Remotes.dat").find("Decline") != std::string::npos);
+
+    // Esc ends the dialog as OK does.
+    QTimer::singleShot(0, &form(), [this] {
+      auto* dialog = form().findChild<FrmRemote*>();
+      QVERIFY(dialog);
+      dialog->findChild<QLineEdit*>("TxtStationName")->setText("Intake");
+      QTest::keyClick(dialog, Qt::Key_Escape);
+    });
+    form().Action("mnuRemoteStation")->trigger();
+    QCOMPARE(st.StationName[1], std::string("Intake"));
+    QVERIFY(test::ReadFile(dir + "Remotes.dat").find("Intake") != std::string::npos);
   }
 
   void MonitoringReadsResimulatesAndStopsOnAFailure() {

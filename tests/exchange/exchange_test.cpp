@@ -171,6 +171,27 @@ TEST_F(ExchangeFixture, BadFilesLeaveTheNetworkOrSayWhy) {
     EXPECT_EQ(ui.BusyDepth(), 0);
   }
 
+  // No at the error prompt: the airways read so far, the one being read too, stay whole
+  // (cleaned, keyed, numbered after the network's last) on the default layers.
+  BuildSmallMine(ws);
+  ws.net.NextAirwayNo = 40;
+  ImportChoices onLayer3;
+  onLayer3.Merge = true;
+  onLayer3.PrimaryLayer = 3;
+  WriteFile(dir + "stop.txt", heads + "0\t0\t-100\t0\t50\t-100\r\n"
+                                      "0\t50\t-100\t0\t60\t-100\t0\t0\t99999\r\n");
+  ui.ClearRecords();
+  EXPECT_EQ(ImportFile(ws, dir + "stop.txt", onLayer3), ImportOutcome::Abandoned);
+  EXPECT_TRUE(ui.Said(kMsgImportError));
+  ASSERT_EQ(ws.net.BranchCount, 6);
+  for (int i = 5; i <= 6; ++i) {
+    EXPECT_EQ(ws.net.BranchCode[i], Bit::Rectangular) << i;
+    EXPECT_EQ(ws.net.EntryNodeId[i], NodeKey(0, 50 * (i - 5), -100)) << i;
+    EXPECT_EQ(ws.net.AirwayNo[i], 36 + i) << i;
+    EXPECT_EQ(ws.net.PrimaryLayer[i], 3) << i;
+    EXPECT_EQ(ws.net.WallType[i], 4) << i;
+  }
+
   // A drawing cut inside an entity keeps the entities before it; a bad group code answered
   // Yes is passed over.
   ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);

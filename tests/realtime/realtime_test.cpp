@@ -3,6 +3,7 @@
 // tests.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <sstream>
 
@@ -96,10 +97,16 @@ TEST_F(Realtime, StationFieldsShowZeroLimitsEmptyAndStoreOnlyNumbers) {
 TEST_F(Realtime, BadStationFilesKeepTheLastGoodReadings) {
   std::string why;
   int count = 0;
-  test::WriteFile(st.RemoteSource, StationFile("7\ta\tb\t12\t3\t\t\t\r\n"));
+  // A logger's readings read as their leading number, and fields a short line leaves off as 0.
+  st.ChannelRaw[5][7] = st.ChannelRaw[1][9] = 99;
+  test::WriteFile(st.RemoteSource,
+                  StationFile("7\ta\tb\t12\tN/A\t12.6ppm\t\r\n9.4\ta\r\n3 pump\ta\tb\t-1.5e1\r\n"));
   ASSERT_TRUE(ReadStationFile(st, st.RemoteSource, why, count)) << why;
-  EXPECT_EQ(count, 1);
-  EXPECT_EQ(st.ChannelRaw[1][7], 12);
+  EXPECT_EQ(count, 3);
+  const std::array<std::int32_t, 5> station7{12, 0, 13, 0, 0};
+  for (int k = 1; k <= kStationChannels; ++k) EXPECT_EQ(st.ChannelRaw[k][7], station7[k - 1]);
+  EXPECT_EQ(st.ChannelRaw[1][9], 0);
+  EXPECT_EQ(st.ChannelRaw[1][3], -15);
   const struct {
     const char* bytes;
     const char* why;
@@ -107,8 +114,8 @@ TEST_F(Realtime, BadStationFilesKeepTheLastGoodReadings) {
       {nullptr, "cannot open"},
       {"only one line\r\n", "heading"},
       {"Q\r\nu\r\n7\ta\tb\t1\t2\t3\t4\t5\r\n0\ta\tb\t1\t2\t3\t4\t5\r\n", "from 1 to 50"},
-      {"Q\r\nu\r\n7\ta\tb\t1\t2x\t3\t4\t5\r\n", "not a number"},
-      {"Q\r\nu\r\n7\ta\tb\t1\t2\r\n", "fewer than 8"},
+      {"Q\r\nu\r\nN/A\ta\tb\t1\r\n", "from 1 to 50"},
+      {"Q\r\nu\r\n7\ta\tb\t1\t3e12\r\n", "too large"},
   };
   for (const auto& c : cases) {
     std::filesystem::remove(st.RemoteSource);
@@ -153,7 +160,7 @@ TEST_F(Realtime, TheFirstChannelFixesOrFreesItsAirwayAndAlarmsTakeSides) {
   EXPECT_EQ(ApplyStations(ws), 0);
   EXPECT_FALSE(Fixed(i));
 
-  // Alarms: a limit of 0 is no limit; the bell rings only in the redraw after a read.
+  // Alarms: a limit of 0 is no limit; a reading past both limits shows blue.
   st.AlarmsOn = true;
   st.ChannelAbbrev[2][4] = "CO";
   st.ChannelUnit[2][4] = "ppm";
@@ -162,7 +169,7 @@ TEST_F(Realtime, TheFirstChannelFixesOrFreesItsAirwayAndAlarmsTakeSides) {
     std::int32_t raw;
     float low, high;
     int alarm;
-  } alarms[] = {{10, 6, 0, -1}, {10, 0, 4, 1}, {-10, 0, 0, 0}, {10, 5, 5, 0}};
+  } alarms[] = {{10, 6, 0, -1}, {10, 0, 4, 1}, {-10, 0, 0, 0}, {10, 5, 5, 0}, {10, 6, 4, 1}};
   for (const auto& a : alarms) {
     st.ChannelRaw[2][4] = a.raw;
     st.AlarmLow[2][4] = a.low;
@@ -171,12 +178,15 @@ TEST_F(Realtime, TheFirstChannelFixesOrFreesItsAirwayAndAlarmsTakeSides) {
     ASSERT_EQ(box.size(), 6u);
     EXPECT_EQ(box[2].alarm, a.alarm) << a.raw << " " << a.low << " " << a.high;
   }
+  // The bell rings in the pass over every station airway after a read, whether a view shows
+  // the airway or not, once for each limit passed.
+  ApplyStations(ws);
   EXPECT_EQ(beeps, 0);
   st.SoundAlarms = true;
-  st.AlarmLow[2][4] = 6;
-  const auto box = ShowStationOf(ws, i);
-  EXPECT_EQ(beeps, 1);
-  EXPECT_EQ(box[2].text, "CO  5.0 ppm");
+  ApplyStations(ws);
+  EXPECT_EQ(beeps, 2);
+  EXPECT_EQ(ShowStationOf(ws, i)[2].text, "CO  5.0 ppm");
+  EXPECT_EQ(beeps, 2);
 }
 
 // An outside reader of the output file: every read must be a whole file.

@@ -297,6 +297,22 @@ TEST_F(Commands, CoordinatesSmokeAndTitle) {
   EXPECT_TRUE(ui.Said("Commas not allowed in comment !") && ui.Said("Invalid comment text"));
 }
 
+TEST_F(Commands, UndoOfSwapXYTurnsTheAxisSignsBackToo) {
+  ws.paths.TempFolder = test::ScratchDir();
+  UndoFile undo(ws);
+  undo.ResetUndoFile();
+  ws.journal = &undo;
+  net.AxisSignY = -1;
+  ui.QueueAnswer(MsgAnswer::OK);
+  ASSERT_TRUE(SwapXYAxis(ws));
+  ASSERT_TRUE(undo.Undo());
+  EXPECT_TRUE(net.AxisSignX == 1 && net.AxisSignY == -1);
+  EXPECT_EQ(net.Coord2[test::AtNumber(net, 2)], (Coord3{0, 200, 0, 500}));
+  ASSERT_TRUE(undo.Redo());
+  EXPECT_TRUE(net.AxisSignX == -1 && net.AxisSignY == 1);
+  EXPECT_EQ(net.Coord2[test::AtNumber(net, 2)], (Coord3{0, 0, 200, 500}));
+}
+
 // An intake of R 0.5, a fixed quantity of 200 Pa, R 1, and a stalled fan, R 0.1, at 10 m3/s.
 TEST_F(Commands, SummarySumsAgainstAHandCalculation) {
   ws.units = BuiltInUnits();
@@ -417,6 +433,16 @@ TEST_F(Simplify, ChainsFoldUnlessTheFilterOrTheNodeForbids) {
               "The network size was reduced by " + std::to_string(c.removed) + " airways")
         << c.name;
   }
+}
+
+TEST_F(Simplify, DuplicateAndZeroLengthAirwaysGoFirst) {
+  WestwardChain();
+  Airway(500, 0, 500, 400, 0, 500);  // a duplicate would make a junction of the first node
+  Airway(900, 0, 500, 900, 0, 500);
+  ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
+  EXPECT_EQ(SimplifyNetwork(ws, {1000, 10}), 4);
+  EXPECT_EQ(net.BranchCount, 1);
+  EXPECT_TRUE(ui.Said("Duplicate branches exist - delete them ?"));
 }
 
 TEST_F(Simplify, CombinedChainsKeepTheFlowsAndUndoRestoresEveryAirway) {
