@@ -44,25 +44,33 @@ void Solve(Workspace& ws) {
 }
 
 // The generated airways are drawn in the order the generator lays them out, so many run
-// against their air. They are turned to point along their flow (found by solving a copy of the
-// same mine), so that the first solve reverses none: on a big mine thousands of reversals would
-// each go into the undo journal and overflow it.
-void PointAlongFlow(Workspace& ws, int airways, unsigned seed) {
-  HeadlessUi quiet(HeadlessUi::Policy::AlwaysNo);
-  Workspace solved(quiet);
-  solved.paths = ws.paths;
-  solved.defaults = ws.defaults;
-  solved.units = ws.units;
-  GenerateMine(solved, airways, seed);
-  Solve(solved);
-  std::unordered_map<std::int32_t, int> position;
-  for (int i = 1; i <= ws.net.BranchCount; ++i) position[ws.net.AirwayNo[i]] = i;
-  for (int j = 1; j <= solved.net.BranchCount; ++j) {
-    const auto found = position.find(solved.net.AirwayNo[j]);
-    if (found == position.end()) continue;
-    const int i = found->second;
-    if (solved.net.Coord1[j] == ws.net.Coord2[i] && solved.net.Coord2[j] == ws.net.Coord1[i])
-      ReverseAirway(ws.net, i);
+// against their air. They are turned to point along their flow, found by solving a copy, so
+// that the first solve reverses none: on a big mine thousands of reversals would each go into
+// the undo journal and overflow it. A turned airway changes the meshes of the next solve, so an
+// airway of almost no flow may come out the other way: a few more rounds settle those.
+void PointAlongFlow(Workspace& ws) {
+  constexpr int kRounds = 4;
+  for (int round = 0; round < kRounds; ++round) {
+    HeadlessUi quiet(HeadlessUi::Policy::AlwaysNo);
+    Workspace solved(quiet);
+    solved.paths = ws.paths;
+    solved.defaults = ws.defaults;
+    solved.units = ws.units;
+    solved.net = ws.net;
+    Solve(solved);
+    std::unordered_map<std::int32_t, int> position;
+    for (int i = 1; i <= ws.net.BranchCount; ++i) position[ws.net.AirwayNo[i]] = i;
+    int turned = 0;
+    for (int j = 1; j <= solved.net.BranchCount; ++j) {
+      const auto found = position.find(solved.net.AirwayNo[j]);
+      if (found == position.end()) continue;
+      const int i = found->second;
+      if (solved.net.Coord1[j] == ws.net.Coord2[i] && solved.net.Coord2[j] == ws.net.Coord1[i]) {
+        ReverseAirway(ws.net, i);
+        ++turned;
+      }
+    }
+    if (turned == 0) return;
   }
 }
 
@@ -85,7 +93,7 @@ int RunGenerate(CliContext& c) {
   if (solved)
     Solve(c.ws);
   else
-    PointAlongFlow(c.ws, static_cast<int>(airways), static_cast<unsigned>(seed));
+    PointAlongFlow(c.ws);
   c.ws.net.FileName = out;
   if (!SaveNetwork(c.ws)) {
     c.err << "generate: could not write " << out << "\n";
