@@ -156,7 +156,7 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
       dialog.accept();
     });
     form().Action("mnuRLBase")->trigger();
-    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->count(), int(net().RLCount));
+    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->count(), int(net().RLCount) + 1);  // + "All"
     form().Action("mnuLevels(1)")->trigger();
     QCOMPARE(View().LevelMode, LevelModeOf::Single);
   }
