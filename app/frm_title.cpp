@@ -6,6 +6,7 @@
 #include <QPainter>
 #include <QScreen>
 
+#include "core/program_version.h"
 #include "files/lifecycle.h"
 
 namespace galeris {
@@ -19,6 +20,25 @@ std::string CommandFileFrom(const QStringList& arguments) {
   const std::string path = line.toStdString();
   if (!IsNetworkFileName(path)) return {};
   return QFileInfo(line).isRelative() ? QFileInfo(line).absoluteFilePath().toStdString() : path;
+}
+
+std::string CommandLineAnswer(const QStringList& arguments) {
+  const QStringList options = arguments.mid(1);
+  if (options.contains("--help") || options.contains("-h"))
+    return "galeris: the Galeris mine ventilation simulator, desktop program.\n\n"
+           "usage: galeris [NETWORK.sim | NETWORK.smm]\n"
+           "       galeris --export-image OUT.png NETWORK.sim [--view NAME] [--size WxH] "
+           "[--data CODE]\n"
+           "       galeris --print-pdf OUT.pdf NETWORK.sim [--view NAME] "
+           "[--paper A4|A3|A2|A1|A0|Letter] [--landscape] [--scale N] [--mono]\n\n"
+           "options:\n"
+           "  --help            this text\n"
+           "  --version         the program's version\n\n"
+           "The program folder (Defaults.dat, Conversion.dat, fansdata.dat) is GALERIS_HOME "
+           "when set, else the folder of this program. galeris-sim runs the simulator without "
+           "a window.\n";
+  if (options.contains("--version")) return std::string("galeris ") + kProgramVersion + "\n";
+  return {};
 }
 
 FrmTitle::FrmTitle(QWidget* parent) : QWidget(parent, Qt::SplashScreen | Qt::FramelessWindowHint) {

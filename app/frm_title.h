@@ -12,6 +12,10 @@ namespace galeris {
 // names a network file (".SIM" or ".SMM" in any case); otherwise empty.
 std::string CommandFileFrom(const QStringList& arguments);
 
+// What "--help" or "--version" anywhere on the command line asks the program to print before
+// it ends without opening a window; empty for any other command line.
+std::string CommandLineAnswer(const QStringList& arguments);
+
 class FrmTitle : public QWidget {
   Q_OBJECT
  public:

@@ -9,6 +9,7 @@
 #include <algorithm>
 
 #include "view/drawing.h"
+#include "view/opened_view.h"
 #include "view/qt/qpainter_canvas.h"
 
 namespace galeris {
@@ -93,6 +94,20 @@ bool FrmWindow::OpenStartupView() {
   Announce();
   Repaint(false);
   return true;
+}
+
+void FrmWindow::ShowOpenedNetwork() {
+  ForgetShownNetwork(view_);
+  if (!OpenStartupView()) {
+    if (SpansSeveralLevels(ws_.net)) {
+      CatchUpWithStore();
+      ApplyView(QString::fromStdString(ws_.net.ViewName[kIsoViewSlot]));
+      fitted_ = true;
+    } else {
+      Fit();
+    }
+  }
+  setWindowTitle(QString::fromStdString(LevelCaption(ws_, view_)));
 }
 
 void FrmWindow::SetDataType(int code) {

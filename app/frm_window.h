@@ -27,6 +27,9 @@ class FrmWindow : public QWidget {
 
   void Fit();                           // mnuFit, Home
   bool OpenStartupView();               // after an open: the file's start-up view, if any
+  // After an open: what the previous network left goes, then the file's start-up view, else
+  // the iso view of a mine of several levels, else the plan of all of it, fitted.
+  void ShowOpenedNetwork();
   void SetDataType(int code);           // CmbDataType and CmbDataVal: group * 10 + item
   bool ApplyView(const QString& name);  // CmbView
   int SaveView();                       // mnuSaveView; the slot used, 0 for none

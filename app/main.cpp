@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QScreen>
 #include <QTimer>
+#include <cstdio>
 #include <cstdlib>
 
 #include "app/export_image.h"
@@ -35,6 +36,13 @@ void SaveScreenshot(galeris::MainForm& form, const QString& file) {
 }  // namespace
 
 int main(int argc, char** argv) {
+  // --help and --version answer on the terminal and open no window.
+  QStringList commandLine;
+  for (int k = 0; k < argc; ++k) commandLine << QString::fromLocal8Bit(argv[k]);
+  if (const std::string answer = galeris::CommandLineAnswer(commandLine); !answer.empty()) {
+    std::fputs(answer.c_str(), stdout);
+    return 0;
+  }
   // The image export needs no screen and makes its own application object.
   if (galeris::IsExportImageCommand(argc, argv)) return galeris::RunExportImage(argc, argv);
   if (galeris::IsPrintPdfCommand(argc, argv)) return galeris::RunPrintPdf(argc, argv);

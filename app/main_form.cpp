@@ -213,6 +213,7 @@ void MainForm::RefreshLevelList() {
   for (int i = 1; i <= ws_.net.RLCount && i < static_cast<int>(ws_.net.RLName.size()); ++i)
     cmbRL_->addItem(QString::fromStdString(ws_.net.RLName[i]));
   if (cmbRL_->count() == 0) cmbRL_->addItems({"SURFACE", "U/Ground"});
+  cmbRL_->addItem(kAllLevelsEntry);
   // The shown level by its name, so that a sort keeps it; a renamed one by its place.
   int keep = cmbRL_->findText(shown);
   if (keep < 0) keep = std::min(index, cmbRL_->count() - 1);
@@ -224,14 +225,50 @@ void MainForm::RefreshLevelList() {
   // The scroll bar runs against the list: its top is the list's last entry.
   vsbRL_->blockSignals(true);
   vsbRL_->setRange(0, std::max(0, cmbRL_->count() - 1));
-  vsbRL_->setValue(vsbRL_->maximum() - cmbRL_->currentIndex());
   vsbRL_->blockSignals(false);
+  ShowLevelChoice();
 
   cmbView_->clear();
   for (int i = 1; i <= 100 && i < static_cast<int>(ws_.net.ViewName.size()); ++i)
     if (!ws_.net.ViewName[i].empty())
       cmbView_->addItem(QString::fromStdString(ws_.net.ViewName[i]));
   cmbView_->setCurrentIndex(-1);
+}
+
+// The list names what the current window draws: its one level, "All", or, for several levels
+// or a range, a word in place of a level.
+void MainForm::ShowLevelChoice() {
+  const FrmWindow* window = CurrentView();
+  const int all = cmbRL_->count() - 1;
+  int position = cmbRL_->currentIndex();
+  if (window) {
+    const ViewState& view = window->View();
+    switch (view.LevelMode) {
+      case LevelModeOf::Single:
+        position = std::clamp(view.CurrentLevel, 1, std::max(1, all)) - 1;
+        break;
+      case LevelModeOf::All:
+        position = all;
+        break;
+      default:
+        position = -1;
+        cmbRL_->setPlaceholderText(view.LevelMode == LevelModeOf::Range ? "Range" : "Selected");
+        break;
+    }
+  }
+  cmbRL_->blockSignals(true);
+  cmbRL_->setCurrentIndex(position);
+  cmbRL_->blockSignals(false);
+  vsbRL_->blockSignals(true);
+  vsbRL_->setValue(vsbRL_->maximum() - std::max(0, position));
+  vsbRL_->blockSignals(false);
+}
+
+int MainForm::ChosenLevel() const {
+  const int position = cmbRL_->currentIndex();
+  if (position >= 0 && position < cmbRL_->count() - 1) return position + 1;
+  const FrmWindow* window = CurrentView();
+  return window ? std::max(1, window->View().CurrentLevel) : 1;
 }
 
 // The scroll bar only moves the list's selection; the level is taken as the list's choice.
@@ -245,6 +282,10 @@ void MainForm::LevelChosen(int position) {
   vsbRL_->blockSignals(true);
   vsbRL_->setValue(vsbRL_->maximum() - position);
   vsbRL_->blockSignals(false);
+  if (position == cmbRL_->count() - 1) {
+    ChooseLevelMode(LevelModeOf::All);
+    return;
+  }
   if (FrmWindow* view = CurrentView()) view->SetLevel(position + 1);
 }
 
@@ -264,10 +305,12 @@ void MainForm::DeleteViewCommand() {
 }
 
 void MainForm::ViewCaptionChanged(const QString& caption) {
-  if (!caption.isEmpty()) setWindowTitle(caption);
+  if (!caption.isEmpty()) SetCaption(caption);
+  ShowLevelChoice();
 }
 
 void MainForm::RefreshSimStatus() {
+  SetCaption(caption_);
   const bool balanced = ws_.net.NetworkBalanced != 0;
   lblSim_->setText(balanced ? "OK" : "SIM");
   // Styles may paint toolbar widgets their own way; the style sheet makes the colour stick,
@@ -295,12 +338,17 @@ void MainForm::RefreshSimStatus() {
 void MainForm::RefreshCaption() {
   const std::string& name = ws_.net.FileName;
   if (name.empty()) {
-    setWindowTitle("Galeris");
+    SetCaption("Galeris");
     return;
   }
   const std::size_t cut = name.find_last_of("/\\");
   const std::string shown = cut == std::string::npos ? name : name.substr(cut + 1);
-  setWindowTitle(QString::fromStdString(shown.substr(0, 100)));
+  SetCaption(QString::fromStdString(shown.substr(0, 100)));
+}
+
+void MainForm::SetCaption(const QString& caption) {
+  caption_ = caption;
+  setWindowTitle(ws_.net.NetworkSaved == 0 ? "*" + caption : caption);
 }
 
 std::vector<FrmWindow*> MainForm::AllViews() const {
@@ -469,6 +517,7 @@ void MainForm::CarryOut(const CommandResult& result, FrmWindow* view) {
   palette_->PressButton(commands_.PressedButton);
   ShowMenuChecks(result, view);
   RefreshToolCursors();
+  ShowLevelChoice();
   if (result.FocusWindow && view) view->setFocus();
 }
 

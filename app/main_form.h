@@ -29,6 +29,9 @@ class QTimer;
 
 namespace galeris {
 
+// The last entry of CmbRL: every level drawn.
+inline constexpr const char* kAllLevelsEntry = "All";
+
 class FrmAttrib;
 class FrmError;
 class FrmFileNote;
@@ -104,8 +107,14 @@ class MainForm : public QMainWindow {
   // Refreshes after a change of the network.
   void RefreshSimStatus();
   void RefreshCaption();
+  void TileViews();  // mnuTile: the windows side by side, each fitted anew
+  // The frame's caption; a "*" before it while the network differs from its file.
+  void SetCaption(const QString& caption);
   void RefreshRecentMenu();
   void RefreshLevelList();
+  void ShowLevelChoice();  // CmbRL and VsbRL follow the current window's levels
+  // The level CmbRL names, or the current window's level while it shows "All" or a range.
+  int ChosenLevel() const;
   void RedrawViews();
   void SetStatusText(const QString& text);
 
@@ -141,6 +150,7 @@ class MainForm : public QMainWindow {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  QString caption_ = "Galeris";
   friend class ToolCommands;
   friend class PrintCommands;
   friend class RealtimeCommands;

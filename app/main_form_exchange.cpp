@@ -71,7 +71,7 @@ void MainForm::ExportDxfCommand(bool screen) {
     ws_.ui.Inform(kMsgExportFailed);
     return;
   }
-  FrmExport choices(ws_, this);
+  FrmExport choices(ws_, view->View(), this);
   if (choices.exec() != QDialog::Accepted) return;
   if (!ExportDxf(ws_, view->View(), screen, path.toStdString())) ws_.ui.Inform(kMsgExportFailed);
   // The export walked the visible list that every window shares: each draws its own again.

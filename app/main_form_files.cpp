@@ -40,10 +40,10 @@ void MainForm::Load(const std::string& commandFile) {
   }
   if (OfferRecovery(ws_)) {
     undo_.ResetUndoFile();
-    AfterLoad(true);
+    AfterLoad(true, true);
     // The recovered network keeps no name until it is saved as; the caption says where it
     // came from.
-    setWindowTitle("tempsim.sim");
+    SetCaption("tempsim.sim");
   }
   RestartAutosave();
 }
@@ -144,16 +144,22 @@ void MainForm::ExportPictureCommand() {
 
 void MainForm::AfterLoad(bool loaded, bool opened) {
   // A refused load may still have emptied the network, so everything is refreshed anyway.
-  // The views take the opened file's start-up view, or are fitted to the new network: their
-  // scale caption gives way to the file's name until the next change of scale.
-  for (FrmWindow* view : AllViews())
-    if (!(opened && view->OpenStartupView())) view->Fit();
+  // The views of an opened network start afresh (see ShowOpenedNetwork); after a merge or a
+  // refused load they are fitted. Their scale caption gives way to the file's name until the
+  // next change of scale.
+  for (FrmWindow* view : AllViews()) {
+    if (opened)
+      view->ShowOpenedNetwork();
+    else
+      view->Fit();
+  }
   RefreshCaption();
   RefreshRecentMenu();
   RefreshLevelList();
   RefreshSimStatus();
   if (frmFileNote_) frmFileNote_->Refresh();
-  if (loaded && !ws_.net.FileNote.empty()) ShowFileNote();
+  // The note opens by itself only when it says something beyond the save stamps.
+  if (loaded && NoteHasWords(ws_.net.FileNote)) ShowFileNote();
   RestartAutosave();
 }
 

@@ -68,7 +68,7 @@ void MainForm::ShowLevelList() {
       [this] {
         RefreshLevelList();
         // The band of the level CmbRL shows, as the list now holds it.
-        const int level = std::max(1, cmbRL_->currentIndex() + 1);
+        const int level = ChosenLevel();
         if (FrmWindow* window = CurrentView()) {
           ViewState& view = window->View();
           view.LevelBottom = static_cast<float>(ws_.net.RLBound[level][2]);
@@ -87,7 +87,8 @@ void MainForm::ChooseLevelMode(int mode) {
   ViewState& view = window->View();
   switch (mode) {
     case LevelModeOf::Single:
-      window->SetLevel(std::max(1, cmbRL_->currentIndex() + 1));
+      window->SetLevel(ChosenLevel());
+      ShowLevelChoice();
       return;
     case LevelModeOf::Multiple: {
       FrmSelLevel dialog(ws_, this);
@@ -98,7 +99,7 @@ void MainForm::ChooseLevelMode(int mode) {
       break;
     }
     case LevelModeOf::Range: {
-      FrmRange dialog(ws_, cmbRL_->currentIndex() + 1, this);
+      FrmRange dialog(ws_, ChosenLevel(), this);
       if (dialog.exec() != QDialog::Accepted) return;
       std::tie(view.LevelBottom, view.LevelTop) = dialog.Band();
       view.WorkingRL = (view.LevelBottom + view.LevelTop) / 2;
@@ -113,6 +114,7 @@ void MainForm::ChooseLevelMode(int mode) {
   view.PivotState = 1;
   window->setWindowTitle(QString::fromStdString(LevelCaption(ws_, view)));
   window->Redraw();
+  ShowLevelChoice();
 }
 
 void MainForm::ShowViewingLayers() {

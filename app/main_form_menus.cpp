@@ -2,6 +2,7 @@
 // command is not part of the program yet are present and disabled.
 #include <QAction>
 #include <QActionGroup>
+#include <QCoreApplication>
 #include <QKeySequence>
 #include <QMdiArea>
 #include <QMenu>
@@ -240,8 +241,15 @@ void MainForm::BuildWindowMenu() {
   AddEntry(windowMenu_, "mnuFreeze", "&Freeze", [this] { FreezeCommand(); });
   windowMenu_->addSeparator();
   AddEntry(windowMenu_, "mnuCascade", "&Cascade", [this] { mdi_->cascadeSubWindows(); });
-  AddEntry(windowMenu_, "mnuTile", "&Tile", [this] { mdi_->tileSubWindows(); });
+  AddEntry(windowMenu_, "mnuTile", "&Tile", [this] { TileViews(); });
   connect(windowMenu_, &QMenu::aboutToShow, this, &MainForm::FillWindowList);
+}
+
+void MainForm::TileViews() {
+  mdi_->tileSubWindows();
+  // Each window's new size is laid out first, then the network is fitted into it whole.
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+  for (FrmWindow* view : AllViews()) view->Fit();
 }
 
 void MainForm::BuildHelpMenu() {

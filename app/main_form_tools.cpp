@@ -285,6 +285,7 @@ void ToolCommands::ShowSummary() {
   if (!summary_) {
     summary_ = new FrmSummary(ws_, &form_);
     summary_->OnPrint(PrintWidget);
+    summary_->OnSimulate([this] { form_.RunSimulationCommand(0); });
   }
   summary_->Refresh();
   summary_->show();

@@ -97,10 +97,12 @@ int RunPrintPdf(int argc, char** argv) {
   ui.OnMessage([](const UiRecord& r) { Complain(r.title + ": " + r.text); });
   Workspace ws(ui);
   PrintSettings& settings = request->settings;
-  // The view is fitted to a window of the page's shape, so that the mine fills the page.
+  // The view is fitted to a window of the shape of the page above its title block, so that
+  // the mine fills what the page has for it.
   const PrintablePage page = PrintableFor(settings);
-  const QSize size(std::max(16, static_cast<int>(page.WidthMm * kPixelsPerMm)),
-                   std::max(16, static_cast<int>(page.HeightMm * kPixelsPerMm)));
+  const PrintablePage area = DrawingArea(page);
+  const QSize size(std::max(16, static_cast<int>(area.WidthMm * kPixelsPerMm)),
+                   std::max(16, static_cast<int>(area.HeightMm * kPixelsPerMm)));
   ViewState view;
   if (const int failed = LoadViewForExport(ws, argc > 0 ? argv[0] : "", request->network,
                                            request->viewName, size, view))

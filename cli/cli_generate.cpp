@@ -2,10 +2,13 @@
 #include <charconv>
 #include <ostream>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "cli/cli_command.h"
+#include "core/headless_ui.h"
 #include "files/network_file.h"
+#include "simulate/pressures.h"
 #include "simulate/simulate.h"
 #include "tools/mine_generator.h"
 
@@ -40,6 +43,37 @@ void Solve(Workspace& ws) {
   RunSimulation(ws);
 }
 
+// The generated airways are drawn in the order the generator lays them out, so many run
+// against their air. They are turned to point along their flow, found by solving a copy, so
+// that the first solve reverses none: on a big mine thousands of reversals would each go into
+// the undo journal and overflow it. A turned airway changes the meshes of the next solve, so an
+// airway of almost no flow may come out the other way: a few more rounds settle those.
+void PointAlongFlow(Workspace& ws) {
+  constexpr int kRounds = 4;
+  for (int round = 0; round < kRounds; ++round) {
+    HeadlessUi quiet(HeadlessUi::Policy::AlwaysNo);
+    Workspace solved(quiet);
+    solved.paths = ws.paths;
+    solved.defaults = ws.defaults;
+    solved.units = ws.units;
+    solved.net = ws.net;
+    Solve(solved);
+    std::unordered_map<std::int32_t, int> position;
+    for (int i = 1; i <= ws.net.BranchCount; ++i) position[ws.net.AirwayNo[i]] = i;
+    int turned = 0;
+    for (int j = 1; j <= solved.net.BranchCount; ++j) {
+      const auto found = position.find(solved.net.AirwayNo[j]);
+      if (found == position.end()) continue;
+      const int i = found->second;
+      if (solved.net.Coord1[j] == ws.net.Coord2[i] && solved.net.Coord2[j] == ws.net.Coord1[i]) {
+        ReverseAirway(ws.net, i);
+        ++turned;
+      }
+    }
+    if (turned == 0) return;
+  }
+}
+
 int RunGenerate(CliContext& c) {
   const bool solved = TakeFlag(c.args, "--solved");
   const std::string out = TakeOption(c.args, "-o");
@@ -56,7 +90,10 @@ int RunGenerate(CliContext& c) {
     return kExitBadInput;
   }
   GenerateMine(c.ws, static_cast<int>(airways), static_cast<unsigned>(seed));
-  if (solved) Solve(c.ws);
+  if (solved)
+    Solve(c.ws);
+  else
+    PointAlongFlow(c.ws);
   c.ws.net.FileName = out;
   if (!SaveNetwork(c.ws)) {
     c.err << "generate: could not write " << out << "\n";

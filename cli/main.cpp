@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/cli_command.h"
+#include "core/program_version.h"
 
 #include "files/network_file.h"
 
@@ -60,7 +61,8 @@ void PrintHelp(std::ostream& out) {
          "  --home DIR        the program folder (Defaults.dat, Conversion.dat, fansdata.dat);\n"
          "                    default GALERIS_HOME, else the folder of this program\n"
          "  --answer yes|no   the answer to every question the command asks (default no)\n"
-         "  --help            this text\n\n"
+         "  --help            this text\n"
+         "  --version         the program's version\n\n"
          "Every message box is written to stderr as \"Title: text\".\n"
          "Exit status: 0 success, 1 failed, 2 finished with warnings, 3 unreadable input or "
          "bad usage.\n";
@@ -77,6 +79,10 @@ int main(int argc, char** argv) {
   for (const auto& a : args) {
     if (a == "--help" || a == "-h") {
       PrintHelp(std::cout);
+      return kExitOk;
+    }
+    if (a == "--version") {
+      std::cout << "galeris-sim " << kProgramVersion << "\n";
       return kExitOk;
     }
   }

@@ -1,18 +1,43 @@
+// frmExport: the export's choices and the note of what the file will hold.
 #include "editors/frm_export.h"
 
 #include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QGroupBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
 
+#include "view/drawing.h"
+
 namespace galeris {
 
-FrmExport::FrmExport(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(ws) {
+std::string ExportContentsNote(Workspace& ws, const ViewState& view) {
+  ViewState walked = view;
+  BuildVisibleList(ws, walked);
+  int airways = 0;
+  for (int i = 1; i <= ws.net.BranchCount; ++i) airways += ws.net.EntryNodeId[i] != 0;
+  const std::string all = std::to_string(airways);
+  if (walked.VisibleCount >= airways) return "The file will hold all " + all + " airways.";
+  std::string shown = LevelCaption(ws, walked);
+  if (const std::size_t colon = shown.find(" : "); colon != std::string::npos)
+    shown = shown.substr(colon + 3);
+  return "The file will hold only the " + std::to_string(walked.VisibleCount) + " of " + all +
+         " airways that the view shows (" + shown +
+         ", shown layers). To write every airway, choose Levels > All and show every layer "
+         "first.";
+}
+
+FrmExport::FrmExport(Workspace& ws, const ViewState& view, QWidget* parent)
+    : QDialog(parent), ws_(ws) {
   setObjectName("frmExport");
   setWindowTitle("DXF Export");
   auto* layout = new QVBoxLayout(this);
+  auto* contents = new QLabel(QString::fromStdString(ExportContentsNote(ws, view)), this);
+  contents->setObjectName("LblContents");
+  contents->setWordWrap(true);
+  layout->addWidget(contents);
   const DxfExportChoices now = ExportChoicesOf(ws.defaults);
   auto check = [&](const char* name, const char* caption, bool on) {
     auto* box = new QCheckBox(caption, this);

@@ -1,5 +1,6 @@
 // frmExport: what a DXF export writes beside the airway lines (arrows, names, data values,
-// node circles) and the size of its text, kept in the defaults block.
+// node circles) and the size of its text, kept in the defaults block; and which airways the
+// file will hold, since the view's level and layer filters apply.
 #pragma once
 
 #include <QDialog>
@@ -13,10 +14,14 @@ class QRadioButton;
 
 namespace galeris {
 
+// LblContents: how many airways the export of this view writes, and how to write them all when
+// the view's levels or layers leave some out.
+std::string ExportContentsNote(Workspace& ws, const ViewState& view);
+
 class FrmExport : public QDialog {
   Q_OBJECT
  public:
-  explicit FrmExport(Workspace& ws, QWidget* parent = nullptr);
+  FrmExport(Workspace& ws, const ViewState& view, QWidget* parent = nullptr);
 
   DxfExportChoices Choices() const;
   // OK: the choices go to the defaults block, which then counts as changed.

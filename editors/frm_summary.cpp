@@ -15,6 +15,22 @@ FrmSummary::FrmSummary(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(ws
   setObjectName("frmSummary");
   setWindowTitle("Network Summary");
   auto* layout = new QVBoxLayout(this);
+  unsolved_ = new QWidget(this);
+  auto* unsolvedLayout = new QHBoxLayout(unsolved_);
+  unsolvedLayout->setContentsMargins(0, 0, 0, 0);
+  auto* note = new QLabel(kUnsolvedSummaryNote, unsolved_);
+  note->setObjectName("LblUnsolved");
+  note->setWordWrap(true);
+  note->setStyleSheet("QLabel { color: #a00000; }");
+  auto* simulate = new QPushButton("Simulate", unsolved_);
+  simulate->setObjectName("CmdSimulate");
+  unsolvedLayout->addWidget(note, 1);
+  unsolvedLayout->addWidget(simulate);
+  layout->addWidget(unsolved_);
+  connect(simulate, &QPushButton::clicked, this, [this] {
+    if (simulate_) simulate_();
+    Refresh();
+  });
   grid_ = new QGridLayout;
   layout->addLayout(grid_);
   auto* buttons = new QHBoxLayout;
@@ -35,6 +51,7 @@ FrmSummary::FrmSummary(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(ws
 }
 
 void FrmSummary::Refresh() {
+  unsolved_->setVisible(ws_.net.NetworkBalanced == 0);
   while (QLayoutItem* item = grid_->takeAt(0)) {
     delete item->widget();
     delete item;

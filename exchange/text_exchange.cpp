@@ -30,6 +30,12 @@ void AppendLength(std::string& out, const UnitTable& units, double stored) {
   out += FormatGeneral(ToDisplay(units, stored, Unit::Length));
 }
 
+// A size is a single in the store: it is written as the shortest text that reads back to the
+// same single, so a height of 5.8 stays "5.8".
+void AppendSize(std::string& out, const UnitTable& units, float stored) {
+  AppendGeneralSingle(out, static_cast<float>(ToDisplay(units, stored, Unit::Length)));
+}
+
 }  // namespace
 
 std::string FormatTextExport(const Workspace& ws) {
@@ -52,9 +58,9 @@ std::string FormatTextExport(const Workspace& ws) {
     out += TrimBlanks(net.BranchName[i].Trimmed()) + '\t';
     out += TrimBlanks(net.EntryNodeName[i].Trimmed()) + '\t';
     out += TrimBlanks(net.ExitNodeName[i].Trimmed()) + '\t';
-    AppendLength(out, ws.units, net.Dim[i][1]);
+    AppendSize(out, ws.units, net.Dim[i][1]);
     out += '\t';
-    AppendLength(out, ws.units, net.Dim[i][2]);
+    AppendSize(out, ws.units, net.Dim[i][2]);
     out += '\t';
     out += std::to_string(net.AirwayNo[i]);
     out += kCrLf;

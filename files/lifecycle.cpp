@@ -2,6 +2,7 @@
 // recovery file and its timer, the questions at exit and the recent-file list.
 #include "files/lifecycle.h"
 
+#include <algorithm>
 #include <cctype>
 #include <filesystem>
 
@@ -226,6 +227,16 @@ void PushRecentFile(Workspace& ws, const std::string& path) {
   }
   for (int i = from; i > 1; --i) list[i] = list[i - 1];
   list[1] = path;
+}
+
+bool RemoveRecentFile(Workspace& ws, const std::string& path) {
+  if (path.empty()) return false;
+  auto& list = ws.RecentFiles;
+  const auto first = list.begin() + 1;
+  const auto kept = std::remove(first, list.begin() + kRecentEntries + 1, path);
+  if (kept == list.begin() + kRecentEntries + 1) return false;
+  std::fill(kept, list.begin() + kRecentEntries + 1, std::string());
+  return true;
 }
 
 bool ReadOldRecentList(Workspace& ws) {

@@ -45,6 +45,8 @@ void FinishUnload(Workspace& ws);
 
 // Recent files: a name moves to the head (an existing entry is taken out, slot 9 is lost).
 void PushRecentFile(Workspace& ws, const std::string& path);
+// A name taken out of the list, the later entries moving up; false when it was not there.
+bool RemoveRecentFile(Workspace& ws, const std::string& path);
 // Galeris.old in the program folder, when present, fills entries 1 to 4 and is deleted.
 bool ReadOldRecentList(Workspace& ws);
 

@@ -191,6 +191,10 @@ void StoreRecent(Workspace& ws, const std::string& path) {
   if (ws.StoreRecentFiles) ws.StoreRecentFiles(ws.RecentFiles);
 }
 
+void ForgetRecent(Workspace& ws, const std::string& path) {
+  if (RemoveRecentFile(ws, path) && ws.StoreRecentFiles) ws.StoreRecentFiles(ws.RecentFiles);
+}
+
 // ---- Reader -----------------------------------------------------------------------------
 
 // Tokens of the comma-separated input of version 1.0: commas and line ends separate them, and
@@ -853,6 +857,18 @@ std::string EscapeNote(const std::string& text) {
   return s;
 }
 
+bool NoteHasWords(const std::string& note) {
+  std::size_t start = 0;
+  while (start < note.size()) {
+    std::size_t end = note.find_first_of("\r\n", start);
+    if (end == std::string::npos) end = note.size();
+    const std::string line = TrimBlanks(note.substr(start, end - start));
+    if (!line.empty() && !line.starts_with("*** File Saved ")) return true;
+    start = end + 1;
+  }
+  return false;
+}
+
 std::string UnescapeNote(const std::string& text) {
   std::string s = text;
   for (char& c : s) {
@@ -868,9 +884,10 @@ std::string UnescapeNote(const std::string& text) {
 
 // ---- Load and save ----------------------------------------------------------------------
 
-bool LoadNetwork(Workspace& ws) {
-  const std::string path = ws.net.FileName;
-  if (path != ws.paths.InTemp(kRecoveryFileName)) StoreRecent(ws, path);
+namespace {
+
+// The load proper; the recent list is kept by the caller.
+bool ReadNetworkInto(Workspace& ws, const std::string& path) {
   if (IsMasterFile(path)) ws.ui.Message(kMsgMasterLoad, MsgButtons::OK, MsgIcon::Exclamation);
   if (FileIsMissing(ws, path)) return false;
 
@@ -893,6 +910,20 @@ bool LoadNetwork(Workspace& ws) {
   ws.net = std::move(target.net);
   ws.defaults = std::move(target.defaults);
   return true;
+}
+
+}  // namespace
+
+bool LoadNetwork(Workspace& ws) {
+  const std::string path = ws.net.FileName;
+  const bool loaded = ReadNetworkInto(ws, path);
+  // A file that could not be opened leaves the recent list, so it is not offered again.
+  if (path == ws.paths.InTemp(kRecoveryFileName)) return loaded;
+  if (loaded)
+    StoreRecent(ws, path);
+  else
+    ForgetRecent(ws, path);
+  return loaded;
 }
 
 namespace {

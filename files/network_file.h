@@ -37,6 +37,9 @@ void AppendAirwayRecord(std::string& out, const Network& net, int position);
 
 std::string EscapeNote(const std::string& text);
 std::string UnescapeNote(const std::string& text);
+// True when the note holds words of the user's, not only the "*** File Saved ***" stamps that
+// every save adds.
+bool NoteHasWords(const std::string& note);
 
 // The name of the recovery file in the temporary folder.
 inline constexpr const char* kRecoveryFileName = "tempsim.sim";

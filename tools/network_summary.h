@@ -33,4 +33,9 @@ struct SummaryRow {
 
 std::vector<SummaryRow> SummaryRows(const Workspace& ws, const NetworkSums& sums);
 
+// Above the figures while the network is not balanced (NetworkBalanced 0).
+inline constexpr const char* kUnsolvedSummaryNote =
+    "Not simulated since the network was opened or changed: these figures come from the flows "
+    "as they stand, not from a balanced network.";
+
 }  // namespace galeris

@@ -128,10 +128,11 @@ void DrawLegend(const ViewState& view, const PageBounds& page, Canvas& canvas) {
   }
 }
 
-// The title block across the foot of the page.
-void DrawTitleBlock(const std::vector<std::string>& lines, const PageBounds& page, Canvas& canvas) {
+// The title block across the foot of the page, filling the band kept for it.
+void DrawTitleBlock(const std::vector<std::string>& lines, const PageBounds& page, float band,
+                    Canvas& canvas) {
   const float step = canvas.TextHeight("F", kTitleFontSize);
-  const float height = step * (static_cast<float>(lines.size()) + 0.5f);
+  const float height = std::max(band, step * (static_cast<float>(lines.size()) + 0.5f));
   const float top = page.Top + page.Height - height;
   Frame(canvas, page.Left, top, page.Width, height, RGBColour(0, 0, 0));
   float y = top + step / 4;
@@ -156,8 +157,14 @@ const PaperSize* FindPaper(std::string_view name) {
   return nullptr;
 }
 
-std::int32_t SmallestPrintScale(const ViewState& view, const PrintablePage& page) {
-  if (page.WidthMm <= 0 || page.HeightMm <= 0) return 1;
+PrintablePage DrawingArea(const PrintablePage& page) {
+  return {page.WidthMm, page.HeightMm > 2 * kTitleBandMm ? page.HeightMm - kTitleBandMm
+                                                          : page.HeightMm / 2};
+}
+
+std::int32_t SmallestPrintScale(const ViewState& view, const PrintablePage& whole) {
+  if (whole.WidthMm <= 0 || whole.HeightMm <= 0) return 1;
+  const PrintablePage page = DrawingArea(whole);
   const double byWidth = std::fabs(view.ScaleWidth) * kViewMargin / page.WidthMm;
   const double byHeight = std::fabs(view.ScaleHeight) * kViewMargin / page.HeightMm;
   const double scale = std::floor(std::max(byWidth, byHeight) * 1000);
@@ -191,7 +198,7 @@ PageBounds PagePlacement(const PrintablePage& page, std::int32_t scale) {
   bounds.Width = static_cast<float>(page.WidthMm * scale / 1000);
   bounds.Height = static_cast<float>(page.HeightMm * scale / 1000);
   bounds.Left = -bounds.Width / 2;
-  bounds.Top = -bounds.Height / 2;
+  bounds.Top = -static_cast<float>(DrawingArea(page).HeightMm * scale / 1000) / 2;
   return bounds;
 }
 
@@ -204,24 +211,38 @@ Colour PaperColour(Colour colour, bool colourPrint, bool contaminantShown) {
   }
   if (colour == kWhite) return RGBColour(0, 0, 0);
   const double light = 0.299 * RedOf(colour) + 0.587 * GreenOf(colour) + 0.114 * BlueOf(colour);
-  constexpr double kLightest = 150;  // lighter lines fade into the paper
+  constexpr double kLightest = 110;  // lighter lines and names fade into white paper
   if (light <= kLightest) return colour;
   const double f = kLightest / light;
   return RGBColour(static_cast<int>(RedOf(colour) * f), static_cast<int>(GreenOf(colour) * f),
                    static_cast<int>(BlueOf(colour) * f));
 }
 
+bool FlowsUnsolved(const Workspace& ws) {
+  const Network& net = ws.net;
+  if (net.NetworkBalanced != 0) return false;
+  if (net.NetworkSaved == 0) return true;
+  for (int i = 1; i <= net.BranchCount; ++i)
+    if (net.Quantity[i] != 0 && !(net.BranchCode[i] & Bit::FixedQuantity)) return false;
+  return true;
+}
+
 std::vector<std::string> TitleBlockLines(const Workspace& ws, const ViewState& view,
                                          const PrintSettings& settings, std::int32_t scale) {
   const Network& net = ws.net;
-  const std::string level = view.CurrentLevel >= 1 && view.CurrentLevel <= net.RLCount
-                                ? net.RLName[view.CurrentLevel]
-                                : std::string();
+  std::string level;
+  if (view.LevelMode == LevelModeOf::All)
+    level = "All";
+  else if (view.CurrentLevel >= 1 && view.CurrentLevel <= net.RLCount)
+    level = net.RLName[view.CurrentLevel];
   const char* simulation = view.SmokeState == 1   ? "Contaminant Spread Simulation  "
                            : view.SmokeState == 2 ? "Contaminant Source Simulation  "
                                                   : "AirFlow Simulation  ";
-  return {"GALERIS  " + settings.Title, "RL Name " + level, "   Scale 1:" + std::to_string(scale),
-          simulation + settings.DataName};
+  std::vector<std::string> lines = {"GALERIS  " + settings.Title, "RL Name " + level,
+                                    "   Scale 1:" + std::to_string(scale),
+                                    simulation + settings.DataName};
+  if (FlowsUnsolved(ws)) lines.emplace_back(kUnsolvedTitleLine);
+  return lines;
 }
 
 void DrawPrintPage(Workspace& ws, const ViewState& window, const PrintSettings& settings,
@@ -246,7 +267,8 @@ void DrawPrintPage(Workspace& ws, const ViewState& window, const PrintSettings& 
   DrawWireframe(ws, paper, ink);
   DrawSymbols(ws, paper, ink);
   DrawLegend(window, bounds, ink);
-  DrawTitleBlock(TitleBlockLines(ws, window, settings, scale), bounds, ink);
+  DrawTitleBlock(TitleBlockLines(ws, window, settings, scale), bounds,
+                 static_cast<float>(kTitleBandMm * scale / 1000), ink);
 }
 
 }  // namespace galeris

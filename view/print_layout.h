@@ -52,8 +52,13 @@ struct PrintablePage {
   double WidthMm = 0, HeightMm = 0;
 };
 
+// The band at the foot of the page that the title block takes; the drawing is fitted above it.
+inline constexpr double kTitleBandMm = 25;
+// The part of the printable page left to the drawing above the title block.
+PrintablePage DrawingArea(const PrintablePage& page);
+
 // The smallest scale number for this page: the one at which the window's view (with the tenth
-// around it that the screen scale allows) just fits the page, by width or by height.
+// around it that the screen scale allows) just fits the drawing area, by width or by height.
 std::int32_t SmallestPrintScale(const ViewState& view, const PrintablePage& page);
 
 inline constexpr const char* kMsgScaleExceedsPaper = "Scale exceeds paper size !";
@@ -76,8 +81,8 @@ ScaleEntry CheckPrintScale(std::string_view text, std::int32_t smallest);
 ScaleEntry ResolvePrintScale(const ViewState& view, PrintSettings& settings,
                              const PrintablePage& page);
 
-// The world rectangle (window coordinates, centred where the window is) that the printable
-// page shows at scale 1:scale.
+// The world rectangle (window coordinates) that the printable page shows at scale 1:scale: the
+// window's centre is at the centre of the drawing area, above the title block.
 struct PageBounds {
   float Left = 0, Top = 0, Width = 0, Height = 0;
 };
@@ -90,7 +95,14 @@ inline constexpr std::array<Colour, 7> kPrintContaminantColours = {
     RGBColour(128, 0, 128),   RGBColour(128, 0, 0), RGBColour(128, 128, 0)};
 Colour PaperColour(Colour colour, bool colourPrint, bool contaminantShown);
 
-// The lines of the title block, top to bottom.
+// True when the flows in the store are no solution to print as one: the network changed since
+// its last run, or it carries no flow outside its fixed quantities.
+bool FlowsUnsolved(const Workspace& ws);
+inline constexpr const char* kUnsolvedTitleLine =
+    "NOT SIMULATED - the flows shown are not a balanced solution";
+
+// The lines of the title block, top to bottom; the level line names "All" when every level is
+// drawn, and an unsolved network gets a last line that says so.
 std::vector<std::string> TitleBlockLines(const Workspace& ws, const ViewState& view,
                                          const PrintSettings& settings, std::int32_t scale);
 

@@ -7,6 +7,7 @@
 #include "app/frm_sim_form.h"
 #include "app/qt_ui.h"
 #include "app/tool_palette.h"
+#include "editors/frm_summary.h"
 #include "files/lifecycle.h"
 #include "tests/app/qt_test_support.h"
 
@@ -94,6 +95,24 @@ class MainFormTest : public QObject, test::FrameFixture {
     QCOMPARE(form().Views().subWindowList().size(), 5);
   }
 
+  // Tiling changes every window's shape; each is fitted anew, so no part of the mine is cut off.
+  void TileFitsEveryWindow() {
+    test::AddVentilatedNetwork(net(), 1000);
+    form().resize(1200, 500);
+    form().show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form()));
+    for (FrmWindow* view : form().AllViews()) view->Fit();
+    form().NewViewWindow();
+    form().Action("mnuTile")->trigger();
+    for (FrmWindow* view : form().AllViews()) {
+      const ViewState& v = view->View();
+      const float top = v.PanY - v.ScaleHeight / 2, bottom = v.PanY + v.ScaleHeight / 2;
+      QVERIFY2(v.PanX - v.ScaleWidth / 2 <= 0 && v.PanX + v.ScaleWidth / 2 >= 1000 &&
+                   ((top <= 0 && bottom >= 500) || (top <= -500 && bottom >= 0)),
+               qPrintable(QString("%1 x %2").arg(v.ScaleWidth).arg(v.ScaleHeight)));
+    }
+  }
+
   void HelpPagesOpenAndLinkTogether() {
     form().Action("mnuContents")->trigger();
     FrmHelp& help = form().HelpForm();
@@ -135,6 +154,20 @@ class MainFormTest : public QObject, test::FrameFixture {
     errors.findChild<QPushButton*>("Command1")->click();
     QVERIFY(!errors.isVisible());
     QCOMPARE(int(frame->ws.sim.SimCancel), 255);
+  }
+
+  // Figures of an unsolved network say so and offer the run; after it the self-check shows.
+  void SummaryOfAnUnsolvedNetworkOffersToSimulate() {
+    test::AddVentilatedNetwork(net());
+    form().Action("mnuSummary")->trigger();
+    auto* summary = form().findChild<FrmSummary*>("frmSummary");
+    QVERIFY(summary);
+    QVERIFY(summary->findChild<QLabel*>("LblUnsolved")->isVisibleTo(summary));
+    QVERIFY(!summary->findChild<QLabel*>("LblCheck"));
+    summary->findChild<QPushButton*>("CmdSimulate")->click();
+    QCOMPARE(Label(), QString("OK"));
+    QVERIFY(!summary->findChild<QLabel*>("LblUnsolved")->isVisibleTo(summary));
+    QVERIFY(summary->findChild<QLabel*>("LblCheck")->text().startsWith("continuity "));
   }
 
   void CleanRunTurnsTheLabelGreen() {

@@ -108,6 +108,8 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     QVERIFY(test::ReadFile(dir + "table.TXT").rfind(kTextExportHeads, 0) == 0);
 
     OnNextDialog<FrmExport>([](FrmExport& dialog) {
+      QCOMPARE(dialog.findChild<QLabel*>("LblContents")->text(),
+               QString("The file will hold all 2 airways."));
       dialog.findChild<QCheckBox*>("ChkArrows")->setChecked(true);
       dialog.findChild<QPushButton*>("CmdOK")->click();
     });
@@ -132,6 +134,8 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
 
   void ViewListDeclutterAndLevelsMenu() {
     Start(test::SourcePath("examples/example_mine.sim"));
+    // The example opens on one level: a DXF export says it writes only that level's airways.
+    QVERIFY(ExportContentsNote(frame->ws, View()).starts_with("The file will hold only the "));
     // Every pick of CmbView loads the view, the same one again too, and in plan mode.
     auto* list = form().findChild<QComboBox*>("CmbView");
     const int plan = list->findText(" 1. Default View"), iso = list->findText(" 5. Iso View");
@@ -180,7 +184,7 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
       dialog.accept();
     });
     form().Action("mnuRLBase")->trigger();
-    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->count(), int(net().RLCount));
+    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->count(), int(net().RLCount) + 1);  // + "All"
     form().Action("mnuLevels(1)")->trigger();
     QCOMPARE(View().LevelMode, LevelModeOf::Single);
   }

@@ -6,6 +6,7 @@
 #include "app/frm_title.h"
 #include "app/recent_files.h"
 #include "files/network_file.h"
+#include "tools/mine_generator.h"
 #include "tests/app/qt_test_support.h"
 
 using namespace galeris;
@@ -62,6 +63,10 @@ class MainFormFilesTest : public QObject, test::FrameFixture {
         {{"galeris", "mines/west.sim"},
          QDir::current().absoluteFilePath("mines/west.sim").toStdString()}};
     for (const auto& [arguments, file] : cases) QCOMPARE(CommandFileFrom(arguments), file);
+    // --help and --version are answered on the terminal; a network file is not.
+    QVERIFY(CommandLineAnswer({"galeris", "--help"}).starts_with("galeris: "));
+    QCOMPARE(CommandLineAnswer({"galeris", "--version"}), std::string("galeris 3.1\n"));
+    QCOMPARE(CommandLineAnswer({"galeris", "/mines/west.sim"}), std::string());
   }
 
   void NewClearsTheNetworkAndTheCaption() {
@@ -127,6 +132,13 @@ class MainFormFilesTest : public QObject, test::FrameFixture {
     note.findChild<QPlainTextEdit*>("TxtNote")->setPlainText("Fan 2 stopped\nfor repair");
     QCOMPARE(frame->ws.net.FileNote, std::string("Fan 2 stopped\r\nfor repair"));
     QCOMPARE(int(frame->ws.net.NetworkSaved), 0);
+    // A note of save stamps alone does not open over the drawing.
+    frame->ws.net.FileNote.clear();
+    const QString path = SaveAs({"stamped.sim"}) + "stamped.sim";
+    Start(path.toStdString());
+    QVERIFY(!frame->ws.net.FileNote.empty());
+    const auto* opened = form().findChild<FrmFileNote*>();
+    QVERIFY(!opened || !opened->isVisible());
   }
 
   void AutosaveWritesTheRecoveryFileEveryEleventhTick() {
@@ -146,6 +158,13 @@ class MainFormFilesTest : public QObject, test::FrameFixture {
     frame->ws.net.FileName = "/mines/" + std::string(120, 'n') + ".sim";
     form().RefreshCaption();
     QCOMPARE(Title(), QString(100, 'n'));
+    // A change marks the caption until the network is saved again.
+    MarkNetworkChanged(frame->ws);
+    form().RefreshSimStatus();  // as after every click and key
+    QCOMPARE(Title(), "*" + QString(100, 'n'));
+    frame->ws.net.NetworkSaved = 0xFF;
+    form().RefreshSimStatus();
+    QCOMPARE(Title(), QString(100, 'n'));
   }
 
   // The shipped example stores a start-up view of one level in plan, so that its names and
@@ -161,6 +180,30 @@ class MainFormFilesTest : public QObject, test::FrameFixture {
     QCOMPARE(frame->ws.RecentFiles[1], path.toStdString());
     QCOMPARE(frame->View().LevelMode, LevelModeOf::All);
     QCOMPARE(frame->View().VisibleCount, 3);
+    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->currentText(), QString("All"));
+    // Opened after the example, the small network is not looked for on the example's level.
+    form().Action("mnuOld(2)")->trigger();
+    QCOMPARE(frame->View().LevelTop, 950.0f);
+    form().Action("mnuOld(2)")->trigger();
+    QCOMPARE(Title(), QString("west.sim"));
+    QCOMPARE(frame->View().LevelMode, LevelModeOf::All);
+    QCOMPARE(frame->View().VisibleCount, 3);
+    QCOMPARE(frame->View().WorkingRL, 0.0f);
+    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->currentText(), QString("All"));
+  }
+
+  // A mine of several levels without a start-up view opens in the iso view, not as a plan of
+  // levels drawn over each other.
+  void MineOfSeveralLevelsOpensInTheIsoView() {
+    GenerateMine(frame->ws, 200);
+    const QString path = QString::fromStdString(test::ScratchDir()) + "levels.sim";
+    frame->ws.net.FileName = path.toStdString();
+    QVERIFY(SaveNetwork(frame->ws));
+    Start(path.toStdString());
+    QCOMPARE(frame->View().Is3D, std::int16_t{1});
+    QVERIFY(frame->View().TiltAngle != 0);
+    QCOMPARE(frame->View().LevelMode, LevelModeOf::All);
+    QCOMPARE(form().findChild<QComboBox*>("CmbRL")->currentText(), QString("All"));
   }
 
   void SavesFillTheMenuAndReopeningMovesToTheHead() {
@@ -172,6 +215,12 @@ class MainFormFilesTest : public QObject, test::FrameFixture {
     form().Action("mnuOld(3)")->trigger();
     QCOMPARE(form().windowTitle(), names[7]);
     QCOMPARE((QStringList{Recent(1), StoredName(1)}), (QStringList{folder + names[7], Recent(1)}));
+    // A file that can no longer be opened leaves the list; the later ones move up.
+    const QString third = Recent(3);
+    QFile::remove(Recent(2));
+    form().Action("mnuOld(2)")->trigger();
+    QCOMPARE((QStringList{Recent(2), StoredName(2)}), (QStringList{third, third}));
+    QVERIFY(!form().Action("mnuOld(9)")->isVisible());
   }
 
   void ListSurvivesARestart() {

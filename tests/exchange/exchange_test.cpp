@@ -19,7 +19,9 @@ using test::WriteFile;
 
 TEST_F(ExchangeFixture, RoundTripsKeepTheAirways) {
   BuildSmallMine(ws);
+  ws.net.Dim[1][1] = 5.8f;  // sizes are written as the singles they are: "5.8", no noise
   const Network before = ws.net;
+  EXPECT_NE(FormatTextExport(ws).find("\t5.8\t"), std::string::npos) << FormatTextExport(ws);
   ASSERT_TRUE(ExportText(ws, dir + "EXPORT.TXT"));
   ASSERT_EQ(ImportFile(ws, dir + "EXPORT.TXT", {}), ImportOutcome::Done);
   ExpectSameAirways(before, ws.net);

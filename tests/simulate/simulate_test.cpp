@@ -8,6 +8,8 @@
 #include <map>
 
 #include "core/headless_ui.h"
+#include "files/defaults_file.h"
+#include "files/network_file.h"
 #include "tests/simulate/simulate_physics_support.h"
 
 namespace galeris {
@@ -223,6 +225,25 @@ TEST_F(SimFixture, ReseedWritesTheWholePartIntoFreeAirways) {
   }
   EXPECT_TRUE(ui.Said("The seed value must be a number"));
   EXPECT_FLOAT_EQ(net.Quantity[1], 12);
+}
+
+// The example mine is shipped solved, so that its plans and summary show real flows at once:
+// solving it again moves no airway's flow by more than the balancing tolerance.
+TEST(ShippedExample, SolvingItChangesNoFlow) {
+  HeadlessUi ui;
+  Workspace ws(ui);
+  ws.paths.ProgramFolder = ws.paths.TempFolder = test::ScratchDir();
+  SetBuiltInDefaults(ws);
+  ws.net.FileName = test::SourcePath("examples/example_mine.sim");
+  ASSERT_TRUE(LoadNetwork(ws));
+  std::map<std::int32_t, float> shipped;
+  for (int i = 1; i <= ws.net.BranchCount; ++i) shipped[ws.net.AirwayNo[i]] = ws.net.Quantity[i];
+  ws.sim.ShowProgress = 0;
+  RunSimulation(ws);
+  ASSERT_EQ(ws.sim.SimStatus, 0);
+  for (int i = 1; i <= ws.net.BranchCount; ++i)
+    EXPECT_NEAR(ws.net.Quantity[i], shipped[ws.net.AirwayNo[i]], ws.defaults.MaxError)
+        << "airway " << ws.net.AirwayNo[i];
 }
 
 }  // namespace

@@ -39,10 +39,11 @@ struct PrintLayout : test::ViewFixture, ::testing::Test {
 };
 
 TEST_F(PrintLayout, ScaleRules) {
-  // 1000 x 750 world units: width rules on a wide page, height on a narrow one.
+  // 1000 x 750 world units: width rules on a wide page, height on a narrow one; the title
+  // block's band at the foot is not drawn on.
   EXPECT_EQ(SmallestPrintScale(view, {1100, 1000}), 1000);
-  EXPECT_EQ(SmallestPrintScale(view, {1100, 412.5}), 2000);
-  EXPECT_EQ(SmallestPrintScale(view, a4Landscape), 4342);  // 750 * 1.1 / 190 rules
+  EXPECT_EQ(SmallestPrintScale(view, {1100, 437.5}), 2000);
+  EXPECT_EQ(SmallestPrintScale(view, a4Landscape), 5000);  // 750 * 1.1 / (190 - 25) rules
   EXPECT_EQ(SmallestPrintScale(view, {}), 1);
   // A typed scale below the page's smallest returns to it.
   struct Case {
@@ -61,8 +62,8 @@ TEST_F(PrintLayout, ScaleRules) {
   // Printing twice gives the same scale; a typed one stands, with a word when the page cannot
   // hold the window at it.
   PrintSettings settings;
-  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Scale, 4342);
-  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Scale, 4342);
+  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Scale, 5000);
+  EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Scale, 5000);
   settings.PrintScale = 10000;
   settings.PrintScaleSet = true;
   EXPECT_EQ(ResolvePrintScale(view, settings, a4Landscape).Message, "");
@@ -71,9 +72,10 @@ TEST_F(PrintLayout, ScaleRules) {
   const ScaleEntry tooSmall = ResolvePrintScale(view, settings, a4Landscape);
   EXPECT_EQ(tooSmall.Scale, 100);
   EXPECT_EQ(tooSmall.Message, kMsgScaleCutsWindow);
+  // The window's centre is at the middle of the page above the title block's 250 units.
   const PageBounds page = PagePlacement(a4Landscape, 10000);
   EXPECT_EQ((std::array{page.Width, page.Height, page.Left, page.Top}),
-            (std::array<float, 4>{2770, 1900, -1385, -950}));
+            (std::array<float, 4>{2770, 1900, -1385, -825}));
 }
 
 TEST_F(PrintLayout, PaperColours) {
@@ -83,6 +85,11 @@ TEST_F(PrintLayout, PaperColours) {
   const Colour yellow = PaperColour(RGBColour(255, 255, 0), true, false);
   EXPECT_LT(GreenOf(yellow), 255);
   EXPECT_EQ(BlueOf(yellow), 0);
+  // Yellow, cyan and green node circles and names come out dark enough to read on white.
+  for (Colour light : {RGBColour(255, 255, 0), RGBColour(0, 255, 255), RGBColour(0, 255, 0)}) {
+    const Colour c = PaperColour(light, true, false);
+    EXPECT_LE(0.299 * RedOf(c) + 0.587 * GreenOf(c) + 0.114 * BlueOf(c), 110.5);
+  }
   for (int band = 0; band < 7; ++band)
     EXPECT_EQ(PaperColour(kContaminantColours[band], true, true), kPrintContaminantColours[band]);
 }
@@ -91,9 +98,12 @@ TEST_F(PrintLayout, ThePageCarriesTheDrawingAndTheTitleBlock) {
   ws.net.RLCount = 2;
   ws.net.RLName[2] = "900 Level";
   view.CurrentLevel = 2;
+  view.LevelMode = LevelModeOf::Single;
   view.DisplayBits = Show::AirwayNames;
   const int i = Add(-100, 0, 900, 100, 0, 900);
   ws.net.BranchName[i] = "Main drive";
+  ws.net.Quantity[i] = 12;  // a flow read from the file, unchanged since
+  ws.net.NetworkSaved = 0xFF;
   ws.net.SmokeData[i][2] = 4;
   Build();
   PrintSettings settings;
@@ -125,6 +135,12 @@ TEST_F(PrintLayout, ThePageCarriesTheDrawingAndTheTitleBlock) {
   for (const char* value : {"20000.000", "ERROR 4", "0.000"})
     EXPECT_NE(std::find(canvas.texts.begin(), canvas.texts.end(), value), canvas.texts.end())
         << value;
+  // Every level drawn names "All"; a network changed since its last run says it is unsolved.
+  view.LevelMode = LevelModeOf::All;
+  MarkNetworkChanged(ws);
+  const std::vector<std::string> title = TitleBlockLines(ws, view, settings, 5000);
+  EXPECT_EQ(title[1], "RL Name All");
+  EXPECT_EQ(title.back(), kUnsolvedTitleLine);
 }
 
 }  // namespace
