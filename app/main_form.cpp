@@ -71,12 +71,18 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
       if (refreshDue_) RefreshAfterNetworkChange();
     });
   };
+  ws_.ShownSmokeState = [this] {
+    for (FrmWindow* view : AllViews())
+      if (view->View().SmokeState != 0) return static_cast<int>(view->View().SmokeState);
+    return 0;
+  };
   RefreshSimStatus();
 }
 
 MainForm::~MainForm() {
   qApp->removeEventFilter(this);
   ws_.NetworkChanged = nullptr;
+  ws_.ShownSmokeState = nullptr;
   if (ws_.journal == &undo_) ws_.journal = nullptr;
 }
 
@@ -336,10 +342,9 @@ FrmWindow* MainForm::NewViewWindow() {
   });
   connect(mouse, &ViewMouse::KeyPressed, this,
           [this, view](ViewKey key) { ViewKeyPressed(view, key); });
-  // A report pin placed while the traces are shown traces the sources again.
-  connect(mouse, &ViewMouse::NetworkEdited, this, [this, view] {
-    if (tools_.ToolCode == ToolOf::SmokeReport && view->View().SmokeState == 2)
-      NetworkTools().SourcingSimulation();
+  // A report pin placed traces the sources again.
+  connect(mouse, &ViewMouse::NetworkEdited, this, [this] {
+    if (tools_.ToolCode == ToolOf::SmokeReport) NetworkTools().SourcingSimulation();
   });
   connect(view, &FrmWindow::CaptionChanged, this, &MainForm::ViewCaptionChanged);
   connect(view, &FrmWindow::RotationChanged, this, [this](const QString& x, const QString& y) {

@@ -892,6 +892,7 @@ bool LoadNetwork(Workspace& ws) {
     target.net.FileName = path.substr(0, path.size() - 4) + ".sim";
   ws.net = std::move(target.net);
   ws.defaults = std::move(target.defaults);
+  ws.units.UnitSystem = target.units.UnitSystem;  // the screen shows the network's own units
   return true;
 }
 
@@ -976,6 +977,9 @@ bool GasSimulationBlocksSave(UiPort& ui, int smokeState) {
 
 bool SaveNetwork(Workspace& ws, int tempMode) {
   const bool temp = tempMode == 1;
+  // The recovery file is written regardless: a message at every autosave tick would stop work.
+  if (!temp && ws.ShownSmokeState && GasSimulationBlocksSave(ws.ui, ws.ShownSmokeState()))
+    return false;
   if (!temp && ws.MasterMode && !ws.ui.AskYesNo(kMsgMasterSave, "Master File", MsgIcon::Question))
     return false;
   const std::string note = ws.net.FileNote;

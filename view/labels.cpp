@@ -216,7 +216,8 @@ std::string ValueText(const Workspace& ws, int dataType, int i, const LabelSetti
     }
     case DataType::SpreadTime:
       if (net.SmokeTime[i] == kNeverReached) return "";
-      return Format(ws, net.SmokeTime[i] / kSecondsPerDay, Unit::Time);
+      // The days of the system's own divisor, shown as the time picture's seconds.
+      return Format(ws, net.SmokeTime[i] / kSecondsPerDay * 86400.0, Unit::Time);
     default:
       return "";
   }

@@ -106,6 +106,8 @@ TEST_F(LabelTest, OtherGroupBritishUnitsAndOutsideTheStore) {
   EXPECT_EQ(Label(DataType::Contaminant), "40");
   net().SmokeData[i][2] = 3;
   EXPECT_EQ(AirwayLabel(ws, DataType::Contaminant, i, 1, {1, false}), "3");
+  net().SmokeTime[i] = 7200;
+  EXPECT_EQ(Label(DataType::SpreadTime), "02:00:00");
   net().SmokeTime[i] = 9999999;
   EXPECT_EQ(Label(DataType::SpreadTime), "");  // never reached
   EXPECT_EQ(Label(99), "");
