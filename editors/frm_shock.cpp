@@ -2,6 +2,7 @@
 #include "editors/frm_shock.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QIntValidator>
 #include <QLabel>
