@@ -249,7 +249,7 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
         FrmSmoke& smoke = form().NetworkTools().SmokeForm();
         if (!smoke.isVisible() || smoke.Running()) return;
         *stillWaiting = true;
-        smoke.reject();
+        smoke.findChild<QPushButton*>("Cancel")->click();
       });
     });
     showOrClear->click();
