@@ -46,9 +46,6 @@ FrmSimForm::FrmSimForm(QWidget* parent) : QDialog(parent) {
   lbl2_->setObjectName("Lbl2");
   lblError_ = new QLabel(this);
   lblError_->setObjectName("LblError");
-  lblCheck_ = new QLabel(this);
-  lblCheck_->setObjectName("LblCheck");
-  lblCheck_->hide();
   command1_ = new QPushButton("Cancel", this);
   command1_->setObjectName("Command1");
   grid->addWidget(label1, 0, 0, 1, 2);
@@ -57,8 +54,7 @@ FrmSimForm::FrmSimForm(QWidget* parent) : QDialog(parent) {
   grid->addWidget(lblItt_, 2, 1);
   grid->addWidget(lbl2_, 3, 0);
   grid->addWidget(lblError_, 3, 1);
-  grid->addWidget(lblCheck_, 4, 0, 1, 2);
-  grid->addWidget(command1_, 5, 1, Qt::AlignRight);
+  grid->addWidget(command1_, 4, 1, Qt::AlignRight);
   connect(command1_, &QPushButton::clicked, this, &FrmSimForm::PressCancel);
 }
 
@@ -69,7 +65,6 @@ void FrmSimForm::Open(const QString& caption) {
   lblError_->clear();
   lbl1_->hide();
   lbl2_->hide();
-  lblCheck_->hide();
   show();
   CentreOnScreen();
   raise();
@@ -92,16 +87,8 @@ void FrmSimForm::SetPercent(int percent) {
 void FrmSimForm::SetLabels(const QString& attempt, const QString& error) {
   lblItt_->setText(attempt);
   lblError_->setText(error);
-  const bool sweeping = !attempt.isEmpty() || !error.isEmpty();
-  lbl1_->setVisible(sweeping);
-  lbl2_->setVisible(sweeping);
-}
-
-void FrmSimForm::ShowCheck(const QString& text) {
-  lblCheck_->setText(text);
-  lblCheck_->show();
-  show();
-  raise();
+  lbl1_->show();
+  lbl2_->show();
 }
 
 void FrmSimForm::PressCancel() {

@@ -40,10 +40,9 @@ class FrmSimForm : public QDialog {
   // Shown modeless and centred on the screen, with the labels of the sweeps hidden.
   void Open(const QString& caption);
   void SetPercent(int percent);
-  // The balancing shows its attempt number and largest correction once per sweep.
+  // Balancing shows the two labels from its start, then its attempt number and largest
+  // correction once per sweep.
   void SetLabels(const QString& attempt, const QString& error);
-  // Stays open after the run with the self-check of its flows in LblCheck.
-  void ShowCheck(const QString& text);
   void PressCancel();
 
  protected:
@@ -59,7 +58,6 @@ class FrmSimForm : public QDialog {
   QLabel* lblItt_;
   QLabel* lbl2_;
   QLabel* lblError_;
-  QLabel* lblCheck_;
   QPushButton* command1_;
   std::function<void()> cancel_;
   std::function<bool()> pending_;

@@ -75,12 +75,18 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
       if (refreshDue_) RefreshAfterNetworkChange();
     });
   };
+  ws_.ShownSmokeState = [this] {
+    for (FrmWindow* view : AllViews())
+      if (view->View().SmokeState != 0) return static_cast<int>(view->View().SmokeState);
+    return 0;
+  };
   RefreshSimStatus();
 }
 
 MainForm::~MainForm() {
   qApp->removeEventFilter(this);
   ws_.NetworkChanged = nullptr;
+  ws_.ShownSmokeState = nullptr;
   if (ws_.journal == &undo_) ws_.journal = nullptr;
 }
 
@@ -405,10 +411,9 @@ FrmWindow* MainForm::NewViewWindow() {
     ws_.HighlightAirway = 0;
     RedrawViews();
   });
-  // A report pin placed while the traces are shown traces the sources again.
-  connect(mouse, &ViewMouse::NetworkEdited, this, [this, view] {
-    if (tools_.ToolCode == ToolOf::SmokeReport && view->View().SmokeState == 2)
-      NetworkTools().SourcingSimulation();
+  // A report pin placed traces the sources again.
+  connect(mouse, &ViewMouse::NetworkEdited, this, [this] {
+    if (tools_.ToolCode == ToolOf::SmokeReport) NetworkTools().SourcingSimulation();
   });
   connect(view, &FrmWindow::CaptionChanged, this, [this, view](const QString& caption) {
     if (view == CurrentView()) ViewCaptionChanged(caption);

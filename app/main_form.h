@@ -140,6 +140,9 @@ class MainForm : public QMainWindow {
   bool CommandRunning() const { return ws_.sim.Running; }
   // The contaminant and whole-network commands (main_form_tools.cpp).
   ToolCommands& NetworkTools() const { return *toolCommands_; }
+  // frmSmokeTrace's "Report Pin": the pin a left click of the report tool places.
+  void SetReportPin(int pinType) { tools_.Edit.PinType = static_cast<std::int16_t>(pinType); }
+  bool SourceToolUsed() const { return tools_.Edit.SourceToolUsed; }
   // Printing and simplification (main_form_print.cpp).
   PrintCommands& Printing() const { return *printCommands_; }
   // Stations and output of the real-time menu (main_form_realtime.cpp).

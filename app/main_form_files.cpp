@@ -110,6 +110,11 @@ bool MainForm::SaveFile() {
 }
 
 bool MainForm::SaveAs() {
+  // Refused before a name is asked for, as the save itself would refuse.
+  if (ws_.ShownSmokeState && GasSimulationBlocksSave(ws_.ui, ws_.ShownSmokeState())) {
+    RedrawViews();
+    return false;
+  }
   FileDialogRequest request;
   request.save = true;
   request.title = "Save Network As";

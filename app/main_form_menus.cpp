@@ -216,7 +216,7 @@ void MainForm::BuildToolsMenu() {
   numbers->setObjectName("mnuNumbers");
   AddEntry(numbers, "mnuResetAir", "Renumber Airways");
   AddEntry(numbers, "mnuchecknumbers", "Check numbering", [this] {
-    CheckDuplicateAirwayNumbers(ws_.net, ws_.ui);
+    CheckDuplicateAirwayNumbers(ws_);
     RedrawViews();
   });
   QMenu* coordinates = tools->addMenu("Coordinates");

@@ -35,11 +35,17 @@ void MainForm::RunSimulationCommand(int simMode) {
   const SimOutcome outcome = RunSimulation(ws_);
   SetSimulationEnabled(true);
   if (outcome.Ran) {
-    if (outcome.ShowErrorList)
-      ErrorForm().ShowList(ws_.net.Errorlist, outcome.ErrorListCaption);
-    else if (frmError_)
+    // The progress window has closed; the self-check of the flows goes to the status line and
+    // under the error list's lines.
+    const QString check = SolutionCheckLine(ws_.sim);
+    if (!check.isEmpty()) SetStatusText(check);
+    if (outcome.ShowErrorList) {
+      std::vector<std::string> lines = ws_.net.Errorlist;
+      if (!check.isEmpty()) lines.push_back(check.toStdString());
+      ErrorForm().ShowList(lines, outcome.ErrorListCaption);
+    } else if (frmError_) {
       frmError_->hide();
-    ShowSolutionCheck(this, ws_.sim);
+    }
   }
   RefreshSimStatus();
   RedrawViews();

@@ -9,6 +9,7 @@
 #include <QPainter>
 #include <QPrintDialog>
 #include <QPrinter>
+#include <QTimer>
 
 #include "app/frm_window.h"
 #include "app/main_form.h"
@@ -110,30 +111,34 @@ void ToolCommands::SetSmokeState(int state) {
 FrmSmoke& ToolCommands::SmokeForm() {
   if (!frmSmoke_) {
     frmSmoke_ = new FrmSmoke(ws_, &form_);
-    connect(frmSmoke_, &FrmSmoke::SimulateClicked, this, [this] {
-      RememberDataType();
-      SpreadDisplay display = frmSmoke_->Display();
-      display.Simulate = [this] { form_.RunSimulationCommand(kModeSimulate); };
-      const bool retain = frmSmoke_->RetainLegend();
-      ws_.ui.SetBusy(true);
-      const SpreadResult result = SimulateContaminant(ws_, display);
-      ws_.ui.SetBusy(false);
-      form_.RefreshSimStatus();
-      if (result.End == SpreadEnd::Finished || result.End == SpreadEnd::Failed) {
-        frmSmoke_->accept();
-        if (result.End == SpreadEnd::Finished) SpreadFinished(result, retain);
-      }
-      form_.RedrawViews();
-    });
+    connect(frmSmoke_, &FrmSmoke::SimulateClicked, this, &ToolCommands::SpreadFromForm);
     connect(frmSmoke_, &FrmSmoke::CancelClicked, this, [this] {
       ws_.sim.SimCancel = 255;
       if (frmSmoke_->Running()) return;  // the spread shows what it has reached
       SetSmokeState(0);
+      if (legend_) legend_->ShowSpreadShown(false);
       ClearNonSourceContaminant(ws_.net);
       form_.RedrawViews();
     });
   }
   return *frmSmoke_;
+}
+
+void ToolCommands::SpreadFromForm() {
+  RememberDataType();
+  SpreadDisplay display = frmSmoke_->Display();
+  display.Simulate = [this] { form_.RunSimulationCommand(kModeSimulate); };
+  if (!form_.SourceToolUsed()) retainLegend_ = frmSmoke_->RetainLegend();
+  const bool retain = retainLegend_;
+  ws_.ui.SetBusy(true);
+  const SpreadResult result = SimulateContaminant(ws_, display);
+  ws_.ui.SetBusy(false);
+  form_.RefreshSimStatus();
+  if (result.End == SpreadEnd::Finished || result.End == SpreadEnd::Failed) {
+    frmSmoke_->accept();
+    if (result.End == SpreadEnd::Finished) SpreadFinished(result, retain);
+  }
+  form_.RedrawViews();
 }
 
 void ToolCommands::SmokeSimulation() {
@@ -194,6 +199,9 @@ FrmSmokeLegend& ToolCommands::LegendForm() {
   });
   connect(legend_, &FrmSmokeLegend::ShowSmokeClicked, this, [this] {
     SetSmokeState(1);
+    // The spread runs again at once in its form, as a press of "Simulate" would run it.
+    FrmSmoke* form = &SmokeForm();
+    QTimer::singleShot(0, form, [form] { form->Simulate(); });
     RunSpread();
   });
   connect(legend_, &FrmSmokeLegend::SourcesCleared, this, [this] { form_.RedrawViews(); });
@@ -238,6 +246,7 @@ FrmSmokeTrace& ToolCommands::TraceForm() {
     SetSmokeState(shown ? 2 : 0);
     form_.RedrawViews();
   });
+  connect(trace_, &FrmSmokeTrace::PinTypeChosen, &form_, &MainForm::SetReportPin);
   connect(trace_, &FrmSmokeTrace::Closed, this, [this] {
     SetSmokeState(0);
     form_.RedrawViews();

@@ -51,6 +51,8 @@ class ToolCommands : public QObject {
   void ConnectEdit(const char* name, std::function<bool()> run, bool fitViews = false);
   void ForEachView(const std::function<void(ViewState&)>& change);
   void SetSmokeState(int state);
+  // The spread from frmSmoke's choices, as its "Simulate" runs it.
+  void SpreadFromForm();
   void SpreadFinished(const SpreadResult& result, bool retain);
   FrmSmokeLegend& LegendForm();
   FrmSmokeTrace& TraceForm();
@@ -62,6 +64,7 @@ class ToolCommands : public QObject {
   MainForm& form_;
   Workspace& ws_;
   FrmSmoke* frmSmoke_ = nullptr;
+  bool retainLegend_ = false;  // "Retain Legend" as the spread last read it
   FrmSmokeLegend* legend_ = nullptr;
   FrmSmokeTrace* trace_ = nullptr;
   FrmSummary* summary_ = nullptr;

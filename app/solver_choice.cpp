@@ -1,11 +1,10 @@
-// The "Solver" entries and the self-check line of frmSimForm.
+// The "Solver" entries and the self-check line of a finished run.
 #include "app/solver_choice.h"
 
 #include <QActionGroup>
 #include <QMenu>
 #include <QSettings>
 
-#include "app/frm_sim_form.h"
 #include "simulate/solution_check.h"
 
 namespace galeris {
@@ -41,10 +40,9 @@ void AddSolverMenu(QMenu* simulate, SimRun& run) {
   }
 }
 
-void ShowSolutionCheck(QWidget* frame, const SimRun& run) {
-  if (!run.Check.Done || run.ShowProgress != 1) return;
-  if (auto* form = frame->findChild<FrmSimForm*>())
-    form->ShowCheck(QString::fromStdString("Self-check : " + SolutionCheckText(run.Check)));
+QString SolutionCheckLine(const SimRun& run) {
+  if (!run.Check.Done) return {};
+  return QString::fromStdString("Self-check : " + SolutionCheckText(run.Check));
 }
 
 }  // namespace galeris

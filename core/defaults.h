@@ -15,6 +15,7 @@ struct LabelFont {
   std::string Name = "Arial";
   std::int16_t Bold = 0;
   std::int16_t Size = 6;  // half-points
+  bool operator==(const LabelFont&) const = default;
 };
 
 struct Defaults {
@@ -84,6 +85,8 @@ struct Defaults {
   float GridCentreY = 1000;                // 88
   float ViewNear = 0;                      // 89
   float ViewFar = 1000;                    // 90
+
+  bool operator==(const Defaults&) const = default;
 
   // Built-in settings outside the values line.
   double HighResistance = 1000000000;

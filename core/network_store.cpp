@@ -11,6 +11,8 @@
 #include "core/defaults.h"
 #include "core/in_parts.h"
 #include "core/ui_port.h"
+#include "core/undo_journal_port.h"
+#include "core/workspace.h"
 
 namespace galeris {
 namespace {
@@ -77,10 +79,11 @@ void Refill(ZeroArray<T>& v, std::size_t size) {
 void SizeArrays(Network& n, bool keep) {
   auto size = [keep](auto& v, std::size_t count) { keep ? ResizeKeeping(v, count) : Refill(v, count); };
   const std::size_t airways = static_cast<std::size_t>(n.MaxAirways) + 1;
+  // Slots the store gains are never reached by smoke, like every slot of a cleared store.
+  const std::size_t reached = keep ? std::min(n.SmokeTime.size(), airways) : 0;
   ForEachAirwayArray(n, [&](auto& v) { size(v, airways); });
-  if (!keep || n.SmokeTime.size() != airways) {
-    for (auto& t : n.SmokeTime) t = 9999999.0f;
-  }
+  std::fill(n.SmokeTime.begin() + static_cast<std::ptrdiff_t>(reached), n.SmokeTime.end(),
+            9999999.0f);
   const std::size_t nodes = 2 * static_cast<std::size_t>(n.MaxAirways) + 2;
   size(n.NodeParent, nodes);
   size(n.NodeGroup, nodes);
@@ -264,21 +267,29 @@ bool HasDuplicateAirwayNumbers(const Network& net) {
   return false;
 }
 
-void RenumberDuplicateAirways(Network& net) {
+void RenumberDuplicateAirways(Network& net, UndoJournal* journal) {
   std::unordered_set<std::int32_t> seen;
-  for (int i = 1; i <= net.BranchCount; ++i)
-    if (!seen.insert(net.AirwayNo[i]).second) net.AirwayNo[i] = ++net.NextAirwayNo;
+  for (int i = 1; i <= net.BranchCount; ++i) {
+    if (seen.insert(net.AirwayNo[i]).second) continue;
+    JournalBefore(journal, i);
+    net.AirwayNo[i] = ++net.NextAirwayNo;
+    JournalAfter(journal, i);
+  }
+  CloseUndoAction(journal);
 }
 
-void CheckDuplicateAirwayNumbers(Network& net, UiPort& ui) {
-  if (!HasDuplicateAirwayNumbers(net)) {
+void CheckDuplicateAirwayNumbers(Workspace& ws) {
+  UiPort& ui = ws.ui;
+  if (!HasDuplicateAirwayNumbers(ws.net)) {
     ui.Message("All airways have unqiue numbers");
     return;
   }
   if (ui.Message("Duplicate unique airway numbers exist - allow Galeris to re-number them ?",
                  MsgButtons::YesNo, MsgIcon::Question,
-                 "Duplicate airway numbers") == MsgAnswer::Yes)
-    RenumberDuplicateAirways(net);
+                 "Duplicate airway numbers") != MsgAnswer::Yes)
+    return;
+  RenumberDuplicateAirways(ws.net, ws.journal);
+  MarkNetworkChanged(ws);
 }
 
 bool RoomForAirway(const Network& net, UiPort& ui) {

@@ -14,7 +14,9 @@
 namespace galeris {
 
 class UiPort;
+class UndoJournal;
 struct Defaults;
+struct Workspace;
 
 using Key = std::int64_t;  // location key: fixed point, the value times 10000
 
@@ -200,9 +202,10 @@ void RebuildNodes(Network& net, const Defaults& defaults, UiPort& ui);
 // True when some AirwayNo repeats.
 bool HasDuplicateAirwayNumbers(const Network& net);
 // The duplicate-number command: asks to re-number when numbers repeat, else says all are unique.
-void CheckDuplicateAirwayNumbers(Network& net, UiPort& ui);
-// Gives every airway whose number repeats an earlier one a fresh number.
-void RenumberDuplicateAirways(Network& net);
+// A re-numbering is one undoable action and leaves the network unsaved.
+void CheckDuplicateAirwayNumbers(Workspace& ws);
+// Gives every airway whose number repeats an earlier one a fresh number, journalled.
+void RenumberDuplicateAirways(Network& net, UndoJournal* journal);
 
 // Capacity messages.
 inline constexpr const char* kMsgAirwaysExceeded =

@@ -34,7 +34,8 @@ class UiPort {
   virtual void ShowProgress(const std::string& caption) = 0;
   virtual void SetProgressCaption(const std::string& caption) = 0;
   virtual void SetProgress(int percent) = 0;
-  // The two labels under the bar: attempt number and maximum error; empty hides nothing.
+  // The two labels under the bar, attempt number and maximum error: shown from the first call
+  // after ShowProgress, which hides them.
   virtual void SetProgressLabels(const std::string& attempt, const std::string& error) = 0;
   virtual void HideProgress() = 0;
 

@@ -32,6 +32,7 @@ struct UnitTable {
   std::array<std::array<std::string, 3>, kUnitRows + 1> UnitFormat{};  // [row][system]
   // The head lines of Conversion.dat as read: [0] the title, [1..6] the column heads.
   std::array<std::string, 7> Heads{};
+  bool operator==(const UnitTable&) const = default;
 };
 
 // The built-in table.

@@ -27,7 +27,7 @@ struct Workspace {
   ProgramPaths paths;
   UiPort& ui;
   SimRun sim;
-  RemoteStations remote;  // real-time stations and output (Remotes.dat)
+  RemoteStations remote;           // real-time stations and output (Remotes.dat)
   UndoJournal* journal = nullptr;  // the undo journal; none in tests and the command line
 
   // Recent files 1..9, newest first; StoreRecentFiles saves them (the desktop program sets it).
@@ -36,9 +36,12 @@ struct Workspace {
   // Told after every change of the network, so that every window and list can follow. It may
   // be told many times in one action: it should only note that a refresh is due.
   std::function<void()> NetworkChanged;
+  // The windows' SmokeState: a gas spread or trace on screen (not 0) holds up saving. The
+  // desktop program sets it; without it nothing is shown.
+  std::function<int()> ShownSmokeState;
 
   int HighlightAirway = 0;            // the airway an open dialog is on, 0 for none
-  std::uint8_t DefaultsSaved = 0xFF;  // 0 after the options are changed
+  std::uint8_t DefaultsSaved = 0xFF;  // 0 once a setting differs from Defaults.dat
   std::int16_t MergeBase = 1;         // 1: a load replaces the network; above: merge behind it
   bool MasterMode = false;            // the next save is to a Master (.smm) file
   bool CoordinateWarned = false;      // the import's coordinate clamp has said so once
@@ -49,6 +52,24 @@ inline void MarkNetworkChanged(Workspace& ws) {
   ws.net.NetworkSaved = 0;
   ws.net.NetworkBalanced = 0;
   if (ws.NetworkChanged) ws.NetworkChanged();
+}
+
+// The settings Defaults.dat and Conversion.dat keep (the fan count lives in the store), taken
+// before an edit to tell whether the edit changed one.
+struct SavedSettings {
+  Defaults defaults;
+  UnitTable units;
+  std::int16_t FanMax = 0;
+  bool operator==(const SavedSettings&) const = default;
+};
+
+inline SavedSettings SettingsOf(const Workspace& ws) {
+  return {ws.defaults, ws.units, ws.net.FanMax};
+}
+
+// The settings are unsaved only when the edit left one of them different.
+inline void MarkDefaultsChanged(Workspace& ws, const SavedSettings& before) {
+  if (!(SettingsOf(ws) == before)) ws.DefaultsSaved = 0;
 }
 
 }  // namespace galeris

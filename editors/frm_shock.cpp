@@ -2,11 +2,13 @@
 #include "editors/frm_shock.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QGridLayout>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QTimer>
 
 #include "core/number_format.h"
 
@@ -23,6 +25,7 @@ FrmShock::FrmShock(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(ws) {
     LblNumS[k]->setObjectName(QString("LblNumS(%1)").arg(k));
     LblNumS[k]->setValidator(new QIntValidator(0, 9999, LblNumS[k]));
     LblNumS[k]->setMaximumWidth(50);
+    LblNumS[k]->installEventFilter(this);
     const int row = k % 10, column = (k / 10) * 2;
     grid->addWidget(ChkShockType[k], row, column);
     grid->addWidget(LblNumS[k], row, column + 1);
@@ -61,6 +64,13 @@ FrmShock::FrmShock(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(ws) {
     accept();
   });
   connect(cancel, &QPushButton::clicked, this, &QDialog::reject);
+}
+
+bool FrmShock::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn)
+    if (auto* box = qobject_cast<QLineEdit*>(watched))
+      QTimer::singleShot(0, box, &QLineEdit::selectAll);
+  return QDialog::eventFilter(watched, event);
 }
 
 void FrmShock::Recompute() {

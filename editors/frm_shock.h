@@ -25,6 +25,10 @@ class FrmShock : public QDialog {
   FrmShock(Workspace& ws, QWidget* parent = nullptr);
   double ShockResult() const { return shockResult_; }
 
+ protected:
+  // A count box selects its text on getting focus, so a typed count replaces the old one.
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
  private:
   void Recompute();
 

@@ -73,15 +73,17 @@ FrmSmoke::FrmSmoke(Workspace& ws, QWidget* parent) : QDialog(parent), ws_(ws) {
   buttons->addWidget(ok_);
   buttons->addWidget(cancel_);
   layout->addLayout(buttons);
-  connect(ok_, &QPushButton::clicked, this, [this] {
-    if (running_) return;
-    running_ = true;
-    ok_->setEnabled(false);
-    emit SimulateClicked();
-    running_ = false;
-    ok_->setEnabled(true);
-  });
+  connect(ok_, &QPushButton::clicked, this, &FrmSmoke::Simulate);
   connect(cancel_, &QPushButton::clicked, this, &FrmSmoke::reject);
+}
+
+void FrmSmoke::Simulate() {
+  if (running_ || !isVisible()) return;
+  running_ = true;
+  ok_->setEnabled(false);
+  emit SimulateClicked();
+  running_ = false;
+  ok_->setEnabled(true);
 }
 
 SpreadDisplay FrmSmoke::Display() {

@@ -26,6 +26,8 @@ class FrmSmoke : public QDialog {
   void SetRetainLegend(bool retain);
   // True while the spread runs (Simulate was pressed and has not returned).
   bool Running() const { return running_; }
+  // What pressing "Simulate" does, while the form is shown.
+  void Simulate();
 
  signals:
   // Simulate: the owner runs the spread with Display() and closes the form.

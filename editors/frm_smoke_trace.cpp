@@ -69,6 +69,7 @@ FrmSmokeTrace::FrmSmokeTrace(Workspace& ws, QWidget* parent) : QDialog(parent), 
     emit TraceToggled(traceShown_);
   });
   connect(cmdExit_, &QPushButton::clicked, this, &QDialog::close);
+  connect(optClear_, &QRadioButton::toggled, this, [this] { emit PinTypeChosen(PinType()); });
 }
 
 int FrmSmokeTrace::PinType() const {

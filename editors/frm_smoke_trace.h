@@ -25,6 +25,8 @@ class FrmSmokeTrace : public QDialog {
   void PinsCleared();
   void TraceToggled(bool shown);
   void Closed();
+  // "Report Pin" changed: the pin a left click now places.
+  void PinTypeChosen(int pinType);
 
  protected:
   void done(int result) override;

@@ -909,6 +909,7 @@ bool ReadNetworkInto(Workspace& ws, const std::string& path) {
     target.net.FileName = path.substr(0, path.size() - 4) + ".sim";
   ws.net = std::move(target.net);
   ws.defaults = std::move(target.defaults);
+  ws.units.UnitSystem = target.units.UnitSystem;  // the screen shows the network's own units
   return true;
 }
 
@@ -1007,6 +1008,9 @@ bool GasSimulationBlocksSave(UiPort& ui, int smokeState) {
 
 bool SaveNetwork(Workspace& ws, int tempMode) {
   const bool temp = tempMode == 1;
+  // The recovery file is written regardless: a message at every autosave tick would stop work.
+  if (!temp && ws.ShownSmokeState && GasSimulationBlocksSave(ws.ui, ws.ShownSmokeState()))
+    return false;
   if (!temp && ws.MasterMode && !ws.ui.AskYesNo(kMsgMasterSave, "Master File", MsgIcon::Question))
     return false;
   const std::string note = ws.net.FileNote;

@@ -356,6 +356,7 @@ OptionsForm LoadOptionsForm(const Workspace& ws) {
 }
 
 OptionsApplied ApplyOptionsForm(Workspace& ws, const OptionsForm& form) {
+  const SavedSettings before = SettingsOf(ws);
   OptionsApplied applied;
   ApplyLimitedBoxes(ws, form, applied);
   ApplyPlainBoxes(ws, form);
@@ -363,13 +364,16 @@ OptionsApplied ApplyOptionsForm(Workspace& ws, const OptionsForm& form) {
   ApplyPresets(ws, form);
   ApplyFormats(ws, form);
   ApplyAutoSave(ws, form, applied);
+  MarkDefaultsChanged(ws, before);
   return applied;
 }
 
 OptionsApplied SwitchOptionUnits(Workspace& ws, OptionsForm& form, int unitSystem) {
   const OptionsApplied applied = ApplyOptionsForm(ws, form);
+  const SavedSettings before = SettingsOf(ws);
   ws.units.UnitSystem = unitSystem == 2 ? 2 : 1;
   ws.defaults.UnitSystem = static_cast<std::int16_t>(ws.units.UnitSystem);
+  MarkDefaultsChanged(ws, before);
   form = LoadOptionsForm(ws);
   return applied;
 }

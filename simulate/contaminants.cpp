@@ -56,9 +56,14 @@ double SmokeArea(const Network& net, int i) {
   return area;
 }
 
+// A mixed value is clipped at the bound; a source keeps its own value, as far as 16 bits hold it.
 std::int16_t ClippedConcentration(double c) {
   return static_cast<std::int16_t>(
       RoundHalfEven(std::clamp(c, -32767.0, double{kMaxConcentration})));
+}
+
+std::int16_t SourceConcentration(double c) {
+  return static_cast<std::int16_t>(RoundHalfEven(std::clamp(c, -32768.0, 32767.0)));
 }
 
 // Step one of the spread: times and concentrations reset, sources released. Returns the
@@ -74,7 +79,7 @@ int ReleaseSources(Workspace& ws, int& queueLength) {
     net.SmokeData[i][2] = 0;
     if (!(net.BranchCode[i] & Bit::ContaminantSource) || !(net.Quantity[i] > 0)) continue;
     net.SmokeTime[i] = 0;
-    net.SmokeData[i][2] = ClippedConcentration(net.Contaminant[i]);
+    net.SmokeData[i][2] = SourceConcentration(net.Contaminant[i]);
     ++sources;
     // A cumulative source stays out of the queue and keeps its value.
     if (fixedInjection && net.EntryNodeId[i] != SurfaceKey)
@@ -114,7 +119,8 @@ void SpreadRounds(Workspace& ws, const SpreadDisplay& display, int& queueLength)
 // inflows (plus its own source in fixed injection) and its arrival time from the inflow that
 // was reached first. An airway none of whose inflows moved since it was last worked out would
 // come to the same values, less than half a unit from its stored concentration, so it is
-// passed over: `stale` marks those whose inflows moved. Returns the largest change, or a
+// passed over: `stale` marks those whose inflows moved, and those clipped at the bound, whose
+// change stands at every pass. Returns the largest change, or a
 // negative value when an inflow that carries the time has no velocity.
 double MixingPass(Workspace& ws, int queueLength, std::vector<char>& stale) {
   Network& net = ws.net;
@@ -135,6 +141,7 @@ double MixingPass(Workspace& ws, int queueLength, std::vector<char>& stale) {
     const double c = sumQ > maxError ? sumC / std::fabs(sumQ) + injection * net.Contaminant[i] : 0;
     change = std::max(change, std::fabs(c - net.SmokeData[i][2]));
     const std::int16_t concentration = ClippedConcentration(c);
+    if (std::fabs(c - concentration) >= 1) stale[i] = 1;
     bool moved = concentration != net.SmokeData[i][2];
     net.SmokeData[i][2] = concentration;
     if (net.SmokeTime[best] != kNeverReached && net.SmokeTime[i] > net.SmokeTime[best]) {

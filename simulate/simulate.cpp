@@ -87,6 +87,7 @@ bool SolveFlows(Workspace& ws, std::shared_ptr<NewtonPlan> plan) {
   BuildSimCurves(ws);
   ShowSimProgress(ws, 60);
   SetSimCaption(ws, "Balancing airflows");
+  if (ws.sim.ShowProgress == 1) ws.ui.SetProgressLabels("", "");  // shown from here on
   // A run that ended balancing with SimStatus 1 goes on, so the user sees the best flows.
   // The diagnostic listing of non-converging airways is a Hardy Cross question.
   if (NewtonBalances(ws))
@@ -136,7 +137,6 @@ void SetSimCaption(Workspace& ws, const char* caption) {
 }
 
 void SimulateNetwork(Workspace& ws) {
-  if (ws.sim.ShowProgress == 1) ws.ui.SetProgressLabels("", "");
   ShowSimProgress(ws, 0);
   SetSimCaption(ws, "Checking airways");
   ws.ui.Yield();

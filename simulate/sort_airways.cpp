@@ -30,7 +30,8 @@ void AddError(Workspace& ws, int i, const char* label, const char* comment) {
 }
 
 // One clean-up loop: the first airway that `isRedundant` finds raises the question (unless
-// `ask` is false, which counts as No); Yes blanks it and every later one, No lists them all.
+// `ask` is false, which counts as No); Yes blanks it and every later one, each journalled so
+// that Undo brings it back; No lists them all.
 template <class Test>
 bool RemoveOrList(Workspace& ws, bool ask, const char* question, const char* title,
                   const char* label, const char* comment, Test isRedundant) {
@@ -46,6 +47,7 @@ bool RemoveOrList(Workspace& ws, bool ask, const char* question, const char* tit
                           MsgAnswer::Yes;
     }
     if (remove) {
+      JournalBefore(ws.journal, i);
       BlankAirway(net, i);
       blanked = true;
     } else {
@@ -117,6 +119,7 @@ void DeleteRedundantAirways(Workspace& ws) {
                      return entry == net.ExitNodeId[i] && entry != SurfaceKey && entry != 0;
                    });
   if (zeroLengthBlanked) CompactAirways(net);
+  if (duplicatesBlanked || zeroLengthBlanked) CloseUndoAction(ws.journal);  // one undoable deletion
   RecalcAllResistances(ws);
 }
 

@@ -164,6 +164,7 @@ bool IsFence(const ViewState& view, const ToolState& tools) {
 
 std::string CopyAttributesFrom(Workspace& ws, EditState& edit, int airway, bool toDefaults) {
   Network& net = ws.net;
+  const SavedSettings before = SettingsOf(ws);
   Defaults& d = ws.defaults;
   const AttributeChoice& chosen = edit.AttributeChosen;
   edit.CopySource = airway;
@@ -240,7 +241,7 @@ std::string CopyAttributesFrom(Workspace& ws, EditState& edit, int airway, bool 
   }
   if (chosen[AttributeOf::DisplayData])
     line(code & Bit::ShowData ? "Data values will be shown" : "Data values will be hidden");
-  if (toDefaults) ws.DefaultsSaved = 0;
+  MarkDefaultsChanged(ws, before);
   return text;
 }
 
@@ -384,6 +385,7 @@ bool PlaceFan(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput
 
 bool PlaceContaminant(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release) {
   Network& net = ws.net;
+  tools.Edit.SourceToolUsed = true;
   const int airway = NearestAirway(ws, view, tools, release);
   if (airway == 0) return false;
   const float labelAt = tools.PickFraction - 0.3f;
@@ -426,7 +428,9 @@ bool PlaceContaminant(Workspace& ws, ViewState& view, ToolState& tools, const Mo
 
 bool PlaceSmokeReport(Workspace& ws, ViewState& view, ToolState& tools, const MouseInput& release) {
   Network& net = ws.net;
-  const std::int16_t kind = release.Button == MouseButtonOf::Left    ? kSmokePin
+  // A left click places the pin chosen on the trace form; a right click always a clear one.
+  const std::int16_t chosen = tools.Edit.PinType == kClearPin ? kClearPin : kSmokePin;
+  const std::int16_t kind = release.Button == MouseButtonOf::Left    ? chosen
                             : release.Button == MouseButtonOf::Right ? kClearPin
                                                                      : 0;
   if (kind == 0) return false;

@@ -89,6 +89,11 @@ struct EditState {
   std::int16_t SearchMode = 1;  // Find: 0 off, 1 faults, 2 fixed quantities, 3 fans
   int LastFound = 0;            // position of the last airway Find or Locate went to
   int FenceHit = 0;
+  // frmSmokeTrace's "Report Pin": the pin a left click places (1 smoke, 2 clear).
+  std::int16_t PinType = 1;
+  // The contaminant source tool has been used since the program started: from then on the
+  // spread keeps the "Retain Legend" choice it last read.
+  bool SourceToolUsed = false;
 };
 
 // The shared state of the mouse tools.

@@ -603,6 +603,7 @@ std::optional<FieldError> CommitAirEdit(Workspace& ws, int mode, int airway,
 
 void CopyAirwayToDefaults(Workspace& ws, int airway) {
   const Network& net = ws.net;
+  const SavedSettings before = SettingsOf(ws);
   Defaults& d = ws.defaults;
   const int shape = ShapeTypeOf(net.BranchCode[airway]);
   const int wall = net.WallType[airway];
@@ -620,7 +621,7 @@ void CopyAirwayToDefaults(Workspace& ws, int airway) {
   }
   if (net.ShockType[airway] < kUserGiven)
     d.DefaultShock = static_cast<float>(net.ShockType[airway]);
-  ws.DefaultsSaved = 0;
+  MarkDefaultsChanged(ws, before);
 }
 
 std::optional<std::string> OrificeWizard(Workspace& ws, int airway, const std::string& fixResText) {

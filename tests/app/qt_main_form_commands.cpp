@@ -3,6 +3,8 @@
 // contaminant spread and sourcing windows, Options reaching the open views, a Tools entry, the summary and the name lists; and
 // printing to PDF from the command line, frmPrinter and the palette (the printed example mine
 // compared with its reference picture through pdftoppm), and Simplify with its undo.
+#include <memory>
+
 #include "app/main_form_realtime.h"
 #include "app/main_form_tools.h"
 #include "app/print_pdf.h"
@@ -279,6 +281,24 @@ class MainFormCommandsTest : public QObject, test::FrameFixture {
     QCOMPARE(legend->Legend()[0], SmokeMaximum(net()));
     legend->findChild<QSlider*>("Slider")->setValue(0);  // the limit is at least 1 second
     QCOMPARE(View().SmokeLimit, 1.0f);
+
+    // "Show Smoke" runs the spread again at once: nobody has to press Simulate a second time.
+    QPushButton* showOrClear = legend->findChild<QPushButton*>("CmdClearS");
+    showOrClear->click();
+    QCOMPARE(View().SmokeState, 0);
+    auto stillWaiting = std::make_shared<bool>(false);
+    QTimer::singleShot(0, &form(), [this, stillWaiting] {
+      QTimer::singleShot(0, &form(), [this, stillWaiting] {  // after the form's own start
+        FrmSmoke& smoke = form().NetworkTools().SmokeForm();
+        if (!smoke.isVisible() || smoke.Running()) return;
+        *stillWaiting = true;
+        smoke.findChild<QPushButton*>("Cancel")->click();
+      });
+    });
+    showOrClear->click();
+    QVERIFY(!*stillWaiting);
+    QCOMPARE(View().SmokeState, 1);
+    QCOMPARE(showOrClear->text(), QString("Clear Smoke"));
 
     ui->QueueAnswer(MsgAnswer::No);  // the sources stay
     form().Action("mnuClrSmoke")->trigger();

@@ -4,6 +4,7 @@
 #include "core/defaults.h"
 #include "core/headless_ui.h"
 #include "core/network_store.h"
+#include "core/workspace.h"
 #include "tests/support/test_support.h"
 
 namespace galeris {
@@ -104,6 +105,29 @@ TEST_F(RebuildNodesTest, NumbersNewAirwaysAndStopsBlockedFlow) {
   EXPECT_EQ(std::pair(net.Quantity[a], net.Quantity[b]), std::pair(0.0f, 12.0f));
 }
 
+TEST(Store, CheckNumberingRenumbersAsOneUndoableChange) {
+  HeadlessUi ui;
+  Workspace ws(ui);
+  test::JournalSpy journal(3);
+  ws.journal = &journal;
+  ws.net.MaxAirways = 10;
+  ClearStore(ws.net);
+  for (int i = 1; i <= 3; ++i) AddAirway(ws.net, i, 1, 1, i, 9, 1);
+  ws.net.AirwayNo[1] = ws.net.AirwayNo[3] = 5;
+  ws.net.NextAirwayNo = 8;
+  ws.net.NetworkSaved = 0xFF;
+  ui.QueueAnswer(MsgAnswer::Yes);
+  CheckDuplicateAirwayNumbers(ws);
+  EXPECT_EQ(ws.net.AirwayNo[3], 9);
+  EXPECT_EQ(ws.net.NetworkSaved, 0);
+  EXPECT_EQ(journal.entries, (std::vector<test::JournalSpy::Entry>{
+                                 {3, UndoJournal::kBefore, 3, 0}, {3, UndoJournal::kAfter, 3, 0}}));
+  EXPECT_EQ(journal.action, 4);
+  ui.ClearRecords();
+  CheckDuplicateAirwayNumbers(ws);
+  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"All airways have unqiue numbers"});
+}
+
 TEST(Store, CapacityMessages) {
   Network net;
   net.MaxAirways = 2;
@@ -137,6 +161,7 @@ TEST(Store, ResizedAndClearedArraysReadAsZero) {
     ResizeStore(net);
     EXPECT_EQ(std::tuple(net.Quantity[3], net.Quantity[capacity], net.Coord1[capacity][3]),
               std::tuple(4.0f, 0.0f, 0));
+    EXPECT_EQ(net.SmokeTime[capacity], 9999999.0f);  // a slot the store gained: never reached
     ClearStore(net);
     EXPECT_EQ(net.Quantity[3], 0.0f);
     EXPECT_EQ(net.SmokeTime[3], 9999999.0f);

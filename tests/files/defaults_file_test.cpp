@@ -321,8 +321,22 @@ TEST_F(Options, RoundTripThroughTheFormAndTheFileChangesNothing) {
   const std::string before = test::ReadFile(ws.paths.InProgram("Defaults.dat"));
   ApplyOptionsForm(ws, LoadOptionsForm(ws));
   EXPECT_TRUE(ui.Records().empty()) << ui.MessageTexts().front();
+  EXPECT_EQ(ws.DefaultsSaved, 0xFF);  // nothing changed, so the exit has nothing to ask
   SaveDefaults(ws);
   EXPECT_EQ(test::ReadFile(ws.paths.InProgram("Defaults.dat")), before);
+}
+
+TEST_F(Options, DefaultsAreUnsavedOnceASettingChanges) {
+  Type("txtIt", "5001");  // refused: the old value stays
+  EXPECT_EQ(ws.DefaultsSaved, 0xFF);
+  Type("txtIt", "200");
+  EXPECT_EQ(ws.DefaultsSaved, 0);
+  SaveDefaults(ws);
+  OptionsForm form = LoadOptionsForm(ws);
+  SwitchOptionUnits(ws, form, 1);
+  EXPECT_EQ(ws.DefaultsSaved, 0xFF);
+  SwitchOptionUnits(ws, form, 2);
+  EXPECT_EQ(ws.DefaultsSaved, 0);
 }
 
 TEST_F(Options, LimitsKeepTheOldValueWithTheirMessage) {

@@ -134,11 +134,28 @@ TEST(NetworkFile, EmptyNetworkWritesOneBlankRecordThatIsDropped) {
   EXPECT_EQ(b.ws.net.BranchCount, 0);
 }
 
+TEST(NetworkFile, TheScreenTakesTheUnitSystemOfTheLoadedNetwork) {
+  FileFixture british;
+  british.ws.defaults.UnitSystem = 2;
+  const std::string path = SaveSample(british);
+  FileFixture si;
+  ASSERT_TRUE(Load(si, path));
+  EXPECT_EQ(si.ws.units.UnitSystem, 2);
+  EXPECT_EQ(si.ws.defaults.UnitSystem, 2);
+}
+
 TEST(NetworkFile, GasSimulationBlocksSaving) {
-  HeadlessUi ui;
-  EXPECT_FALSE(GasSimulationBlocksSave(ui, 0));
-  EXPECT_TRUE(GasSimulationBlocksSave(ui, 2));
-  EXPECT_EQ(ui.MessageTexts(), std::vector<std::string>{"Clear gas simulation first !"});
+  FileFixture fx;
+  const std::string path = SaveSample(fx);
+  fx.ws.net.FileName = path;
+  int shown = 2;
+  fx.ws.ShownSmokeState = [&shown] { return shown; };
+  EXPECT_FALSE(SaveNetwork(fx.ws));
+  EXPECT_EQ(fx.ui.MessageTexts(), std::vector<std::string>{"Clear gas simulation first !"});
+  EXPECT_TRUE(SaveNetwork(fx.ws, 1));  // the recovery file is still written
+  shown = 0;
+  EXPECT_TRUE(SaveNetwork(fx.ws));
+  EXPECT_EQ(fx.ui.MessageTexts().size(), 1u);
 }
 
 // ---- Merge ------------------------------------------------------------------------------

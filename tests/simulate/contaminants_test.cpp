@@ -93,6 +93,30 @@ TEST_F(Smoke, FixedInjectionAddsToWhatArrivesCumulativeKeepsItsValue) {
   }
 }
 
+TEST_F(Smoke, OnlyMixedValuesAreClippedAtTwentyThousand) {
+  for (std::int16_t fixed : {0, 1}) {
+    Reset();
+    Flow({1000, 1000, 1000}, {1000, 1000, 500}, 10);
+    Flow({1000, 1000, 500}, {1000, 1100, 500}, 10);
+    Flow({1000, 1100, 500}, {1000, 1100, 1000}, 10);
+    Source(1, 15000);
+    Source(2, 30000);
+    ws.defaults.SmokeAddSource = fixed;
+    ui.ClearRecords();
+    ui.QueueAnswer(MsgAnswer::Yes);
+    const SpreadResult r = SimulateContaminant(ws);
+    ASSERT_EQ(r.End, SpreadEnd::Finished);
+    EXPECT_EQ(Concentration(1), 15000);
+    // Cumulative: the source keeps its 30000. Fixed injection: 15000 arrives and 30000 is
+    // added, and the mix is held at the bound.
+    EXPECT_EQ(Concentration(2), fixed ? 20000 : 30000) << fixed;
+    EXPECT_EQ(Concentration(3), 20000) << fixed;
+    // A clipped mix never settles, so the question comes after a hundred passes.
+    EXPECT_EQ(r.MixingPasses, 100) << fixed;
+    EXPECT_EQ(ui.MessageTexts().size(), 1u) << fixed;
+  }
+}
+
 TEST_F(Smoke, RefusalsAndSilentEnds) {
   Junction(10, 10);
   EXPECT_EQ(SimulateContaminant(ws).End, SpreadEnd::NoSource);

@@ -47,12 +47,21 @@ struct WithDuplicates : MeshFixture {
 
 TEST(DeleteRedundantAirways, DuplicatesDeletedOnYesKeepingTheLast) {
   WithDuplicates f;
+  test::JournalSpy journal(6, [&f](int i) { return f.net.AirwayNo[i]; });
+  f.ws.journal = &journal;
   f.ui.QueueAnswer(MsgAnswer::Yes);
   Sort(f);
   EXPECT_EQ(f.ui.MessageTexts(), Lines{"Duplicate branches exist - delete them ?"});
   EXPECT_EQ(f.ui.Records()[0].buttons, MsgButtons::YesNo);
   EXPECT_EQ(Numbers(f.net), (std::vector<int>{1, 4}));
   EXPECT_EQ(f.ws.sim.SimStatus, 0);
+  // The deleted airways are journalled as one action, so Undo brings them back.
+  ASSERT_EQ(journal.entries.size(), 2u);
+  for (const auto& entry : journal.entries) {
+    EXPECT_EQ(std::pair(entry.kind, entry.action), std::pair(int{UndoJournal::kBefore}, 6));
+    EXPECT_TRUE(entry.value == 2 || entry.value == 3) << entry.value;
+  }
+  EXPECT_EQ(journal.closes, 1);
 }
 
 TEST(DeleteRedundantAirways, DuplicatesListedOnNo) {

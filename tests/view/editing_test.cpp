@@ -239,7 +239,10 @@ INSTANTIATE_TEST_SUITE_P(
         EditCase{"Reverse", G(ToolOf::Reverse, 200, 100, 200, 100), 4,
                  [](EditingTest& t) { EXPECT_EQ(t.ws.net.Coord1[t.At(2)][2], 200); }},
         EditCase{"Contaminant", G(ToolOf::Contaminant, 300, 0, 300, 0), 4,
-                 [](EditingTest& t) { EXPECT_EQ(t.ws.net.Contaminant[t.At(3)], 100); }},
+                 [](EditingTest& t) {
+                   EXPECT_EQ(t.ws.net.Contaminant[t.At(3)], 100);
+                   EXPECT_TRUE(t.tools.Edit.SourceToolUsed);  // "Retain Legend" now stands
+                 }},
         EditCase{"NodeName",
                  [](EditingTest& t) {
                    t.ui.QueueInput("N,1");
@@ -332,6 +335,18 @@ INSTANTIATE_TEST_SUITE_P(
                 },
                 kMsgFenceDelete}),
     [](const ::testing::TestParamInfo<Refusal>& info) { return info.param.name; });
+
+TEST_F(EditingTest, ALeftClickPlacesTheChosenReportPinARightClickAClearOne) {
+  for (std::int16_t chosen : {1, 2}) {
+    tools.Edit.PinType = chosen;
+    Click(ToolOf::SmokeReport, 300, 0);
+    EXPECT_EQ(ws.net.SmokeData[At(3)][1], chosen);
+    Click(ToolOf::SmokeReport, 300, 0);  // the same pin again takes it away
+    EXPECT_EQ(ws.net.SmokeData[At(3)][1], 0);
+  }
+  Click(ToolOf::SmokeReport, 200, 100, MouseButtonOf::Right);
+  EXPECT_EQ(ws.net.SmokeData[At(2)][1], 2);
+}
 
 TEST_F(EditingTest, ANewEditAfterAnUndoDropsTheRedoTail) {
   Drag(ToolOf::Draw, -100, 300, 300, 300);

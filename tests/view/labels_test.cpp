@@ -154,6 +154,8 @@ TEST_F(LabelTest, OtherGroupBritishUnitsAndOutsideTheStore) {
   EXPECT_EQ(Label(DataType::Contaminant), "40");
   net().SmokeData[i][2] = 3;
   EXPECT_EQ(AirwayLabel(ws, DataType::Contaminant, i, 1, {1, false}), "3");
+  net().SmokeTime[i] = 7200;
+  EXPECT_EQ(Label(DataType::SpreadTime), "02:00:00");
   net().SmokeTime[i] = 86404;  // a day by the spread's own divisor
   EXPECT_EQ(Label(DataType::SpreadTime), "24:00:00");
   net().SmokeTime[i] = 9999999;
