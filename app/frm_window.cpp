@@ -233,8 +233,10 @@ void FrmWindow::TakeState(const ViewState& state) {
 }
 
 void FrmWindow::Activate() {
+  // Only a window that kept layers of its own brings them back; one that has followed the
+  // network all along (a new window) has nothing to give it.
+  if (!view_.FollowsStoreLayers) ShowViewLayers(ws_.net, view_);
   view_.FollowsStoreLayers = true;
-  ShowViewLayers(ws_.net, view_);
   Redraw();
 }
 
