@@ -3,6 +3,7 @@
 Exit status: 0 done, 3 bad input (nothing is written then).
 """
 import argparse
+import functools
 import os
 import sys
 import tempfile
@@ -124,10 +125,12 @@ def main(argv=None):
     except ValueError as e:
         print("galeris-study: %s" % e, file=sys.stderr)
         return EXIT_BAD_INPUT
+    # Flows are singles: seven significant digits say all they hold.
+    write_csv = functools.partial(table.to_csv, float_format="%.7g")
     if args.output:
-        _write_atomically(args.output, table.to_csv)
+        _write_atomically(args.output, write_csv)
     else:
-        table.to_csv(sys.stdout)
+        write_csv(sys.stdout)
     if args.plot:
         from galeris import study_chart
         _write_atomically(args.plot, lambda p: study_chart.draw(args.study, table, p))
