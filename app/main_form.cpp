@@ -84,6 +84,8 @@ MainForm::MainForm(Workspace& ws, QWidget* parent) : QMainWindow(parent), ws_(ws
 }
 
 MainForm::~MainForm() {
+  // The children die after this body; none of their last signals may reach a half-gone frame.
+  for (QObject* child : findChildren<QObject*>()) child->disconnect(this);
   qApp->removeEventFilter(this);
   ws_.NetworkChanged = nullptr;
   ws_.ShownSmokeState = nullptr;

@@ -36,7 +36,8 @@ TEST(Readme, CommandLineExamplesRunAsWritten) {
   const std::vector<std::string> commands = ReadmeCommands();
   ASSERT_GE(commands.size(), 7u);
   for (const std::string& command : commands) {
-    if (command.rfind("galeris ", 0) == 0 && !std::filesystem::exists(bin + "/galeris")) continue;
+    const std::string program = command.substr(0, command.find(' '));
+    if (!std::filesystem::exists(bin + "/" + program)) continue;  // a build without Qt or Python
     const std::string run = "cd '" + dir + "' && PATH='" + bin + "':\"$PATH\" " + command + " >'" +
                             dir + "out.txt' 2>'" + dir + "err.txt'";
     const int raw = std::system(run.c_str());
