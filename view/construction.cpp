@@ -326,20 +326,27 @@ bool FinishAirway(Workspace& ws, ViewState& view, ToolState& tools, const MouseI
   return true;
 }
 
-bool MoveNode(Workspace& ws, const Coord3& from, const Coord3& to) {
-  Network& net = ws.net;
-  if (SamePoint(from, to)) return false;
-  std::vector<int> moved;
+// The airways with an end at from, none of which would lose its length with that end at to;
+// empty, after the message, when one would.
+static std::vector<int> AirwaysMovableAt(Workspace& ws, const Coord3& from, const Coord3& to) {
+  const Network& net = ws.net;
+  std::vector<int> met;
+  if (SamePoint(from, to)) return met;
   for (int i = 1; i <= net.BranchCount; ++i) {
     const bool one = SamePoint(net.Coord1[i], from), two = SamePoint(net.Coord2[i], from);
     if (!one && !two) continue;
-    const Coord3& other = one ? net.Coord2[i] : net.Coord1[i];
-    if ((one && two) || SamePoint(other, to)) {
+    if ((one && two) || SamePoint(one ? net.Coord2[i] : net.Coord1[i], to)) {
       ws.ui.Inform(kMsgNoLength);
-      return false;
+      return {};
     }
-    moved.push_back(i);
+    met.push_back(i);
   }
+  return met;
+}
+
+bool MoveNode(Workspace& ws, const Coord3& from, const Coord3& to) {
+  Network& net = ws.net;
+  const std::vector<int> moved = AirwaysMovableAt(ws, from, to);
   if (moved.empty()) return false;
   for (int i : moved) {
     JournalBefore(ws.journal, i);
@@ -353,17 +360,7 @@ bool MoveNode(Workspace& ws, const Coord3& from, const Coord3& to) {
 
 bool CopyNode(Workspace& ws, const Coord3& from, const Coord3& to) {
   Network& net = ws.net;
-  if (SamePoint(from, to)) return false;
-  std::vector<int> met;
-  for (int i = 1; i <= net.BranchCount; ++i) {
-    const bool one = SamePoint(net.Coord1[i], from), two = SamePoint(net.Coord2[i], from);
-    if (!one && !two) continue;
-    if ((one && two) || SamePoint(one ? net.Coord2[i] : net.Coord1[i], to)) {
-      ws.ui.Inform(kMsgNoLength);
-      return false;
-    }
-    met.push_back(i);
-  }
+  const std::vector<int> met = AirwaysMovableAt(ws, from, to);
   if (met.empty()) return false;
   const int count = net.BranchCount + static_cast<int>(met.size());
   if (count > net.MaxAirways || count > kAirwayLoopLimit) {
