@@ -1,11 +1,12 @@
 // A study's unit of work: the generated 15 000-airway mine, solved once, re-solved in memory
 // after one resistance change, from the flows that stand (Hardy Cross and Newton). The
 // resistance goes back and forth between two values, so every run has something to balance.
-// Run from a Release build; the median is the figure to read, its CPU time (every thread of
-// the process) on a machine shared with other work.
+// Run from a Release build; the median is the figure to read: its wall time, and its CPU time
+// (every thread of the process) on a machine shared with other work.
 #include <benchmark/benchmark.h>
 
 #include "core/headless_ui.h"
+#include "simulate/repeated_runs.h"
 #include "simulate/simulate.h"
 #include "tools/mine_generator.h"
 
@@ -31,6 +32,7 @@ int PositionOf(const Network& net, std::int32_t airwayNo) {
 
 void BM_WarmResolve(benchmark::State& state) {
   const auto method = state.range(0) ? SolverMethod::Newton : SolverMethod::HardyCross;
+  KeepMemoryBetweenRuns();  // as a study worker does
   HeadlessUi ui;
   Workspace ws(ui);
   GenerateMine(ws, kMineAirways, 1);

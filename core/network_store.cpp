@@ -192,15 +192,23 @@ void ReorderAirways(Network& net, const std::vector<int>& order) {
   const std::size_t count = order.size() - 1;
   if (count == 0) return;
   const std::vector<int> cycles = CyclesOf(order);
+  if (cycles.empty()) return;
+  // Only the slots from the first to the last that moves change.
+  int first = static_cast<int>(count), last = 1, moved = 0;
+  for (int k : cycles) {
+    if (k == 0) continue;
+    first = std::min(first, k), last = std::max(last, k), ++moved;
+  }
+  const std::size_t span = static_cast<std::size_t>(last - first + 1);
   // Every array is moved in place along the cycles, with no copy of it; the arrays are shared
   // out among the cores.
-  const int parts = PartCount(static_cast<int>(count), 4000);
+  const int parts = PartCount(moved, 4000);
   RunInParts(parts, [&](int part) {
     int array = 0;
     ForEachAirwayArray(net, [&](auto& v) {
       if (array++ % parts != part) return;
-      // An array that holds nothing yet keeps its untouched pages.
-      if (AllZeroBytes(reinterpret_cast<const std::byte*>(&v[1]), count * sizeof v[1])) return;
+      // Slots that hold nothing yet keep their untouched pages.
+      if (AllZeroBytes(reinterpret_cast<const std::byte*>(&v[first]), span * sizeof v[1])) return;
       for (std::size_t c = 0; c < cycles.size(); ++c) {
         const int first = cycles[c];
         auto held = v[first];

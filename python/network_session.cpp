@@ -12,6 +12,7 @@
 #include "files/network_file.h"
 #include "files/text_format.h"
 #include "simulate/contaminants.h"
+#include "simulate/repeated_runs.h"
 #include "simulate/simulate.h"
 
 namespace galeris::scripting {
@@ -79,6 +80,7 @@ std::vector<int> ByAirwayNo(const Network& net) {
 
 std::unique_ptr<NetworkSession> NetworkSession::Open(const std::string& path,
                                                      const std::string& programFolder) {
+  KeepMemoryBetweenRuns();  // a script solves many times
   std::unique_ptr<NetworkSession> s(new NetworkSession);
   s->ws_.paths = FindProgramPaths("");
   if (!programFolder.empty())

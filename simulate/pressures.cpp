@@ -3,10 +3,10 @@
 #include "simulate/pressures.h"
 
 #include <algorithm>
+#include <bit>
+#include <cstdint>
 #include <cmath>
 #include <cstdlib>
-#include <functional>
-#include <queue>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -220,11 +220,36 @@ float PressureDrop(const Network& net, int j) {
   return net.Pressure[j] - SquareLaw(net, j);
 }
 
+// Positions waiting in a pass, taken in store order: one bit each, so that the next is found a
+// word at a time however many passes there are.
+class WaitingAirways {
+ public:
+  explicit WaitingAirways(int count) : bits_(static_cast<std::size_t>(count) / 64 + 1, 0) {}
+  void Add(int i) { bits_[Word(i)] |= Bit(i); }
+  // The first waiting position from `from` on, taken out; 0 when none.
+  int TakeFrom(int from) {
+    for (std::size_t w = Word(from); w < bits_.size(); ++w) {
+      const std::uint64_t left = w == Word(from) ? bits_[w] & ~(Bit(from) - 1) : bits_[w];
+      if (left == 0) continue;
+      const int i = static_cast<int>(w * 64) + std::countr_zero(left);
+      bits_[w] &= ~Bit(i);
+      return i;
+    }
+    return 0;
+  }
+
+ private:
+  static std::size_t Word(int i) { return static_cast<std::size_t>(i) / 64; }
+  static std::uint64_t Bit(int i) { return std::uint64_t{1} << (i % 64); }
+  std::vector<std::uint64_t> bits_;
+};
+
 void PropagateNodePressures(Workspace& ws) {
   Network& net = ws.net;
   const int n = net.BranchCount;
-  std::priority_queue<int, std::vector<int>, std::greater<int>> thisPass;
+  WaitingAirways thisPass(n);
   std::vector<int> nextPass;
+  int cursor = n + 1;
   for (int i = 1; i <= n; ++i) {
     net.ToNodeP[i] = kUnreached;
     net.FromNodeP[i] = 0;
@@ -232,22 +257,25 @@ void PropagateNodePressures(Workspace& ws) {
   for (int i = 1; i <= n; ++i) {
     if (net.EntryNodeId[i] != SurfaceKey) continue;
     net.ToNodeP[i] = PressureDrop(net, i);
-    thisPass.push(i);
+    thisPass.Add(i);
+    cursor = std::min(cursor, i);
   }
-  if (thisPass.empty()) {
+  if (cursor > n) {
     for (int i = 1; i <= n; ++i) net.ToNodeP[i] = 0;
     return;
   }
   // The passes over the store, airway by airway, done only where something is newly reached:
   // an airway reached behind the one at work waits for the next pass, as in a full pass.
   for (;;) {
-    if (thisPass.empty()) {
+    const int i = thisPass.TakeFrom(cursor);
+    if (i == 0) {
       if (nextPass.empty()) break;
-      for (int i : nextPass) thisPass.push(i);
+      cursor = n + 1;
+      for (int j : nextPass) thisPass.Add(j), cursor = std::min(cursor, j);
       nextPass.clear();
+      continue;
     }
-    const int i = thisPass.top();
-    thisPass.pop();
+    cursor = i;
     if (net.ExitNodeId[i] == SurfaceKey) continue;
     const int first = FirstEntryAt(net, net.ExitNodeId[i]);
     if (first == 0) continue;
@@ -256,7 +284,7 @@ void PropagateNodePressures(Workspace& ws) {
       net.ToNodeP[j] = net.ToNodeP[i] + PressureDrop(net, j);
       net.FromNodeP[j] = net.ToNodeP[i];
       if (j > i)
-        thisPass.push(j);
+        thisPass.Add(j);
       else
         nextPass.push_back(j);
     }

@@ -20,22 +20,24 @@ struct Nodes {
 Nodes NumberEnds(const Network& net) {
   Nodes nodes;
   const int n = net.BranchCount;
-  nodes.keys.reserve(2 * static_cast<std::size_t>(n));
-  for (int i = 1; i <= n; ++i) {
-    nodes.keys.push_back(net.EntryNodeId[i]);
-    nodes.keys.push_back(net.ExitNodeId[i]);
-  }
-  std::sort(nodes.keys.begin(), nodes.keys.end());
-  nodes.keys.erase(std::unique(nodes.keys.begin(), nodes.keys.end()), nodes.keys.end());
-  const auto number = [&nodes](Key key) {
-    return static_cast<int>(std::lower_bound(nodes.keys.begin(), nodes.keys.end(), key) -
-                            nodes.keys.begin());
+  // Both ends of every airway, sorted by key: the keys' ranks are the node numbers.
+  struct End {
+    Key key;
+    int slot;  // 2i for the entry of airway i, 2i + 1 for its exit
   };
+  std::vector<End> ends;
+  ends.reserve(2 * static_cast<std::size_t>(n));
+  for (int i = 1; i <= n; ++i) {
+    ends.push_back({net.EntryNodeId[i], 2 * i});
+    ends.push_back({net.ExitNodeId[i], 2 * i + 1});
+  }
+  std::sort(ends.begin(), ends.end(), [](const End& a, const End& b) { return a.key < b.key; });
   nodes.entry.assign(n + 1, 0);
   nodes.exit.assign(n + 1, 0);
-  for (int i = 1; i <= n; ++i) {
-    nodes.entry[i] = number(net.EntryNodeId[i]);
-    nodes.exit[i] = number(net.ExitNodeId[i]);
+  for (std::size_t k = 0; k < ends.size(); ++k) {
+    if (k == 0 || ends[k].key != ends[k - 1].key) nodes.keys.push_back(ends[k].key);
+    const int number = static_cast<int>(nodes.keys.size()) - 1;
+    (ends[k].slot % 2 ? nodes.exit : nodes.entry)[ends[k].slot / 2] = number;
   }
   return nodes;
 }

@@ -58,6 +58,33 @@ bool RemoveOrList(Workspace& ws, bool ask, const char* question, const char* tit
   return blanked;
 }
 
+// Sorts a store left sorted by the last run but for a few airways: both items of every pair
+// out of order are taken out, and when the rest are in order, the few are sorted and merged
+// back. False, with the items as they were, when that does not hold.
+template <class T, class Before>
+bool SortedByMerging(std::vector<T>& items, Before before) {
+  const std::size_t n = items.size();
+  std::vector<char> out(n, 0);
+  std::size_t few = 0;
+  for (std::size_t k = 1; k < n; ++k)
+    if (before(items[k], items[k - 1])) few += !out[k - 1] + !out[k], out[k - 1] = out[k] = 1;
+  if (few > n / 16) return false;
+  std::vector<T> rest, strays;
+  rest.reserve(n - few);
+  strays.reserve(few);
+  for (std::size_t k = 0; k < n; ++k) {
+    if (out[k]) {
+      strays.push_back(items[k]);
+    } else {
+      if (!rest.empty() && before(items[k], rest.back())) return false;
+      rest.push_back(items[k]);
+    }
+  }
+  std::sort(strays.begin(), strays.end(), before);
+  std::merge(rest.begin(), rest.end(), strays.begin(), strays.end(), items.begin(), before);
+  return true;
+}
+
 }  // namespace
 
 void SortByNodeKeys(Network& net) {
@@ -72,11 +99,14 @@ void SortByNodeKeys(Network& net) {
   };
   std::vector<Place> places(static_cast<std::size_t>(n));
   for (int i = 1; i <= n; ++i) places[i - 1] = {net.EntryNodeId[i], net.ExitNodeId[i], i};
-  std::sort(places.begin(), places.end(), [](const Place& a, const Place& b) {
+  const auto before = [](const Place& a, const Place& b) {
     if (a.entry != b.entry) return a.entry > b.entry;
     if (a.exit != b.exit) return a.exit > b.exit;
     return a.at < b.at;
-  });
+  };
+  // The order is total, so any sort gives the one answer.
+  if (!SortedByMerging(places, before))
+    std::sort(places.begin(), places.end(), before);
   std::vector<int> order(static_cast<std::size_t>(n) + 1);
   for (int k = 1; k <= n; ++k) order[k] = places[k - 1].at;
   std::vector<float> fromP(net.FromNodeP.begin(), net.FromNodeP.begin() + n + 1);
