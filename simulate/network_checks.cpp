@@ -56,19 +56,28 @@ int CheckExitEnds(Workspace& ws) {
   return errors;
 }
 
-// Only airways whose entry node no exit search reached are looked up; a sorted copy of the
-// exit keys answers each as the full scan over all airways would.
+// An airway is fed when its entry key is some airway's exit key. The exit search found one
+// airway at each such key, and the airways beside it with the same entry key are fed alike;
+// only the rest are looked up, in a sorted copy of the exit keys made when first needed.
 int CheckEntryEnds(Workspace& ws) {
   Network& net = ws.net;
   const int n = net.BranchCount;
-  std::vector<Key> exits(net.ExitNodeId.begin() + 1, net.ExitNodeId.begin() + n + 1);
-  std::sort(exits.begin(), exits.end());
+  std::vector<Key> exits;
   int errors = 0;
-  for (int i = 1; i <= n; ++i) {
-    if (net.WeightOrder[i] != 0) continue;
-    if (std::binary_search(exits.begin(), exits.end(), net.EntryNodeId[i])) continue;
-    ++errors;
-    ListFault(ws, i, "No entry into branch", "No Entry");
+  for (int first = 1, end = 1; first <= n; first = end) {
+    bool found = false;
+    for (end = first; end <= n && net.EntryNodeId[end] == net.EntryNodeId[first]; ++end)
+      found = found || net.WeightOrder[end] != 0;
+    if (found) continue;
+    if (exits.empty()) {
+      exits.assign(net.ExitNodeId.begin() + 1, net.ExitNodeId.begin() + n + 1);
+      std::sort(exits.begin(), exits.end());
+    }
+    if (std::binary_search(exits.begin(), exits.end(), net.EntryNodeId[first])) continue;
+    for (int i = first; i < end; ++i) {
+      ++errors;
+      ListFault(ws, i, "No entry into branch", "No Entry");
+    }
   }
   return errors;
 }
