@@ -179,7 +179,9 @@ class MainFormTest : public QObject, test::FrameFixture {
     QCOMPARE(form().SimLabel().palette().color(QPalette::Window), QColor(0, 255, 0));
     QLabel* status = form().findChild<QLabel*>("LblStatus");
     QVERIFY(status->text().startsWith("Self-check : continuity "));
-    // A network opened or started afresh shows no check of flows it never had.
+    // A network opened or started afresh shows no check of flows it never had, and the
+    // label's tip says why a network just opened reads SIM.
+    QVERIFY(form().SimLabel().toolTip().contains("since it was opened"));
     ui->SetPolicy(HeadlessUi::Policy::AlwaysYes);
     form().Action("mnuNewFile")->trigger();
     QCOMPARE(Label(), QString("SIM"));
