@@ -113,8 +113,9 @@ void MainForm::BuildToolbars() {
   lblSim_->setFrameShape(QFrame::Panel);
   lblSim_->setFrameShadow(QFrame::Sunken);
   lblSim_->setToolTip(
-      "Simulation status: SIM when the network has changed since the last "
-      "simulation, OK when the flows shown are a solution");
+      "Simulation status: SIM when the network has not been simulated since it was opened or "
+      "last changed (the flows shown are those saved or left by the last run), OK when the "
+      "flows shown are the solution of the last run");
   data->addWidget(lblSim_);
   data->addSeparator();
   data->addWidget(new QLabel(" Data ", this));

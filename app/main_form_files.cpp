@@ -162,6 +162,8 @@ void MainForm::AfterLoad(bool loaded, bool opened) {
   RefreshRecentMenu();
   RefreshLevelList();
   RefreshSimStatus();
+  // The self-check of a run speaks of the flows it left; a network not yet run here has none.
+  if (ws_.net.NetworkBalanced == 0) SetStatusText({});
   if (frmFileNote_) frmFileNote_->Refresh();
   // The note opens by itself only when it says something beyond the save stamps.
   if (loaded && NoteHasWords(ws_.net.FileNote)) ShowFileNote();

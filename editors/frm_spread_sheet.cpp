@@ -11,6 +11,7 @@
 #include <QPrintDialog>
 #include <QPrinter>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -262,11 +263,23 @@ void FrmSpreadSheet::BuildMenus() {
   for (int n = 0; n < 12; ++n) add(type, QString("mnuAdd(%1)").arg(n), additional[n], [] {});
 }
 
+// The default width of a column: its title's hint, and for a column of figures room for the
+// longest figure it holds, so that no value is cut short ("2145.3", not "214...").
+int FrmSpreadSheet::DefaultColumnWidth(int column) const {
+  const QFontMetrics metrics = Spreadsheet->fontMetrics();
+  const int standard = (SheetColumnOf(column).widthHint + 2) * metrics.averageCharWidth();
+  if (SheetColumnOf(column).leftAligned) return standard;
+  std::size_t longest = 0;
+  for (const SheetRow& row : sheet_.rows) longest = std::max(longest, row.cell[column].size());
+  const int margins = 2 * (Spreadsheet->style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
+  const int figures = metrics.horizontalAdvance(QString(static_cast<int>(longest), '0'));
+  return std::max(standard, figures + margins);
+}
+
 void FrmSpreadSheet::ApplyColumnWidths() {
   const bool defaults = std::all_of(widths_.begin(), widths_.end(), [](int w) { return w == 0; });
-  const int charWidth = Spreadsheet->fontMetrics().averageCharWidth();
   for (int c = 1; c <= kSheetColumns; ++c) {
-    const int standard = (SheetColumnOf(c).widthHint + 2) * charWidth;
+    const int standard = DefaultColumnWidth(c);
     const int w = defaults ? standard : widths_[c];
     Spreadsheet->setColumnWidth(c - 1, w == 0 ? standard : std::abs(w));
     Spreadsheet->setColumnHidden(c - 1, w < 0);

@@ -69,6 +69,7 @@ class FrmSpreadSheet : public QDialog {
 
  private:
   void BuildMenus();
+  int DefaultColumnWidth(int column) const;
   void ApplyColumnWidths();
   void KeepColumnWidths();
   // The selection's bounds in sheet rows and columns; the current cell when nothing is selected.

@@ -146,12 +146,13 @@ void CentredBitmap(Canvas& canvas, int picture, float x, float y, float size) {
 }
 
 // Declutter: the screen in cells of about four pixels, each marked once something is drawn
-// on it, on three planes: shapes (node circles and symbols), texts and arrows. A text may still
-// sit on a circle, as a node's name sits on its own node, but never on another text. With the
-// choice off nothing is ever refused.
+// on it, on four planes: node circles, symbols, texts and arrows. A text may still sit on a
+// circle, as a node's name sits on its own node, but never on another text; a fan, door or
+// source may sit on a node's circle, since a circle drawn first must not hide what stands in the
+// airway, but never on another symbol. With the choice off nothing is ever refused.
 class TakenPlaces {
  public:
-  static constexpr std::uint8_t kShapes = 1, kTexts = 2, kArrows = 4;
+  static constexpr std::uint8_t kShapes = 1, kTexts = 2, kArrows = 4, kSymbols = 8;
 
   TakenPlaces(ViewState& view, bool on) : cells_(view.TakenCells), on_(on) {
     if (!on_) return;
@@ -192,8 +193,8 @@ class TakenPlaces {
     return Claim(left, top, canvas.TextWidth(text, size), height);
   }
 
-  bool ClaimCentred(float x, float y, float size) {
-    return Claim(x - size / 2, y - size / 2, size, size, kShapes);
+  bool ClaimCentred(float x, float y, float size, std::uint8_t plane = kShapes) {
+    return Claim(x - size / 2, y - size / 2, size, size, plane);
   }
 
   // A block of text lines centred on x, the first line's top at y; tried first as in ClaimText.
@@ -738,7 +739,8 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
 
     if (p.symOn && inView) {
       auto symbol = [&](int picture, float x, float y, float size) {
-        if (places.ClaimCentred(x, y, size)) CentredBitmap(canvas, picture, x, y, size);
+        if (places.ClaimCentred(x, y, size, TakenPlaces::kSymbols))
+          CentredBitmap(canvas, picture, x, y, size);
       };
       if ((bits & Show::FanSymbols) && net.FanNumber[i] != 0) {
         symbol(Picture::Fan, p.symX, p.symY, scale.symbol[3]);
@@ -759,7 +761,7 @@ void DrawSymbols(Workspace& ws, ViewState& view, Canvas& canvas) {
       const int pin = net.SmokeData[i][1];
       const float pinSize = scale.symbol[2];
       if (pin != 0 && places.Claim(p.symX - pinSize / 2, p.symY - 0.9f * pinSize, pinSize, pinSize,
-                                   TakenPlaces::kShapes)) {
+                                   TakenPlaces::kSymbols)) {
         canvas.Bitmap(pin == 2 ? Picture::PinBlue : Picture::PinRed, p.symX - pinSize / 2,
                       p.symY - 0.9f * pinSize, pinSize, pinSize);
       }

@@ -177,6 +177,16 @@ class MainFormTest : public QObject, test::FrameFixture {
     QCOMPARE(frame->ws.sim.SimStatus, std::int16_t(0));
     QCOMPARE(Label(), QString("OK"));
     QCOMPARE(form().SimLabel().palette().color(QPalette::Window), QColor(0, 255, 0));
+    QLabel* status = form().findChild<QLabel*>("LblStatus");
+    QVERIFY(status->text().startsWith("Self-check : continuity "));
+    // A network opened or started afresh shows no check of flows it never had, and the
+    // label's tip says why a network just opened reads SIM.
+    QVERIFY(form().SimLabel().toolTip().contains("since it was opened"));
+    ui->SetPolicy(HeadlessUi::Policy::AlwaysYes);
+    form().Action("mnuNewFile")->trigger();
+    QCOMPARE(Label(), QString("SIM"));
+    QCOMPARE(status->text(), QString());
+    test::AddVentilatedNetwork(net());
     // Any later change turns the label back, and the palette's button 14 runs it again.
     net().NetworkBalanced = 0;
     form().RefreshSimStatus();

@@ -323,9 +323,19 @@ class EditorsTest : public QObject {
     mine.ui.SetPolicy(HeadlessUi::Policy::AlwaysYes);
     SheetColumnWidths widths{};
     int simulations = 0;
+    mine.ws.net.Quantity[1] = -2345.6f;  // long figures in Flow and Pdrop
     FrmSpreadSheet form(mine.ws, widths, [&] { ++simulations; });
     form.show();
     SheetModel& model = form.Model();
+    // No figure is cut short by the default widths.
+    const QFontMetrics metrics = form.Grid().fontMetrics();
+    const int margins = 2 * (form.Grid().style()->pixelMetric(QStyle::PM_FocusFrameHMargin) + 1);
+    for (int column = C::Length; column <= C::FPres; ++column)
+      for (int row = 0; row < model.rowCount(); ++row) {
+        const QString text = model.data(model.index(row, column - 1), Qt::DisplayRole).toString();
+        QVERIFY2(metrics.horizontalAdvance(text) + margins <= form.Grid().columnWidth(column - 1),
+                 qPrintable(text));
+      }
     QCOMPARE(model.rowCount(), 2);
     QCOMPARE(model.headerData(C::Resistance - 1, Qt::Horizontal, Qt::DisplayRole).toString(),
              QString("Resistance"));

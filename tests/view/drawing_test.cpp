@@ -348,5 +348,23 @@ TEST_F(DrawingTest, DeclutterLeavesOutWhatIsAlreadyCovered) {
   }
 }
 
+// Short airways put their fan and regulator on their end circles: the circles, drawn first,
+// do not hide them.
+TEST_F(DrawingTest, DeclutterNeverHidesAFanOrRegulatorBehindACircle) {
+  const int fan = Add(10, 0, 0, 60, 0, 0);
+  const int regulator = Add(60, 0, 0, 110, 0, 0);
+  ws.net.FanNumber[fan] = 1;
+  ws.net.ResType[regulator] = 50;
+  view.DisplayBits = Show::NodeSymbols | Show::FanSymbols | Show::ResistanceSymbols;
+  view.Declutter = true;
+  Build();
+  RecordingCanvas canvas;
+  canvas.SetScale(view.ScaleLeft, view.ScaleTop, view.ScaleWidth, view.ScaleHeight);
+  DrawSymbols(ws, view, canvas);
+  std::sort(canvas.pictures.begin(), canvas.pictures.end());
+  EXPECT_EQ(canvas.pictures, (std::vector<int>{Picture::Fan, Picture::Node, Picture::Node,
+                                               Picture::Node, Picture::HazardSymbol}));
+}
+
 }  // namespace
 }  // namespace galeris
