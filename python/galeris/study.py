@@ -201,13 +201,22 @@ def _results(futures):
     return rows
 
 
+# A worker solves many times over: it keeps the memory each solve frees, in one arena, for the
+# next, where Dask's workers would hand it back to the system after every task.
+KEEP_MEMORY = {"MALLOC_ARENA_MAX": 1, "MALLOC_TRIM_THRESHOLD_": 512 << 20,
+               "MALLOC_MMAP_THRESHOLD_": 256 << 20}
+
+
 def _local_cluster(workers):
     import logging
 
+    import dask
     from distributed import Client, LocalCluster
-    cluster = LocalCluster(n_workers=workers, threads_per_worker=1, processes=True,
-                           host="127.0.0.1", dashboard_address="127.0.0.1:0",
-                           silence_logs=logging.ERROR)
+    environ = {**dask.config.get("distributed.nanny.pre-spawn-environ", {}), **KEEP_MEMORY}
+    with dask.config.set({"distributed.nanny.pre-spawn-environ": environ}):
+        cluster = LocalCluster(n_workers=workers, threads_per_worker=1, processes=True,
+                               host="127.0.0.1", dashboard_address="127.0.0.1:0",
+                               silence_logs=logging.ERROR)
     return Client(cluster), cluster
 
 
