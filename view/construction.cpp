@@ -493,8 +493,13 @@ bool EditInDialog(Workspace& ws, EditDialogs& dialogs, int mode, const AirwayPic
   ws.HighlightAirway = i;
   const bool changed = dialogs.AirwayEdit(mode, i);
   ws.HighlightAirway = 0;
-  if (i <= net.BranchCount && net.ResType[i] != loadedResType)
+  if (i <= net.BranchCount && net.ResType[i] != loadedResType) {
     net.LabelPos[i] = pick.Fraction - 0.3f;
+    // The editor has closed its action: the airway's state after it, which a redo brings
+    // back, takes the moved symbol too.
+    if (changed && ws.journal)
+      ws.journal->RecordUndo(i, UndoJournal::kAfter, ws.journal->UndoAction() - 1);
+  }
   return changed;
 }
 

@@ -388,6 +388,22 @@ TEST_F(EditingTest, TheEditedAirwayIsHighlightedAndItsNewRegulatorStandsAtThePic
   EXPECT_EQ(ws.net.LabelPos[At(3)], 0.5f);
 }
 
+TEST_F(EditingTest, ARedoBringsBackTheRegulatorWhereItWasPicked) {
+  dialogs.during = [this](int airway) {  // commits as the editor does: one journalled action
+    JournalBefore(ws.journal, airway);
+    ws.net.ResType[airway] = 2;
+    JournalAfter(ws.journal, airway);
+    CloseUndoAction(ws.journal);
+    return true;
+  };
+  Click(ToolOf::Edit, 250, 0);
+  ASSERT_TRUE(journal.Undo());
+  ASSERT_TRUE(journal.Redo());
+  const int airway = At(3);
+  EXPECT_EQ(ws.net.ResType[airway], 2);
+  EXPECT_NEAR(ws.net.LabelPos[airway], 0.25f - 0.3f, 0.01f);
+}
+
 TEST_F(EditingTest, EditAndFindToolsOpenTheirDialogsAndGoToTheAirway) {
   Click(ToolOf::Edit, 300, 0);
   EXPECT_EQ(dialogs.lastMode, 1);
