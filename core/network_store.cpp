@@ -193,13 +193,13 @@ void ReorderAirways(Network& net, const std::vector<int>& order) {
   if (count == 0) return;
   const std::vector<int> cycles = CyclesOf(order);
   if (cycles.empty()) return;
-  // Only the slots from the first to the last that moves change.
-  int first = static_cast<int>(count), last = 1, moved = 0;
+  // Only the slots from the lowest to the highest that moves change.
+  int lowest = static_cast<int>(count), highest = 1, moved = 0;
   for (int k : cycles) {
     if (k == 0) continue;
-    first = std::min(first, k), last = std::max(last, k), ++moved;
+    lowest = std::min(lowest, k), highest = std::max(highest, k), ++moved;
   }
-  const std::size_t span = static_cast<std::size_t>(last - first + 1);
+  const std::size_t span = static_cast<std::size_t>(highest - lowest + 1);
   // Every array is moved in place along the cycles, with no copy of it; the arrays are shared
   // out among the cores.
   const int parts = PartCount(moved, 4000);
@@ -208,7 +208,7 @@ void ReorderAirways(Network& net, const std::vector<int>& order) {
     ForEachAirwayArray(net, [&](auto& v) {
       if (array++ % parts != part) return;
       // Slots that hold nothing yet keep their untouched pages.
-      if (AllZeroBytes(reinterpret_cast<const std::byte*>(&v[first]), span * sizeof v[1])) return;
+      if (AllZeroBytes(reinterpret_cast<const std::byte*>(&v[lowest]), span * sizeof v[1])) return;
       for (std::size_t c = 0; c < cycles.size(); ++c) {
         const int first = cycles[c];
         auto held = v[first];

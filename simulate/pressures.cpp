@@ -249,7 +249,7 @@ void PropagateNodePressures(Workspace& ws) {
   const int n = net.BranchCount;
   WaitingAirways thisPass(n);
   std::vector<int> nextPass;
-  int cursor = n + 1;
+  bool fromSurface = false;
   for (int i = 1; i <= n; ++i) {
     net.ToNodeP[i] = kUnreached;
     net.FromNodeP[i] = 0;
@@ -258,24 +258,21 @@ void PropagateNodePressures(Workspace& ws) {
     if (net.EntryNodeId[i] != SurfaceKey) continue;
     net.ToNodeP[i] = PressureDrop(net, i);
     thisPass.Add(i);
-    cursor = std::min(cursor, i);
+    fromSurface = true;
   }
-  if (cursor > n) {
+  if (!fromSurface) {
     for (int i = 1; i <= n; ++i) net.ToNodeP[i] = 0;
     return;
   }
   // The passes over the store, airway by airway, done only where something is newly reached:
   // an airway reached behind the one at work waits for the next pass, as in a full pass.
-  for (;;) {
-    const int i = thisPass.TakeFrom(cursor);
+  for (int i = thisPass.TakeFrom(1);; i = thisPass.TakeFrom(i)) {
     if (i == 0) {
       if (nextPass.empty()) break;
-      cursor = n + 1;
-      for (int j : nextPass) thisPass.Add(j), cursor = std::min(cursor, j);
+      for (int j : nextPass) thisPass.Add(j);
       nextPass.clear();
-      continue;
+      i = thisPass.TakeFrom(1);
     }
-    cursor = i;
     if (net.ExitNodeId[i] == SurfaceKey) continue;
     const int first = FirstEntryAt(net, net.ExitNodeId[i]);
     if (first == 0) continue;
